@@ -1,0 +1,29 @@
+#!/bin/sh
+# Installs the Debian packages the build, the tests and the demo need.
+# Only what is missing is installed; a machine that has everything is left alone.
+set -eu
+
+packages="build-essential cmake ninja-build pkg-config clang-format
+qt6-base-dev qt6-serialport-dev libgl-dev
+qt6-qpa-plugins fonts-dejavu-core xvfb xauth"
+
+missing=""
+for p in $packages; do
+    status=$(dpkg-query -W -f='${Status}' "$p" 2>/dev/null || true)
+    if [ "$status" != "install ok installed" ]; then
+        missing="$missing $p"
+    fi
+done
+
+[ -z "$missing" ] && exit 0
+
+echo "Installing:$missing"
+if [ "$(id -u)" -eq 0 ]; then
+    sudo=""
+else
+    sudo="sudo"
+fi
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+# shellcheck disable=SC2086
+$sudo apt-get install -y -qq --no-install-recommends $missing
