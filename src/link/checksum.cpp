@@ -5,8 +5,7 @@
 namespace modChecksum {
 namespace {
 
-constexpr std::array<std::uint16_t, 256> makeCrcTable()
-{
+constexpr std::array<std::uint16_t, 256> makeCrcTable() {
     std::array<std::uint16_t, 256> table{};
     for (unsigned i = 0; i < 256; ++i) {
         unsigned crc = i << 8;
@@ -21,13 +20,11 @@ constexpr std::array<std::uint16_t, 256> makeCrcTable()
 constexpr std::array<std::uint16_t, 256> kCrcTable = makeCrcTable();
 static_assert(kCrcTable[1] == 0x1021 && kCrcTable[255] == 0x1EF0);
 
-bool validRange(const Bytes& data, int first, int last)
-{
+bool validRange(const Bytes& data, int first, int last) {
     return first >= 0 && last >= 0 && static_cast<std::size_t>(last) < data.size();
 }
 
-std::uint16_t crcOf(const Bytes& data, int first, int last)
-{
+std::uint16_t crcOf(const Bytes& data, int first, int last) {
     std::uint8_t high = 0;
     std::uint8_t low = 0;
     for (int i = first; i <= last - 2; ++i)
@@ -39,69 +36,55 @@ std::uint16_t crcOf(const Bytes& data, int first, int last)
 
 void InitCRCTable() {}
 
-std::int16_t CalcCRCByte(std::uint8_t value, std::uint8_t& crcHigh, std::uint8_t& crcLow)
-{
+std::int16_t CalcCRCByte(std::uint8_t value, std::uint8_t& crcHigh, std::uint8_t& crcLow) {
     const std::uint16_t entry = kCrcTable[crcHigh ^ value];
     crcHigh = static_cast<std::uint8_t>(crcLow ^ (entry >> 8));
     crcLow = static_cast<std::uint8_t>(entry & 0xFF);
     return 0;
 }
 
-std::int16_t CheckCRC(const Bytes& data, int first, int last)
-{
-    if (!validRange(data, first, last) || last < 1)
-        return -1;
+std::int16_t CheckCRC(const Bytes& data, int first, int last) {
+    if (!validRange(data, first, last) || last < 1) return -1;
     const std::uint16_t crc = crcOf(data, first, last);
     std::int16_t result = 0;
-    if (data[static_cast<std::size_t>(last - 1)] != (crc >> 8))
-        result |= 1;
-    if (data[static_cast<std::size_t>(last)] != (crc & 0xFF))
-        result |= 2;
+    if (data[static_cast<std::size_t>(last - 1)] != (crc >> 8)) result |= 1;
+    if (data[static_cast<std::size_t>(last)] != (crc & 0xFF)) result |= 2;
     return result;
 }
 
-std::int16_t AddCRC(Bytes& data, int first, int last)
-{
-    if (!validRange(data, first, last) || last < 1)
-        return -1;
+std::int16_t AddCRC(Bytes& data, int first, int last) {
+    if (!validRange(data, first, last) || last < 1) return -1;
     const std::uint16_t crc = crcOf(data, first, last);
     data[static_cast<std::size_t>(last - 1)] = static_cast<std::uint8_t>(crc >> 8);
     data[static_cast<std::size_t>(last)] = static_cast<std::uint8_t>(crc & 0xFF);
     return 0;
 }
 
-std::int32_t SumOfBytes(const Bytes& data, std::size_t count)
-{
+std::int32_t SumOfBytes(const Bytes& data, std::size_t count) {
     std::int32_t sum = 0;
     for (std::size_t i = 0; i < count && i < data.size(); ++i)
         sum += data[i];
     return sum;
 }
 
-bool CheckSumOfBytes(const Bytes& data)
-{
-    if (data.size() < 4)
-        return false;
+bool CheckSumOfBytes(const Bytes& data) {
+    if (data.size() < 4) return false;
     const std::size_t n = data.size();
     const std::int32_t stored = data[n - 2] * 256 + data[n - 1];
     return SumOfBytes(data, n - 2) == stored;
 }
 
-bool AddSumOfBytes(Bytes& data)
-{
-    if (data.size() < 3)
-        return true;
+bool AddSumOfBytes(Bytes& data) {
+    if (data.size() < 3) return true;
     const std::size_t n = data.size();
     const std::int32_t sum = SumOfBytes(data, n - 2);
-    if (sum > 0xFFFF)
-        return false;
+    if (sum > 0xFFFF) return false;
     data[n - 2] = static_cast<std::uint8_t>(sum / 256);
     data[n - 1] = static_cast<std::uint8_t>(sum % 256);
     return true;
 }
 
-bool IsAcceptedKindAndLength(int deviceKind, std::int64_t totalLength)
-{
+bool IsAcceptedKindAndLength(int deviceKind, std::int64_t totalLength) {
     switch (deviceKind) {
     case 1:
         return totalLength == 52;
@@ -123,16 +106,13 @@ bool IsAcceptedKindAndLength(int deviceKind, std::int64_t totalLength)
     }
 }
 
-std::int32_t FindTelegram(const Bytes& buffer, std::int32_t& first, std::int32_t& last)
-{
+std::int32_t FindTelegram(const Bytes& buffer, std::int32_t& first, std::int32_t& last) {
     const std::int64_t count = static_cast<std::int64_t>(buffer.size());
-    if (count < 4)
-        return -1;
+    if (count < 4) return -1;
     // Searching backwards lets the newest complete frame of a burst win.
     for (std::int64_t pos = count - 4; pos >= 0; --pos) {
         const auto at = [&](std::int64_t i) { return buffer[static_cast<std::size_t>(i)]; };
-        if (at(pos) != 2)
-            continue;
+        if (at(pos) != 2) continue;
         std::int64_t header = 2;
         std::int64_t length = at(pos + 1);
         if (length == 255) {
@@ -144,16 +124,13 @@ std::int32_t FindTelegram(const Bytes& buffer, std::int32_t& first, std::int32_t
             length = 171;
         }
         const std::int64_t total = length + header + 2;
-        if (pos + total - 1 > count - 1)
-            continue;
+        if (pos + total - 1 > count - 1) continue;
         const std::int64_t end = pos + total;
         std::int32_t sum = 0;
         for (std::int64_t i = pos; i < end - 2; ++i)
             sum += at(i);
-        if (sum != at(end - 2) * 256 + at(end - 1))
-            continue;
-        if (!IsAcceptedKindAndLength(at(pos + header), total))
-            continue;
+        if (sum != at(end - 2) * 256 + at(end - 1)) continue;
+        if (!IsAcceptedKindAndLength(at(pos + header), total)) continue;
         first = static_cast<std::int32_t>(pos);
         last = static_cast<std::int32_t>(end - 1);
         return first;

@@ -7,16 +7,14 @@
 
 namespace telegram {
 
-std::optional<Bytes> MakeSendFrame(Bytes data, bool blnCreateCRC)
-{
+std::optional<Bytes> MakeSendFrame(Bytes data, bool blnCreateCRC) {
     if (blnCreateCRC) {
         data.resize(data.size() + 2);
         if (modChecksum::AddCRC(data, 0, static_cast<int>(data.size()) - 1) != 0)
             return std::nullopt;
     }
     const std::size_t count = data.size();
-    if (count > 0xFFFF)
-        return std::nullopt;
+    if (count > 0xFFFF) return std::nullopt;
     Bytes frame;
     frame.reserve(count + 6);
     frame.push_back(2);
@@ -30,22 +28,19 @@ std::optional<Bytes> MakeSendFrame(Bytes data, bool blnCreateCRC)
     frame.insert(frame.end(), data.begin(), data.end());
     frame.push_back(0);
     frame.push_back(0);
-    if (!modChecksum::AddSumOfBytes(frame))
-        return std::nullopt;
+    if (!modChecksum::AddSumOfBytes(frame)) return std::nullopt;
     return frame;
 }
 
-Bytes ZeroCommand()
-{
+Bytes ZeroCommand() {
     return Bytes{0x02, 0x00, 0x00, 0x02};
 }
 
-std::optional<Bytes> StampTelegram(const Bytes& frame, const QDateTime& when)
-{
+std::optional<Bytes> StampTelegram(const Bytes& frame, const QDateTime& when) {
     const QDate date = when.date();
     const QTime time = when.time();
-    if (frame.size() < 2 || !date.isValid() || !time.isValid() || date.year() < 0
-        || date.year() > 25599)
+    if (frame.size() < 2 || !date.isValid() || !time.isValid() || date.year() < 0 ||
+        date.year() > 25599)
         return std::nullopt;
     Bytes stamped(frame.begin(), frame.end() - 2);
     stamped.push_back(static_cast<std::uint8_t>(date.year() / 100));
@@ -57,43 +52,33 @@ std::optional<Bytes> StampTelegram(const Bytes& frame, const QDateTime& when)
     stamped.push_back(static_cast<std::uint8_t>(time.second()));
     stamped.push_back(0);
     stamped.push_back(0);
-    if (!modChecksum::AddSumOfBytes(stamped))
-        return std::nullopt;
+    if (!modChecksum::AddSumOfBytes(stamped)) return std::nullopt;
     return stamped;
 }
 
-int HeaderLength(const Bytes& telegram)
-{
+int HeaderLength(const Bytes& telegram) {
     return telegram.size() > 1 && telegram[1] == 255 ? 4 : 2;
 }
 
-std::optional<Accepted> AcceptStampedTelegram(const Bytes& t)
-{
-    if (!modChecksum::CheckSumOfBytes(t))
-        return std::nullopt;
+std::optional<Accepted> AcceptStampedTelegram(const Bytes& t) {
+    if (!modChecksum::CheckSumOfBytes(t)) return std::nullopt;
     const int header = HeaderLength(t);
-    if (t.size() <= static_cast<std::size_t>(header))
-        return std::nullopt;
+    if (t.size() <= static_cast<std::size_t>(header)) return std::nullopt;
     const long length = header == 4 ? t[2] * 256L + t[3] : t[1];
     const int kind = t[static_cast<std::size_t>(header)];
-    if (DeviceKindName(kind).isEmpty())
-        return std::nullopt;
+    if (DeviceKindName(kind).isEmpty()) return std::nullopt;
     // The second family announces two payload bytes too many; its LEN byte is all we test.
-    const bool lengthRight = kind == 2
-                                 ? length == 173
-                                 : length == static_cast<long>(t.size()) - header - 9;
-    if (!lengthRight)
-        return std::nullopt;
+    const bool lengthRight =
+        kind == 2 ? length == 173 : length == static_cast<long>(t.size()) - header - 9;
+    if (!lengthRight) return std::nullopt;
     if (kind == 7 || kind == kOwnDeviceKind) {
         const int last = static_cast<int>(t.size()) - 1 - 9;
-        if (modChecksum::CheckCRC(t, header, last) != 0)
-            return std::nullopt;
+        if (modChecksum::CheckCRC(t, header, last) != 0) return std::nullopt;
     }
     return Accepted{kind, header};
 }
 
-QString DeviceKindName(int deviceKind)
-{
+QString DeviceKindName(int deviceKind) {
     switch (deviceKind) {
     case 1:
         return QStringLiteral("VARLIX");

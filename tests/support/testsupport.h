@@ -9,8 +9,7 @@
 // Helpers shared by the tests.
 namespace testsupport {
 
-inline Bytes bytes(std::initializer_list<int> values)
-{
+inline Bytes bytes(std::initializer_list<int> values) {
     Bytes out;
     out.reserve(values.size());
     for (int v : values)

@@ -1,0 +1,213 @@
+#include "link/checksum.h"
+#include "link/telegram.h"
+#include "support/testsupport.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+using testsupport::bytes;
+
+namespace {
+
+Bytes frameOf(const Bytes& data) {
+    return telegram::MakeSendFrame(data, true).value();
+}
+
+// A kind-10 frame of `total` bytes in the short form with a right sum (CRC not needed
+// by the finder).
+Bytes shortFrame(int kind, int total) {
+    Bytes f(static_cast<std::size_t>(total), 0);
+    f[0] = 2;
+    f[1] = static_cast<std::uint8_t>(total - 4);
+    f[2] = static_cast<std::uint8_t>(kind);
+    modChecksum::AddSumOfBytes(f);
+    return f;
+}
+
+Bytes concat(std::initializer_list<Bytes> parts) {
+    Bytes out;
+    for (const Bytes& p : parts)
+        out.insert(out.end(), p.begin(), p.end());
+    return out;
+}
+
+} // namespace
+
+class TestChecksum : public QObject {
+    Q_OBJECT
+
+private slots:
+    void crcCheckValue() {
+        Bytes digits;
+        for (char c : QByteArrayLiteral("123456789"))
+            digits.push_back(static_cast<std::uint8_t>(c));
+        digits.resize(11); // room for the CRC behind the nine characters
+        QCOMPARE(modChecksum::AddCRC(digits, 0, 10), 0);
+        QCOMPARE(digits[9], 0x31);
+        QCOMPARE(digits[10], 0xC3);
+        QCOMPARE(modChecksum::CheckCRC(digits, 0, 10), 0);
+    }
+
+    void crcTableSteps() {
+        std::uint8_t high = 0, low = 0;
+        modChecksum::CalcCRCByte(1, high, low);
+        QCOMPARE(high << 8 | low, 0x1021);
+        high = low = 0;
+        modChecksum::CalcCRCByte(255, high, low);
+        QCOMPARE(high << 8 | low, 0x1EF0);
+    }
+
+    void checkCrcReportsWhichByteDiffers_data() {
+        QTest::addColumn<int>("flipHigh");
+        QTest::addColumn<int>("flipLow");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("right") << 0 << 0 << 0;
+        QTest::newRow("high") << 1 << 0 << 1;
+        QTest::newRow("low") << 0 << 1 << 2;
+        QTest::newRow("both") << 1 << 1 << 3;
+    }
+    void checkCrcReportsWhichByteDiffers() {
+        QFETCH(int, flipHigh);
+        QFETCH(int, flipLow);
+        QFETCH(int, expected);
+        Bytes f = frameOf(bytes({0x0A, 0x02, 0, 0, 0, 1}));
+        f[8] ^= static_cast<std::uint8_t>(flipHigh);
+        f[9] ^= static_cast<std::uint8_t>(flipLow);
+        QCOMPARE(modChecksum::CheckCRC(f, 2, 9), expected);
+    }
+
+    void crcOutsideTheArrayFails() {
+        Bytes f = bytes({1, 2, 3});
+        QCOMPARE(modChecksum::CheckCRC(f, 0, 3), -1);
+        QCOMPARE(modChecksum::CheckCRC(f, -1, 2), -1);
+        QCOMPARE(modChecksum::AddCRC(f, 0, 5), -1);
+        QCOMPARE(f, bytes({1, 2, 3}));
+        // No byte to cover: the CRC is 0.
+        Bytes two = bytes({0, 0});
+        QCOMPARE(modChecksum::CheckCRC(two, 0, 1), 0);
+    }
+
+    void sums() {
+        QVERIFY(!modChecksum::CheckSumOfBytes(bytes({2, 0, 2})));
+        QVERIFY(modChecksum::CheckSumOfBytes(bytes({2, 0, 0, 2})));
+        QVERIFY(!modChecksum::CheckSumOfBytes(bytes({2, 0, 0, 3})));
+        Bytes small = bytes({7, 9});
+        QVERIFY(modChecksum::AddSumOfBytes(small));
+        QCOMPARE(small, bytes({7, 9}));
+        // 258 bytes of 0xFF sum to 65790, which two bytes cannot hold.
+        Bytes big(260, 0xFF);
+        const Bytes before = big;
+        QVERIFY(!modChecksum::AddSumOfBytes(big));
+        QCOMPARE(big, before);
+    }
+
+    void finderShortBuffers() {
+        std::int32_t first = -7, last = -7;
+        QCOMPARE(modChecksum::FindTelegram({}, first, last), -1);
+        QCOMPARE(modChecksum::FindTelegram(bytes({2, 0, 2}), first, last), -1);
+        // The zero command is complete and summed right, but a sum byte is no kind.
+        QCOMPARE(modChecksum::FindTelegram(telegram::ZeroCommand(), first, last), -2);
+        QCOMPARE(first, -7);
+        QCOMPARE(last, -7);
+    }
+
+    void finderPicksTheNewestCompleteFrame() {
+        const Bytes older = frameOf(bytes({0x0A, 0x01, 0, 0, 0, 0}));
+        const Bytes newer = frameOf(bytes({0x0A, 0x02, 0, 0, 0, 1}));
+        std::int32_t first = 0, last = 0;
+        const Bytes two = concat({older, newer});
+        QCOMPARE(modChecksum::FindTelegram(two, first, last), 12);
+        QCOMPARE(first, 12);
+        QCOMPARE(last, 23);
+
+        const Bytes withTail = concat({older, bytes({2, 8, 0x0A, 1})});
+        QCOMPARE(modChecksum::FindTelegram(withTail, first, last), 0);
+        QCOMPARE(last, 11);
+
+        const Bytes noisy = concat({bytes({0xFF, 2, 2, 0x55}), newer, bytes({0, 2})});
+        QCOMPARE(modChecksum::FindTelegram(noisy, first, last), 4);
+    }
+
+    void finderKindAndLengthTable_data() {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("total");
+        QTest::addColumn<bool>("found");
+        QTest::newRow("kind 1, 52") << 1 << 52 << true;
+        QTest::newRow("kind 1, 53") << 1 << 53 << false;
+        QTest::newRow("kind 10, 11") << 10 << 11 << false;
+        QTest::newRow("kind 10, 12") << 10 << 12 << true;
+        QTest::newRow("kind 7, 12") << 7 << 12 << true;
+        QTest::newRow("kind 3") << 3 << 20 << false;
+        QTest::newRow("kind 11") << 11 << 20 << false;
+        QTest::newRow("kind 13") << 13 << 20 << false;
+    }
+    void finderKindAndLengthTable() {
+        QFETCH(int, kind);
+        QFETCH(int, total);
+        QFETCH(bool, found);
+        std::int32_t first = 0, last = 0;
+        QCOMPARE(modChecksum::FindTelegram(shortFrame(kind, total), first, last) == 0, found);
+    }
+
+    void finderExtendedKinds_data() {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("total");
+        QTest::addColumn<bool>("found");
+        QTest::newRow("kind 5, 275") << 5 << 275 << true;
+        QTest::newRow("kind 6, 275") << 6 << 275 << true;
+        QTest::newRow("kind 8, 297") << 8 << 297 << true;
+        QTest::newRow("kind 9, 296") << 9 << 296 << false;
+        QTest::newRow("kind 12, 279") << 12 << 279 << true;
+        QTest::newRow("kind 10, 414") << 10 << 414 << true;
+    }
+    void finderExtendedKinds() {
+        QFETCH(int, kind);
+        QFETCH(int, total);
+        QFETCH(bool, found);
+        Bytes f(static_cast<std::size_t>(total), 0);
+        f[0] = 2;
+        f[1] = 255;
+        f[2] = static_cast<std::uint8_t>((total - 6) / 256);
+        f[3] = static_cast<std::uint8_t>((total - 6) % 256);
+        f[4] = static_cast<std::uint8_t>(kind);
+        QVERIFY(modChecksum::AddSumOfBytes(f));
+        std::int32_t first = 0, last = 0;
+        QCOMPARE(modChecksum::FindTelegram(f, first, last) == 0, found);
+    }
+
+    void finderSecondFamilyLengthRule() {
+        // LEN says 173, 171 payload bytes follow: total 175 bytes.
+        Bytes f(175, 0);
+        f[0] = 2;
+        f[1] = 173;
+        f[2] = 2;
+        QVERIFY(modChecksum::AddSumOfBytes(f));
+        std::int32_t first = 0, last = 0;
+        QCOMPARE(modChecksum::FindTelegram(f, first, last), 0);
+        QCOMPARE(last, 174);
+        // Two bytes of noise in front: the rule needs a buffer of exactly 175 bytes.
+        const Bytes noisy = concat({bytes({0x11, 0x22}), f});
+        QCOMPARE(modChecksum::FindTelegram(noisy, first, last), -2);
+    }
+
+    void finderSurvivesAnyBuffer() {
+        auto* rng = QRandomGenerator::global();
+        const Bytes frame = frameOf(bytes({0x0A, 0x02, 0, 0, 0, 1}));
+        for (int round = 0; round < 2000; ++round) {
+            Bytes buffer(rng->bounded(0, 700));
+            for (auto& b : buffer)
+                b = static_cast<std::uint8_t>(rng->bounded(0, 8) == 0 ? 2 : rng->bounded(256));
+            if (round % 2) buffer.insert(buffer.end(), frame.begin(), frame.end());
+            std::int32_t first = -1, last = -1;
+            const std::int32_t pos = modChecksum::FindTelegram(buffer, first, last);
+            if (pos >= 0) {
+                QVERIFY(last < static_cast<std::int32_t>(buffer.size()));
+                QVERIFY(first == pos && last > first);
+            }
+            if (round % 2) QVERIFY(pos >= 0);
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(TestChecksum)
+#include "tst_checksum.moc"
