@@ -1,0 +1,49 @@
+#pragma once
+
+#include "link/bytes.h"
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include <QDate>
+#include <QString>
+#include <QStringView>
+
+// The saved read-out: a data block of the five stamped telegrams, written as one text
+// line of "&Hxx " groups.
+namespace ko3 {
+
+// Marker 0, count 5, the five lengths big-endian, the telegrams in order, and the surplus
+// byte 0 that the block has always carried.
+Bytes BuildSaveBlock(const std::array<Bytes, 5>& telegrams);
+
+// "&H" + two upper-case hex digits + blank for every byte; empty for a block of at most
+// two bytes.
+QString MakeHexLine(const Bytes& block);
+
+// The bytes of one file line. Groups that cannot be read count as 0; a line of fewer than
+// three characters holds no byte.
+Bytes ParseHexLine(QStringView line);
+
+struct SplitBlock {
+    std::vector<Bytes> telegrams;
+    bool oldForm = false;   // a single telegram without block header
+    bool truncated = false; // the block ended inside a length or a telegram
+};
+
+// The telegrams of a loaded block, in file order. An old single-telegram file gives that
+// one telegram. Copying stops at the first telegram that the block cannot hold whole.
+SplitBlock SplitDeviceBlock(const Bytes& block);
+
+// ShelLix_<serial>_<yyyymmdd>.ko3
+QString AutoSaveFileName(double serialNumber, const QDate& date);
+
+// The first line of a device file, or nothing when the file cannot be read or its first
+// line is longer than any device file's.
+std::optional<QString> ReadFirstLine(const QString& path);
+
+// Writes the block as one line with CR LF, creating one missing folder level.
+bool SaveData(const QString& path, const Bytes& block);
+
+} // namespace ko3
