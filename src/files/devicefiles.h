@@ -1,0 +1,46 @@
+#pragma once
+
+#include "link/bytes.h"
+
+#include <optional>
+
+#include <QObject>
+#include <QString>
+
+class AppContext;
+
+// Saved read-outs: the user's save and load through the dialogs, the automatic save after
+// the first complete read-out of a device, and the replay of a file through the handler of
+// received telegrams.
+class DeviceFiles : public QObject {
+    Q_OBJECT
+
+public:
+    explicit DeviceFiles(AppContext& app);
+
+    // 0: the user asked (save dialog); otherwise the serial number for the automatic save.
+    void SaveDeviceData(double dblSerialNo);
+    void MakeSaveString(const Bytes& vaData, double dblSerialNo);
+    bool SaveData(const QString& fileName, const Bytes& block);
+
+    // Empty `fileName`: ask the user. Closes the port and feeds the telegrams to
+    // Recognition::RcvDataHandle, as if received.
+    void LoadDeviceFile(const QString& fileName);
+    // The file's bytes, or nothing when cancelled or unreadable.
+    std::optional<Bytes> ReadDeviceFile(const QString& fileName);
+
+    // AutoSave beside the program where that folder is writable, else in the user's data
+    // folder.
+    QString autoSaveFolder() const;
+
+    // A device has been taken on: its first complete read-out saves itself.
+    void armAutoSave() { m_autoSavePending = true; }
+    bool autoSavePending() const { return m_autoSavePending; }
+
+private:
+    void saveByUser(const Bytes& block);
+    void autoSave(const Bytes& block, double serial);
+
+    AppContext& m_app;
+    bool m_autoSavePending = false;
+};

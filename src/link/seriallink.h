@@ -1,0 +1,84 @@
+#pragma once
+
+#include "link/bytes.h"
+#include "shell/formtimer.h"
+
+#include <QObject>
+#include <QString>
+
+class AppContext;
+class Form;
+
+// The start window's serial half: the port, the collecting window after the first byte
+// of a burst, the echo and search filters, the stamping, the send and receive LEDs with the
+// hexadecimal monitor, and the choice of the port in frmInterface.
+//
+// Owns the four timers of frmMQ27D: tmrToRx (321 ms), tmrZeroCommand (1789 ms, whose
+// tick is the search step of Recognition), tmrReceiveLED and tmrSendLED (100 ms).
+class SerialLink : public QObject {
+    Q_OBJECT
+
+public:
+    explicit SerialLink(AppContext& app);
+
+    // Frames `vntData` (CRC when asked, header, sum) and hands it to DataTx; a frame that
+    // cannot be built is dropped without a word.
+    void MakeSendString(const Bytes& vntData, bool blnCreateCRC);
+    // Puts a frame on the line: monitor text, echo memory, port, send LED, search restart.
+    void DataTx(const Bytes& s);
+    // Tick of tmrToRx: reads the burst, finds the newest frame, filters echo and search
+    // telegrams, stamps it and hands it to Recognition::RcvDataHandle.
+    void RcvDataGet();
+
+    void RestartSearchTimer();
+    void ReceiveLEDYellow();
+    void ReceiveLEDGreen();
+    void ReceiveLEDOff();
+    void SendLEDOn();
+    void SendLEDOff();
+    // Bit 0 receive indication, bit 1 send indication; selects the tray icon.
+    int iconIndex() const { return m_iconIndex; }
+
+    // Closes the port, opens port 1 to 16 (anything else leaves it closed as 0) and stores
+    // a changed number in the setting Port. A failed open leaves the setting alone.
+    void SwitchToComPort(int port);
+    bool isPortOpen() const;
+    void closePort();
+
+    // Fills cboPort of frmInterface: entry i is "i" for a port that opens, "--" for one
+    // that doesn't, entry 0 is string 53; selects the open port's entry.
+    void ShowCOMPort();
+    // mnuInterface: language, frmInterface non-modal, ShowCOMPort.
+    void ShowInterface();
+
+    // Whether the telegram being handled came from a saved file; cleared by RcvDataGet.
+    bool dataFromFile() const { return m_dataFromFile; }
+    void setDataFromFile(bool fromFile) { m_dataFromFile = fromFile; }
+    QString loadedFileName() const { return m_loadedFileName; }
+    void setLoadedFileName(const QString& name) { m_loadedFileName = name; }
+    const Bytes& lastSent() const { return m_lastSent; }
+
+    FormTimer& tmrToRx() { return m_tmrToRx; }
+    FormTimer& tmrZeroCommand() { return m_tmrZeroCommand; }
+    FormTimer& tmrReceiveLED() { return m_tmrReceiveLED; }
+    FormTimer& tmrSendLED() { return m_tmrSendLED; }
+    void stopTimers();
+
+Q_SIGNALS:
+    void iconIndexChanged(int index);
+
+private:
+    void onInterfaceClicked(const QString& element);
+    void setIconBit(int bit, bool on);
+    Form& startWindow();
+
+    AppContext& m_app;
+    FormTimer m_tmrToRx{321};
+    FormTimer m_tmrZeroCommand{1789};
+    FormTimer m_tmrReceiveLED{100};
+    FormTimer m_tmrSendLED{100};
+    Bytes m_lastSent;
+    bool m_dataFromFile = false;
+    QString m_loadedFileName;
+    int m_iconIndex = 0;
+};

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+class AppContext;
+
+// Start-up and shutdown of the tool, its command line, the start window's menus, the
+// About box and the notification-area icon.
+class AppShell : public QObject {
+    Q_OBJECT
+
+public:
+    explicit AppShell(AppContext& app);
+
+    // The load of frmMQ27D: timers, settings, language, port, window, tray icon, command
+    // line.
+    void Startup(const QString& rawCommandLineArgs);
+
+    // The answer is true when shutdown goes ahead. With a silenced buzzer the user is
+    // asked first.
+    bool CloseApplication();
+
+    void ShowInterface();
+    void ShowLoadFile();
+    void ShowLanguage();
+    void ShowInfo();
+
+    // Splits at blanks and tabs; quotation marks have no meaning. At most `maxArgs`.
+    static QStringList GetCommandLineArgs(const QString& commandLine, int maxArgs);
+    // ",  V3.01.05" for the setting Version 30105; empty for fewer than 5 characters.
+    static QString versionSuffix(const QString& version);
+
+    void TrayIconAdd();
+    void TrayIconUpdate();
+    void TrayIconRemove();
+    bool trayIconAdded() const { return m_trayIconAdded; }
+    // A left click or double click on the tray icon: visible windows to the front.
+    void trayIconActivated();
+
+private:
+    void onStartWindowClicked(const QString& element);
+    void onAboutClicked(const QString& element);
+    void handleCommandLine();
+    void unloadAll();
+
+    AppContext& m_app;
+    bool m_trayIconAdded = false;
+};

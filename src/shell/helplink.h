@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+class AppContext;
+
+// Context help: KompaHelp_<device>_<language>.pdf beside the program, opened at a named
+// destination by a PDF viewer found on the PATH.
+class HelpLink {
+public:
+    explicit HelpLink(AppContext& app);
+
+    // Mode 1 opens the viewer at the destination, mode 2 shows what would be opened.
+    void ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QString& Remark);
+    // The viewer's path, or empty when no viewer that can jump to a destination is found.
+    QString Acrobat_viewer() const;
+
+    static QString helpFileName(int deviceNumber, int language);
+
+private:
+    AppContext& m_app;
+};

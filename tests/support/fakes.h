@@ -1,0 +1,109 @@
+#pragma once
+
+#include "link/serialport.h"
+#include "shell/appcontext.h"
+#include "shell/services.h"
+
+#include <QHash>
+#include <QList>
+#include <QSet>
+#include <QTemporaryDir>
+
+#include <deque>
+#include <memory>
+
+// Stand-ins for the outside world, for tests of the logic without a display or a port.
+
+// A serial port whose ports 1 to 16 exist as the test says and whose line the test writes.
+class FakeSerialPort : public SerialPortDevice {
+public:
+    QSet<int> available{1, 2, 3};
+    QList<QByteArray> written;
+    QByteArray incoming;
+
+    bool open(int portNumber) override;
+    void close() override { m_open = false; }
+    bool isOpen() const override { return m_open; }
+    int portNumber() const override { return m_portNumber; }
+    QByteArray readAll() override;
+    void write(const QByteArray& data) override { written << data; }
+    QString deviceName(int portNumber) const override;
+
+    // Bytes arrive from the device.
+    void deliver(const QByteArray& bytes);
+    // The adapter is pulled.
+    void pull();
+
+private:
+    bool m_open = false;
+    int m_portNumber = 0;
+};
+
+// Message boxes and file dialogs that answer from a script and remember what they showed.
+class ScriptedDialogs : public UserDialogs {
+public:
+    struct Shown {
+        QString text;
+        QString title;
+        Buttons buttons;
+        Icon icon;
+        Answer defaultAnswer;
+    };
+    QList<Shown> shown;
+    std::deque<Answer> answers; // taken in turn; when empty, the default button answers
+    std::optional<QString> saveName;
+    std::optional<QString> openName;
+    QString lastFilter;
+
+    Answer messageBox(const QString& text, const QString& title, Buttons buttons, Icon icon,
+                      Answer defaultAnswer) override;
+    std::optional<QString> saveFileName(const QString& initialName, const QString& filter) override;
+    std::optional<QString> openFileName(const QString& filter,
+                                        const QString& defaultSuffix) override;
+};
+
+class FakeLauncher : public ProcessLauncher {
+public:
+    struct Start {
+        QString program;
+        QStringList arguments;
+    };
+    QList<Start> started;
+    bool startSucceeds = true;
+    QHash<QString, QString> onPath; // program name -> full path
+
+    bool startDetached(const QString& program, const QStringList& arguments) override;
+    QString findExecutable(const QString& name) const override { return onPath.value(name); }
+};
+
+class MemorySettings : public SettingsStore {
+public:
+    QHash<QString, QString> values;
+
+    std::optional<QString> read(const QString& name) const override;
+    void write(const QString& name, const QString& value) override { values[name] = value; }
+};
+
+class FixedClock : public Clock {
+public:
+    QDateTime time{QDate(2026, 11, 23), QTime(9, 30, 15)};
+    QDateTime now() const override { return time; }
+};
+
+// A whole program context on fakes, with its program and data folders in a temporary
+// folder.
+struct TestApp {
+    TestApp();
+    ~TestApp();
+
+    FakeSerialPort port;
+    ScriptedDialogs dialogs;
+    FakeLauncher launcher;
+    MemorySettings settings;
+    FixedClock clock;
+    QTemporaryDir folder;
+    std::unique_ptr<AppContext> app;
+
+    QString programDir() const;
+    QString dataDir() const;
+};
