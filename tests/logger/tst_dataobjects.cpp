@@ -1,0 +1,289 @@
+#include "logger/dataobjects.h"
+#include "values/mq27values.h"
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include <QRandomGenerator>
+#include <QTest>
+
+namespace {
+
+struct Group {
+    const char* name;
+    int rows;
+    const char* types; // one letter a row
+    const char* first;
+    const char* last;
+};
+
+// The rows of each group and their type letters, written out in full.
+const Group kGroups[] = {
+    {"serial number", 1, "D", "Seriennummer des MQ27D", "Seriennummer des MQ27D"},
+    {"air flow", 26,
+     "SSSSSSSSSSS"
+     "IIIIIIIIIIIIIII",
+     "Akt. Luftstrom [m/s]", "Lufttemperatur zu niedrig"},
+    {"fans and localisation", 29,
+     "SSSSSSSSSSSSSSSSSSSSSS"
+     "IIIIIII",
+     "Maximale Lüfterspannung [mV]", "Lokalisierung fertig, Brandort lokalisiert"},
+    {"detector 1", 23, "DTTSSSSSSSIIIIIIIIIIIII", "Detektor 1: Seriennummer",
+     "Detektor 1: Alarmanz. verz. bis z. Ende der Lokalisierung"},
+    {"detector 2", 23, "DTTSSSSSSSIIIIIIIIIIIII", "Detektor 2: Seriennummer",
+     "Detektor 2: Alarmanz. verz. bis z. Ende der Lokalisierung"},
+    {"controller and relays", 42,
+     "TTSSSSDDDSSSSSSSSSSSS"
+     "IIIIIII"
+     "IIIII"
+     "IIIIIIIII",
+     "Softwarenummer", "Akku angeschaltet"},
+    {"NTC sensor 1", 6, "SSSSII", "NTC Fühler 1: Aktuelle Temperatur [°C]",
+     "NTC Fühler 1: NTC Fühler Zustand"},
+    {"NTC sensor 2", 6, "SSSSII", "NTC Fühler 2: Aktuelle Temperatur [°C]",
+     "NTC Fühler 2: NTC Fühler Zustand"},
+    {"NTC sensor 3", 6, "SSSSII", "NTC Fühler 3: Aktuelle Temperatur [°C]",
+     "NTC Fühler 3: NTC Fühler Zustand"},
+    {"NTC sensor 4", 6, "SSSSII", "NTC Fühler 4: Aktuelle Temperatur [°C]",
+     "NTC Fühler 4: NTC Fühler Zustand"},
+    {"NTC sensor 5", 6, "SSSSII", "NTC Fühler 5: Aktuelle Temperatur [°C]",
+     "NTC Fühler 5: NTC Fühler Zustand"},
+    {"relay combine masks", 80, nullptr, "Relais 1 Bit 00: Relais Verknüpfungsmaske",
+     "Relais 5 Bit 15: Relais Verknüpfungsmaske"},
+    {"relay event mask", 16, nullptr, "Bit 00: Relais Ereignismaske",
+     "Bit 15: Relais Ereignismaske"},
+    {"keys and buzzer", 12, "SSIIIIIIIIII", "Max. Zeitverzug zw. 2 Tasten [s/100]",
+     "Zustand Summer"},
+    {"outputs, LEDs and features", 32,
+     "IIIIIIIIIIIIIIIIIIIIIII"
+     "SS"
+     "IIIIIII",
+     "Relais Isoliert/blockiert", "Firmware unterstützt programmierbare Relais"},
+};
+
+constexpr int kModuleRows = 27;
+constexpr const char* kModuleTypes = "DTTSSSSSIIIIIIIIIIIIIIIIIII";
+
+int rowsBeforeModules() {
+    int rows = 0;
+    for (const Group& g : kGroups)
+        rows += g.rows;
+    return rows;
+}
+
+QString expectedTypes() {
+    QString types;
+    for (const Group& g : kGroups)
+        types += g.types ? QString::fromLatin1(g.types) : QString(g.rows, QLatin1Char('I'));
+    for (int m = 0; m < 10; ++m)
+        types += QString::fromLatin1(kModuleTypes);
+    return types;
+}
+
+QStringList textsOf(const std::vector<DataObject>& rows) {
+    QStringList texts;
+    for (const DataObject& row : rows)
+        texts << row.text;
+    return texts;
+}
+
+char letterOf(const DataObject& row) {
+    constexpr char letters[] = {'S', 'I', 'D', 'T'}; // in the order of the variant
+    return letters[row.value.index()];
+}
+
+void storeRandomTelegrams(clsMQ27Values& values) {
+    constexpr int sizes[] = {19, 202, 211, 54, 421};
+    for (std::int16_t c = 1; c <= 5; ++c) {
+        Bytes t(static_cast<std::size_t>(sizes[c - 1]));
+        for (auto& b : t)
+            b = static_cast<std::uint8_t>(QRandomGenerator::global()->bounded(256));
+        values.SetDataArray(t, c);
+    }
+}
+
+template <class Number>
+Number readBack(const QString& text) {
+    const QByteArray latin = text.toLatin1();
+    Number value{};
+    std::from_chars(latin.constData(), latin.constData() + latin.size(), value);
+    return value;
+}
+
+DataObject floatRow(float v) {
+    return {QString(), 'S', v};
+}
+DataObject doubleRow(double v) {
+    return {QString(), 'D', v};
+}
+DataObject intRow(std::int16_t v) {
+    return {QString(), 'I', v};
+}
+DataObject textRow(const QString& v) {
+    return {QString(), 'T', v};
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(DataObject)
+
+class TestDataObjects : public QObject {
+    Q_OBJECT
+
+private slots:
+    void groupsInOrder() {
+        clsMQ27Values values;
+        const QStringList texts = textsOf(CollectDataObjects(values));
+        QCOMPARE(texts.size(), rowsBeforeModules() + 10 * kModuleRows);
+        QCOMPARE(texts.size(), 584);
+
+        int start = 0;
+        for (const Group& g : kGroups) {
+            QVERIFY2(start + g.rows <= texts.size(), g.name);
+            QCOMPARE(texts[start], QString::fromUtf8(g.first));
+            QCOMPARE(texts[start + g.rows - 1], QString::fromUtf8(g.last));
+            start += g.rows;
+        }
+        for (int m = 1; m <= 10; ++m) {
+            const QString prefix = QStringLiteral("Löscheinschub %1: ").arg(m);
+            QCOMPARE(texts[start], prefix + QStringLiteral("Seriennummer"));
+            QCOMPARE(texts[start + kModuleRows - 1],
+                     prefix + QStringLiteral("Freigabeeingang vorhanden"));
+            start += kModuleRows;
+        }
+    }
+
+    void rowsAtTheirPlace() {
+        clsMQ27Values values;
+        const QStringList texts = textsOf(CollectDataObjects(values));
+        QCOMPARE(texts[86], QStringLiteral("Detektor 2: Hauptalarmschwelle [%]"));
+        QCOMPARE(texts[59],
+                 QStringLiteral("Detektor 1: Max. Sensibilität bei Pegel 10 [1/1000 * %/m]"));
+        QCOMPARE(texts[129], QStringLiteral("Ansteuerzustand"));
+        QCOMPARE(texts[130], QStringLiteral("Zustand Relais 1"));
+        QCOMPARE(texts[134], QStringLiteral("Zustand Relais 5"));
+        QCOMPARE(texts[135], QStringLiteral("Auslösezustand"));
+        QCOMPARE(texts[174 + 16], QStringLiteral("Relais 2 Bit 00: Relais Verknüpfungsmaske"));
+        QCOMPARE(texts[253], QStringLiteral("Relais 5 Bit 15: Relais Verknüpfungsmaske"));
+        const QStringList outputs = texts.mid(282, 18);
+        QCOMPARE(outputs.mid(1, 4), (QStringList{QStringLiteral("Detektor 1: Relais Hauptalarm"),
+                                                 QStringLiteral("Detektor 2: Relais Hauptalarm"),
+                                                 QStringLiteral("Detektor 1: Relais Voralarm"),
+                                                 QStringLiteral("Detektor 2: Relais Voralarm")}));
+        QCOMPARE(outputs.mid(13, 5),
+                 (QStringList{QStringLiteral("Zustand LED Hauptalarm"),
+                              QStringLiteral("Detektor 1: Zustand LED Hauptalarm"),
+                              QStringLiteral("Detektor 2: Zustand LED Hauptalarm"),
+                              QStringLiteral("Detektor 1: Zustand LED Voralarm"),
+                              QStringLiteral("Detektor 2: Zustand LED Voralarm")}));
+        QCOMPARE(texts.last(), QStringLiteral("Löscheinschub 10: Freigabeeingang vorhanden"));
+        QCOMPARE(texts[314 + 3],
+                 QStringLiteral("Löscheinschub 1: Handauslösung, Alarmwiderstand [Ohm]"));
+    }
+
+    void typeLettersMatchTheValues() {
+        clsMQ27Values values;
+        const std::vector<DataObject> rows = CollectDataObjects(values);
+        QString types;
+        for (const DataObject& row : rows) {
+            QCOMPARE(row.type, letterOf(row));
+            types += QLatin1Char(row.type);
+        }
+        QCOMPARE(types, expectedTypes());
+    }
+
+    // The list is fixed: what the device sends changes values, never rows.
+    void rowsDoNotDependOnTheDevice() {
+        clsMQ27Values empty;
+        clsMQ27Values filled;
+        storeRandomTelegrams(filled);
+        const std::vector<DataObject> a = CollectDataObjects(empty);
+        const std::vector<DataObject> b = CollectDataObjects(filled);
+        QCOMPARE(textsOf(a), textsOf(b));
+        for (const QString& text : textsOf(b))
+            QVERIFY2(!text.contains(QLatin1String("ERROR")), qPrintable(text));
+    }
+
+    void visitSeesTheSameRowsAsCollect() {
+        clsMQ27Values values;
+        storeRandomTelegrams(values);
+        const std::vector<DataObject> collected = CollectDataObjects(values);
+        std::size_t i = 0;
+        VisitDataObjects(values, [&](const DataObject& row) {
+            QVERIFY(i < collected.size());
+            QCOMPARE(row.text, collected[i].text);
+            QCOMPARE(FormatValueC(row), FormatValueC(collected[i]));
+            ++i;
+        });
+        QCOMPARE(i, collected.size());
+    }
+
+    void valuesComeFromTheirGetters() {
+        clsMQ27Values values;
+        Bytes first(19, 0);
+        first[4] = 0xFF, first[5] = 0xFF, first[6] = 0xFF, first[7] = 0xFF;
+        values.SetDataArray(first, 1);
+        Bytes second(202, 0);
+        second[99 + 36 + 21] = 85;
+        values.SetDataArray(second, 2);
+        Bytes third(211, 0);
+        third[37] = 0xFF, third[38] = 0xFF, third[39] = 0xFF, third[40] = 0xFF;
+        third[62] = 0x80;
+        values.SetDataArray(third, 3);
+
+        const std::vector<DataObject> rows = CollectDataObjects(values);
+        QCOMPARE(FormatValueC(rows[0]), QStringLiteral("4294967295"));
+        QCOMPARE(FormatValueC(rows[86]), QStringLiteral("85"));
+        // A counter keeps every digit of its 32 bits.
+        QCOMPARE(rows[102 + 7].text, QStringLiteral("Anzahl Schreibzyklen Parametersp."));
+        QCOMPARE(FormatValueC(rows[102 + 7]), QStringLiteral("4294967295"));
+        QCOMPARE(FormatValueC(rows[133]), QStringLiteral("0"));
+        QCOMPARE(FormatValueC(rows[134]), QStringLiteral("1"));
+        QCOMPARE(FormatValueC(rows[56 + 1]), QStringLiteral("0000.00.000"));
+    }
+
+    void formatValueC_data() {
+        QTest::addColumn<DataObject>("row");
+        QTest::addColumn<QString>("text");
+        const float inf = std::numeric_limits<float>::infinity();
+        QTest::newRow("float one") << floatRow(1.0f) << "1";
+        QTest::newRow("float tenth") << floatRow(0.1f) << "0.1";
+        QTest::newRow("float 65535") << floatRow(65535.0f) << "65535";
+        QTest::newRow("float negative") << floatRow(-100.0f) << "-100";
+        QTest::newRow("float largest")
+            << floatRow(std::numeric_limits<float>::max()) << "3.4028235e+38";
+        QTest::newRow("float inf") << floatRow(inf) << "inf";
+        QTest::newRow("float -inf") << floatRow(-inf) << "-inf";
+        QTest::newRow("float nan") << floatRow(std::numeric_limits<float>::quiet_NaN()) << "nan";
+        QTest::newRow("float -nan") << floatRow(-std::numeric_limits<float>::quiet_NaN()) << "nan";
+        QTest::newRow("int -1") << intRow(-1) << "-1";
+        QTest::newRow("int lowest") << intRow(-32768) << "-32768";
+        QTest::newRow("double serial") << doubleRow(4294967295.0) << "4294967295";
+        QTest::newRow("double tenth") << doubleRow(0.1) << "0.1";
+        QTest::newRow("double inf") << doubleRow(std::numeric_limits<double>::infinity()) << "inf";
+        QTest::newRow("double nan") << doubleRow(std::nan("")) << "nan";
+        QTest::newRow("text") << textRow(QStringLiteral("1234.05.012")) << "1234.05.012";
+        QTest::newRow("text with comma") << textRow(QStringLiteral("0,5")) << "0,5";
+        QTest::newRow("index error text") << textRow(QStringLiteral("#")) << "#";
+    }
+    void formatValueC() {
+        QFETCH(DataObject, row);
+        QTEST(FormatValueC(row), "text");
+    }
+
+    // The shortest text must still read back to the very same number.
+    void formatValueCReadsBack() {
+        auto* random = QRandomGenerator::global();
+        for (int i = 0; i < 2000; ++i) {
+            const float f = std::bit_cast<float>(random->generate() & 0x7F7FFFFFu);
+            QCOMPARE(readBack<float>(FormatValueC(floatRow(f))), f);
+            const double d = std::bit_cast<double>(random->generate64() & 0x7FEFFFFFFFFFFFFFu);
+            QCOMPARE(readBack<double>(FormatValueC(doubleRow(d))), d);
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(TestDataObjects)
+#include "tst_dataobjects.moc"

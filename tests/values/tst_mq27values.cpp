@@ -1,0 +1,444 @@
+#include "values/mq27values.h"
+
+#include <functional>
+#include <limits>
+
+#include <QRandomGenerator>
+#include <QTest>
+
+namespace {
+
+constexpr int kSizes[] = {19, 202, 211, 54, 421};
+
+int sizeOf(int command) {
+    return kSizes[command - 1];
+}
+
+Bytes filled(int command, std::uint8_t value) {
+    return Bytes(static_cast<std::size_t>(sizeOf(command)), value);
+}
+
+// A telegram carrying `serial` where its own frame puts it: behind a two-byte header, or a
+// four-byte one when byte 1 holds 255.
+Bytes withSerial(int command, std::uint32_t serial, bool extendedFrame) {
+    Bytes t = filled(command, 0);
+    t[0] = 2;
+    t[1] = extendedFrame ? 255 : 8;
+    const std::size_t at = extendedFrame ? 6 : 4;
+    t[at] = static_cast<std::uint8_t>(serial >> 24);
+    t[at + 1] = static_cast<std::uint8_t>(serial >> 16);
+    t[at + 2] = static_cast<std::uint8_t>(serial >> 8);
+    t[at + 3] = static_cast<std::uint8_t>(serial);
+    return t;
+}
+
+void storeAll(clsMQ27Values& values, std::uint32_t serial) {
+    for (std::int16_t c = 1; c <= 5; ++c)
+        QCOMPARE(values.SetDataArray(withSerial(c, serial, c == 5), c), 0);
+}
+
+void fillAll(clsMQ27Values& values, std::uint8_t value) {
+    for (std::int16_t c = 1; c <= 5; ++c)
+        values.SetDataArray(filled(c, value), c);
+}
+
+// A telegram of `command` with one byte set.
+void setByte(clsMQ27Values& values, std::int16_t command, int offset, std::uint8_t value) {
+    Bytes t = filled(command, 0);
+    t[static_cast<std::size_t>(offset)] = value;
+    values.SetDataArray(t, command);
+}
+
+using AnyResult = std::function<QVariant(clsMQ27Values&)>;
+using Setter = std::int16_t (clsMQ27Values::*)(Bytes);
+using Getter = Bytes (clsMQ27Values::*)() const;
+
+} // namespace
+
+Q_DECLARE_METATYPE(AnyResult)
+Q_DECLARE_METATYPE(Setter)
+Q_DECLARE_METATYPE(Getter)
+
+class TestMq27Values : public QObject {
+    Q_OBJECT
+
+private slots:
+    void arraysExistZeroedAtTheirSizes() {
+        clsMQ27Values values;
+        for (std::int16_t c = 1; c <= 5; ++c) {
+            Bytes copy;
+            QCOMPARE(values.GetDataArray(copy, c), 0);
+            QCOMPARE(copy, filled(c, 0));
+        }
+    }
+
+    void setDataArrayTakesOnlyTheExactSize_data() {
+        QTest::addColumn<int>("command");
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("status");
+        for (int c = 1; c <= 5; ++c) {
+            QTest::addRow("command %d exact", c) << c << sizeOf(c) << 0;
+            QTest::addRow("command %d one short", c) << c << sizeOf(c) - 1 << -3;
+            QTest::addRow("command %d one long", c) << c << sizeOf(c) + 1 << -3;
+        }
+        QTest::newRow("command 2 empty") << 2 << 0 << -3;
+        QTest::newRow("command 5 in the size of 3") << 5 << 211 << -3;
+        QTest::newRow("command 0") << 0 << 19 << -2;
+        QTest::newRow("command 6") << 6 << 19 << -2;
+        QTest::newRow("command -1") << -1 << 19 << -2;
+    }
+    void setDataArrayTakesOnlyTheExactSize() {
+        QFETCH(int, command);
+        QFETCH(int, size);
+        QFETCH(int, status);
+        clsMQ27Values values;
+        const bool readCommand = command >= 1 && command <= 5;
+        const Bytes previous = readCommand ? filled(command, 0x11) : Bytes();
+        if (readCommand) QCOMPARE(values.SetDataArray(previous, command), 0);
+
+        const auto c = static_cast<std::int16_t>(command);
+        QCOMPARE(int(values.SetDataArray(Bytes(static_cast<std::size_t>(size), 0x22), c)), status);
+        if (!readCommand) return;
+        Bytes stored;
+        QCOMPARE(values.GetDataArray(stored, c), 0);
+        QCOMPARE(stored, status == 0 ? filled(command, 0x22) : previous);
+    }
+
+    void getDataArrayLeavesTheDestinationOnBadCommands() {
+        clsMQ27Values values;
+        for (std::int16_t c : {0, 6, -1, 255}) {
+            Bytes destination{1, 2, 3};
+            QCOMPARE(values.GetDataArray(destination, c), -2);
+            QCOMPARE(destination, (Bytes{1, 2, 3}));
+        }
+    }
+
+    void getDataArrayIsASnapshot() {
+        clsMQ27Values values;
+        values.SetDataArray(filled(4, 0x44), 4);
+        Bytes copy{9, 9};
+        QCOMPARE(values.GetDataArray(copy, 4), 0);
+        values.SetDataArray(filled(4, 0x55), 4);
+        QCOMPARE(copy, filled(4, 0x44));
+    }
+
+    void deleteKeepsSizesAndZeroes() {
+        clsMQ27Values values;
+        fillAll(values, 0xFF);
+        QCOMPARE(values.DET_GetAlarmThreshold(1), 255.0f);
+        QCOMPARE(values.DeleteDataArrays(), 0);
+        for (std::int16_t c = 1; c <= 5; ++c) {
+            Bytes copy;
+            values.GetDataArray(copy, c);
+            QCOMPARE(copy, filled(c, 0));
+        }
+        QCOMPARE(values.DET_GetAlarmThreshold(1), 0.0f);
+        QCOMPARE(values.EXT_GetSerialNum(9), 0.0);
+        QCOMPARE(values.GetSerialNum(), 0.0);
+    }
+
+    void checkDataArrays() {
+        clsMQ27Values values;
+        QCOMPARE(values.CheckDataArrays(0), 0); // five arrays of zeros share serial number 0
+        QCOMPARE(values.CheckDataArrays(5), 1);
+
+        storeAll(values, 4000000000u);
+        QCOMPARE(values.CheckDataArrays(0), 0);
+        QCOMPARE(values.CheckDataArrays(4000000000.0), 0);
+        QCOMPARE(values.CheckDataArrays(4000000001.0), 1);
+
+        values.SetDataArray(withSerial(3, 7, false), 3);
+        QCOMPARE(values.CheckDataArrays(0), 3);
+        values.SetDataArray(withSerial(2, 7, false), 2);
+        QCOMPARE(values.CheckDataArrays(0), 2);
+        QCOMPARE(values.CheckDataArrays(7), 1);
+    }
+
+    // The frame of each array, not its command, says where its serial number lies.
+    void checkDataArraysFollowsTheFrame() {
+        clsMQ27Values values;
+        storeAll(values, 1234567);
+        values.SetDataArray(withSerial(5, 1234567, false), 5);
+        QCOMPARE(values.CheckDataArrays(0), 0);
+        values.SetDataArray(withSerial(2, 1234567, true), 2);
+        QCOMPARE(values.CheckDataArrays(0), 0);
+
+        Bytes fifth = withSerial(5, 1234567, true);
+        fifth[4] = 0x12; // where a short frame would have it: not read
+        values.SetDataArray(fifth, 5);
+        QCOMPARE(values.CheckDataArrays(1234567), 0);
+        fifth[9] ^= 1;
+        values.SetDataArray(fifth, 5);
+        QCOMPARE(values.CheckDataArrays(1234567), 5);
+    }
+
+    void serialNumberOfTheDevice() {
+        clsMQ27Values values;
+        values.SetDataArray(withSerial(1, 0xFFFFFFFFu, false), 1);
+        QCOMPARE(values.GetSerialNum(), 4294967295.0);
+        QCOMPARE(values.ValueDescription, QStringLiteral("Seriennummer des MQ27D"));
+        QCOMPARE(values.ValueUnit, QString());
+    }
+
+    void valuesBeforeAnyTelegram() {
+        clsMQ27Values values;
+        QCOMPARE(values.DET_GetDetSoftwareNum(0), QStringLiteral("0000.00.000"));
+        QCOMPARE(values.DET_GetDetParameterID(1), QStringLiteral("0000.000.000"));
+        QCOMPARE(values.EXT_GetSoftwareNum(9), QStringLiteral("0000.00.000"));
+        QCOMPARE(values.GetParameterID(), QStringLiteral("0000.000.000"));
+        QCOMPARE(values.DET_GetFlowValue(), 0.0f);
+        QCOMPARE(values.DET_GetDetSerialNum(1), 0.0);
+    }
+
+    void numberTextsDoNotCutWideValues() {
+        clsMQ27Values values;
+        fillAll(values, 0xFF);
+        QCOMPARE(values.GetSoftwareNum(), QStringLiteral("65535.255.255"));
+        QCOMPARE(values.EXT_GetParameterID(0), QStringLiteral("65535.65535.255"));
+    }
+
+    // Module 10 has its block at 370 to 409, so its feature byte is 406.
+    void lastModuleBlock() {
+        clsMQ27Values values;
+        setByte(values, 5, 406, 0x08);
+        QCOMPARE(values.EXT_GetHasEnableInput(9), 1);
+        setByte(values, 5, 396, 0x08);
+        QCOMPARE(values.EXT_GetHasEnableInput(9), 0);
+        setByte(values, 5, 370, 0x01);
+        QCOMPARE(values.EXT_GetSerialNum(9), 16777216.0);
+        setByte(values, 5, 42, 0x80);
+        QCOMPARE(values.EXT_GetActualFailures(0, 7), 1);
+        QCOMPARE(values.ValueDescription,
+                 QStringLiteral("Löscheinschub 1: Bit 7: Störmeldung aktuell"));
+    }
+
+    void indexErrors_data() {
+        QTest::addColumn<AnyResult>("call");
+        QTest::addColumn<QVariant>("result");
+        const QVariant zeroF = QVariant::fromValue(0.0f), zeroD = QVariant::fromValue(0.0),
+                       zeroI = QVariant::fromValue(std::int16_t{0}), hash = QStringLiteral("#");
+        auto add = [](const char* name, AnyResult call, QVariant result) {
+            QTest::newRow(name) << call << result;
+        };
+        constexpr std::int16_t kMax = std::numeric_limits<std::int16_t>::max();
+        constexpr std::int16_t kMin = std::numeric_limits<std::int16_t>::min();
+        add(
+            "DET_GetAlarmThreshold(2)",
+            [](auto& v) { return QVariant::fromValue(v.DET_GetAlarmThreshold(2)); }, zeroF);
+        add(
+            "DET_GetAlarmThreshold(-1)",
+            [](auto& v) { return QVariant::fromValue(v.DET_GetAlarmThreshold(-1)); }, zeroF);
+        add(
+            "DET_GetDetSerialNum(min)",
+            [](auto& v) { return QVariant::fromValue(v.DET_GetDetSerialNum(kMin)); }, zeroD);
+        add(
+            "DET_GetDetParameterID(-1)",
+            [](auto& v) { return QVariant(v.DET_GetDetParameterID(-1)); }, hash);
+        add(
+            "DET_GetDetSoftwareNum(2)",
+            [](auto& v) { return QVariant(v.DET_GetDetSoftwareNum(2)); }, hash);
+        add(
+            "DET_GetAlarmLED(max)",
+            [](auto& v) { return QVariant::fromValue(v.DET_GetAlarmLED(kMax)); }, zeroI);
+        add(
+            "TEM_GetNTCTemperature(5)",
+            [](auto& v) { return QVariant::fromValue(v.TEM_GetNTCTemperature(5)); }, zeroF);
+        add(
+            "TEM_GetNTCState(-1)",
+            [](auto& v) { return QVariant::fromValue(v.TEM_GetNTCState(-1)); }, zeroI);
+        add(
+            "REL_GetRelState(5)", [](auto& v) { return QVariant::fromValue(v.REL_GetRelState(5)); },
+            zeroI);
+        add(
+            "REL_GetRelState(min)",
+            [](auto& v) { return QVariant::fromValue(v.REL_GetRelState(kMin)); }, zeroI);
+        add(
+            "BMZ_GetAlarmState(2)",
+            [](auto& v) { return QVariant::fromValue(v.BMZ_GetAlarmState(2)); }, zeroI);
+        add(
+            "BMZ_GetPreAlarmState(-1)",
+            [](auto& v) { return QVariant::fromValue(v.BMZ_GetPreAlarmState(-1)); }, zeroI);
+        add(
+            "GetRelayCombineMask(5, 0)",
+            [](auto& v) { return QVariant::fromValue(v.GetRelayCombineMask(5, 0)); }, zeroI);
+        add(
+            "GetRelayCombineMask(0, 16)",
+            [](auto& v) { return QVariant::fromValue(v.GetRelayCombineMask(0, 16)); }, zeroI);
+        add(
+            "GetRelayCombineMask(-1, -1)",
+            [](auto& v) { return QVariant::fromValue(v.GetRelayCombineMask(-1, -1)); }, zeroI);
+        add(
+            "REL_GetRelEventMask(16)",
+            [](auto& v) { return QVariant::fromValue(v.REL_GetRelEventMask(16)); }, zeroI);
+        add(
+            "CTRL_GetFailures(32)",
+            [](auto& v) { return QVariant::fromValue(v.CTRL_GetFailures(32)); }, zeroI);
+        add(
+            "GetSavedFailures(-1)",
+            [](auto& v) { return QVariant::fromValue(v.GetSavedFailures(-1)); }, zeroI);
+        add(
+            "CTRL_GetValidFailureMask(max)",
+            [](auto& v) { return QVariant::fromValue(v.CTRL_GetValidFailureMask(kMax)); }, zeroI);
+        add(
+            "CTRL_GetMessages(16)",
+            [](auto& v) { return QVariant::fromValue(v.CTRL_GetMessages(16)); }, zeroI);
+        add(
+            "GetSavedMessages(-8)",
+            [](auto& v) { return QVariant::fromValue(v.GetSavedMessages(-8)); }, zeroI);
+        add(
+            "CTRL_GetValidMessageMask(16)",
+            [](auto& v) { return QVariant::fromValue(v.CTRL_GetValidMessageMask(16)); }, zeroI);
+        add(
+            "DISP_GetLedAlarm(2)",
+            [](auto& v) { return QVariant::fromValue(v.DISP_GetLedAlarm(2)); }, zeroI);
+        add(
+            "DISP_GetLedPreAlarm(-1)",
+            [](auto& v) { return QVariant::fromValue(v.DISP_GetLedPreAlarm(-1)); }, zeroI);
+        add(
+            "EXT_GetSerialNum(10)",
+            [](auto& v) { return QVariant::fromValue(v.EXT_GetSerialNum(10)); }, zeroD);
+        add(
+            "EXT_GetSoftwareNum(10)", [](auto& v) { return QVariant(v.EXT_GetSoftwareNum(10)); },
+            hash);
+        add(
+            "EXT_GetParameterID(-1)", [](auto& v) { return QVariant(v.EXT_GetParameterID(-1)); },
+            hash);
+        add(
+            "EXT_GetHasEnableInput(10)",
+            [](auto& v) { return QVariant::fromValue(v.EXT_GetHasEnableInput(10)); }, zeroI);
+        add(
+            "EXT_GetActualFailures(0, 8)",
+            [](auto& v) { return QVariant::fromValue(v.EXT_GetActualFailures(0, 8)); }, zeroI);
+        add(
+            "EXT_GetSavedFailures(10, 0)",
+            [](auto& v) { return QVariant::fromValue(v.EXT_GetSavedFailures(10, 0)); }, zeroI);
+        add(
+            "EXT_GetValidFailureMask(-1, -1)",
+            [](auto& v) { return QVariant::fromValue(v.EXT_GetValidFailureMask(-1, -1)); }, zeroI);
+    }
+    void indexErrors() {
+        QFETCH(AnyResult, call);
+        QFETCH(QVariant, result);
+        clsMQ27Values values;
+        fillAll(values, 0xFF); // a read that strays would not give 0
+        values.GetSerialNum(); // the strings of an earlier getter must not survive
+        QCOMPARE(call(values), result);
+        QCOMPARE(values.ValueDescription, QStringLiteral("ERROR: Index out of range!"));
+        QCOMPARE(values.ValueUnit, QStringLiteral("#"));
+    }
+
+    void lastIndexesAreNoErrors() {
+        clsMQ27Values values;
+        fillAll(values, 0xFF);
+        QCOMPARE(values.CTRL_GetFailures(16), 1);
+        QCOMPARE(values.ValueDescription, QStringLiteral("Bit 16: Sammelstörung aktuell"));
+        QCOMPARE(values.GetSavedMessages(15), 1);
+        QCOMPARE(values.ValueDescription, QStringLiteral("Bit 15: Sammelmeldung gespeichert"));
+        QCOMPARE(values.REL_GetRelEventMask(5), 1);
+        QCOMPARE(values.ValueDescription, QStringLiteral("Bit 05: Relais Ereignismaske"));
+        QCOMPARE(values.REL_GetRelState(4), 1);
+        QCOMPARE(values.ValueDescription, QStringLiteral("Zustand Relais 5"));
+        QCOMPARE(values.TEM_GetNTCState(4), 3);
+        QCOMPARE(values.ValueDescription, QStringLiteral("NTC Fühler 5: NTC Fühler Zustand"));
+        QCOMPARE(values.EXT_GetSerialNum(9), 4294967295.0);
+        QCOMPARE(values.ValueDescription, QStringLiteral("Löscheinschub 10: Seriennummer"));
+    }
+
+    void stringsBelongToTheLastGetter() {
+        clsMQ27Values values;
+        values.DET_GetFlowValue();
+        QCOMPARE(values.ValueUnit, QStringLiteral("m/s"));
+        values.DET_GetFirePlace();
+        QCOMPARE(values.ValueDescription, QStringLiteral("Brandort"));
+        QCOMPARE(values.ValueUnit, QString());
+        values.DET_GetAlarmThreshold(9);
+        values.DET_GetAlarmThreshold(1);
+        QCOMPARE(values.ValueDescription, QStringLiteral("Detektor 2: Hauptalarmschwelle"));
+        QCOMPARE(values.ValueUnit, QStringLiteral("%"));
+    }
+
+    // Any stored bytes and any index: a wrong read would show under the sanitizers.
+    void everyIndexOnRandomBytes() {
+        clsMQ27Values values;
+        auto* random = QRandomGenerator::global();
+        for (std::int16_t c = 1; c <= 5; ++c) {
+            Bytes t = filled(c, 0);
+            for (auto& b : t)
+                b = static_cast<std::uint8_t>(random->bounded(256));
+            values.SetDataArray(t, c);
+        }
+        for (int i = std::numeric_limits<std::int16_t>::min();
+             i <= std::numeric_limits<std::int16_t>::max(); i += 97) {
+            const auto n = static_cast<std::int16_t>(i);
+            values.DET_GetDetParameterID(n);
+            values.TEM_GetNTCTemperature(n);
+            values.GetRelayCombineMask(n, n);
+            values.CTRL_GetFailures(n);
+            values.DISP_GetLedPreAlarm(n);
+            values.EXT_GetValidFailureMask(n, 3);
+            values.EXT_GetActualFailures(3, n);
+            values.EXT_GetSoftwareNum(n);
+        }
+        for (std::int16_t n = -3; n <= 40; ++n) {
+            const bool module = n >= 0 && n <= 9;
+            const std::int16_t online = values.EXT_GetIsOnline(n);
+            QCOMPARE(values.ValueDescription.startsWith(QStringLiteral("Löscheinschub")), module);
+            if (!module) QCOMPARE(online, std::int16_t{0});
+        }
+    }
+
+    void parameterBlocks_data() {
+        QTest::addColumn<Setter>("set");
+        QTest::addColumn<Getter>("get");
+        QTest::addColumn<int>("size");
+#define BLOCK(name, size)                                                                          \
+    QTest::newRow(#name) << &clsMQ27Values::Set##name << &clsMQ27Values::Get##name << size
+        BLOCK(DeviceParameter, 40);
+        BLOCK(AirFlowInitParameter, 22);
+        BLOCK(ResetAlarmAndFault, 8);
+        BLOCK(ResetMessages, 8);
+        BLOCK(LocalizationParameter, 42);
+        BLOCK(LocalizationParameterLearnMode, 23);
+        BLOCK(LocalizationAbortLearnMode, 16);
+        BLOCK(ExtinguisherParameter, 29);
+        BLOCK(TemperatureParameter, 46);
+        BLOCK(RelayParameter, 26);
+        BLOCK(ExtinguisherIdent, 10);
+        BLOCK(IndicatorTestParameter, 3);
+#undef BLOCK
+    }
+    void parameterBlocks() {
+        QFETCH(Setter, set);
+        QFETCH(Getter, get);
+        QFETCH(int, size);
+        clsMQ27Values values;
+        QVERIFY((values.*get)().empty());
+
+        Bytes block(static_cast<std::size_t>(size));
+        for (int i = 0; i < size; ++i)
+            block[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(i * 7 + 1);
+        QCOMPARE((values.*set)(block), 0);
+        Bytes copy = (values.*get)();
+        QCOMPARE(copy, block);
+        copy[0] = 0;
+        QCOMPARE((values.*get)(), block); // reading hands out a copy and keeps the block
+
+        QCOMPARE((values.*set)(Bytes{10, 99}), 0); // replaced whole, not merged
+        QCOMPARE((values.*get)(), (Bytes{10, 99}));
+    }
+
+    void parameterBlocksAreSeparate() {
+        clsMQ27Values values;
+        values.SetRelayParameter(Bytes{10, 138});
+        values.SetTemperatureParameter(Bytes{10, 137});
+        QCOMPARE(values.GetRelayParameter(), (Bytes{10, 138}));
+        QVERIFY(values.GetDeviceParameter().empty());
+        QVERIFY(values.GetIndicatorTestParameter().empty());
+        Bytes stored;
+        values.GetDataArray(stored, 1);
+        QCOMPARE(stored, filled(1, 0));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestMq27Values)
+#include "tst_mq27values.moc"
