@@ -1,0 +1,50 @@
+#pragma once
+
+#include "link/bytes.h"
+
+#include <cstdint>
+#include <vector>
+
+#include <QRandomGenerator>
+
+namespace mq27sim {
+
+// Faults of the line, for tests of how the tool copes.
+struct FaultOptions {
+    int badCrcEvery = 0;     // every Nth answer with a wrong inner CRC (and a right sum)
+    int noiseBytes = 0;      // random bytes in front of every answer
+    int splitGapMs = 0;      // answers in two bursts this far apart
+    double silenceStart = 0; // seconds after the start
+    double silenceSeconds = 0;
+    bool silentForever = false; // from silenceStart on
+    bool pace = false;          // 19200 baud: about 0.52 ms a byte
+    double closeAfterSeconds = 0;
+};
+
+// One piece of an answer on the line, written `delayMs` after the answer is due.
+struct Burst {
+    int delayMs = 0;
+    Bytes bytes;
+    bool isNoise = false;
+};
+
+// Turns each answer frame into what actually goes out on the line.
+class FaultInjector {
+public:
+    explicit FaultInjector(FaultOptions options);
+
+    const FaultOptions& options() const { return options_; }
+    bool silentAt(double seconds) const;
+    // The bursts of the next answer; `corrupted` tells whether its CRC was spoilt.
+    std::vector<Burst> shape(const Bytes& frame, bool& corrupted);
+
+private:
+    static bool spoilCrc(Bytes& frame);
+    Bytes noise();
+
+    FaultOptions options_;
+    std::int64_t answers_ = 0;
+    QRandomGenerator random_{20070315};
+};
+
+} // namespace mq27sim

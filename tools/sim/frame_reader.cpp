@@ -1,0 +1,94 @@
+#include "sim/frame_reader.h"
+
+#include "link/checksum.h"
+
+#include <algorithm>
+
+namespace mq27sim {
+namespace {
+
+constexpr std::uint8_t kStx = 2;
+constexpr std::uint8_t kExtended = 255;
+
+void emitNoise(std::vector<FrameReader::Item>& items, Bytes& noise) {
+    if (noise.empty()) return;
+    items.push_back({false, std::move(noise)});
+    noise.clear();
+}
+
+} // namespace
+
+std::vector<FrameReader::Item> FrameReader::feed(const Bytes& chunk) {
+    buffer_.insert(buffer_.end(), chunk.begin(), chunk.end());
+    return extract(false);
+}
+
+std::vector<FrameReader::Item> FrameReader::flush() {
+    return extract(true);
+}
+
+std::size_t FrameReader::announcedLength(std::size_t at) const {
+    const std::size_t left = buffer_.size() - at;
+    if (left < 2) return 0;
+    if (buffer_[at + 1] != kExtended) return std::size_t(buffer_[at + 1]) + 4;
+    if (left < 4) return 0;
+    return std::size_t(buffer_[at + 2]) * 256 + buffer_[at + 3] + 6;
+}
+
+bool FrameReader::hasFrameAt(std::size_t at, std::size_t total) const {
+    if (total < 4 || at + total > buffer_.size()) return false;
+    const auto begin = buffer_.begin() + static_cast<std::ptrdiff_t>(at);
+    return modChecksum::CheckSumOfBytes(Bytes(begin, begin + static_cast<std::ptrdiff_t>(total)));
+}
+
+// A complete frame that ends with the buffer, behind a front frame that is still incomplete:
+// the tool's next frame after a broken one. Its start, or 0 if there is none.
+std::size_t FrameReader::completeFrameBehindFront() const {
+    for (std::size_t at = 1; at + 4 <= buffer_.size(); ++at)
+        if (buffer_[at] == kStx && announcedLength(at) == buffer_.size() - at &&
+            hasFrameAt(at, buffer_.size() - at))
+            return at;
+    return 0;
+}
+
+void FrameReader::dropFront(std::size_t count, Bytes& noise) {
+    const auto end = buffer_.begin() + static_cast<std::ptrdiff_t>(count);
+    noise.insert(noise.end(), buffer_.begin(), end);
+    buffer_.erase(buffer_.begin(), end);
+}
+
+// With `final`, an incomplete frame at the front counts as noise, and the search goes on
+// behind its STX: a frame of the tool may follow a stray STX that announced a long frame.
+std::vector<FrameReader::Item> FrameReader::extract(bool final) {
+    std::vector<Item> items;
+    Bytes noise;
+    while (!buffer_.empty()) {
+        const auto stx = std::find(buffer_.begin(), buffer_.end(), kStx);
+        dropFront(static_cast<std::size_t>(stx - buffer_.begin()), noise);
+        if (buffer_.empty()) break;
+        const std::size_t total = announcedLength(0);
+        const bool incomplete = total == 0 || total > buffer_.size();
+        if (total > kMaxFrame || (incomplete && final)) {
+            dropFront(1, noise);
+            continue;
+        }
+        if (incomplete) {
+            const std::size_t later = completeFrameBehindFront();
+            if (later == 0) break;
+            dropFront(later, noise);
+            continue;
+        }
+        if (!hasFrameAt(0, total)) {
+            dropFront(1, noise);
+            continue;
+        }
+        Bytes frame(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(total));
+        buffer_.erase(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(total));
+        emitNoise(items, noise);
+        items.push_back({true, std::move(frame)});
+    }
+    emitNoise(items, noise);
+    return items;
+}
+
+} // namespace mq27sim

@@ -1,0 +1,134 @@
+#include "sim/sim_device.h"
+
+#include "sim/setting_limits.h"
+#include "sim/value_table.h"
+
+namespace mq27sim {
+namespace {
+
+// A read telegram from the tool is the six-byte body and its CRC.
+constexpr std::size_t kReadPayload = 8;
+
+bool isRead(int command) {
+    return command >= 1 && command <= 5;
+}
+
+bool isWrite(int command) {
+    return command >= 129 && command <= 139;
+}
+
+} // namespace
+
+SimDevice::SimDevice(DeviceProfile profile, const SimClock& clock, bool drift, QObject* parent)
+    : BusDevice(kOwnKind, profile.serialNumber, profile.unsolicited, parent)
+    , clock_(clock)
+    , values_(std::move(profile.values))
+    , telegram4_(std::move(profile.telegram4))
+    , behaviour_(std::move(profile.behaviour))
+    , airFlowInit_(singleShot(this))
+    , measurement_(singleShot(this)) {
+    if (!drift)
+        for (const std::string& name : values_.names())
+            values_.setDrift(name, Drift{});
+    connect(airFlowInit_, &QTimer::timeout, this, &SimDevice::finishAirFlowInit);
+    connect(measurement_, &QTimer::timeout, this, &SimDevice::finishMeasurement);
+    for (int m = 0; m < static_cast<int>(identify_.size()); ++m) {
+        identify_[m] = singleShot(this);
+        connect(identify_[m], &QTimer::timeout, this, [this, m] { finishIdentify(m); });
+    }
+}
+
+QTimer* SimDevice::singleShot(QObject* owner) {
+    auto* timer = new QTimer(owner);
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
+    return timer;
+}
+
+std::optional<Bytes> SimDevice::respond(const Telegram& t) {
+    if (!t.hasAddress() || t.kind() != kOwnKind || !t.crcIsRight()) return std::nullopt;
+    const int command = t.command();
+    const bool readShape = t.payload.size() == kReadPayload;
+    if (t.serial() == 0) return command == 1 && readShape ? readTelegram(1) : std::nullopt;
+    if (t.serial() != serialNumber()) return std::nullopt;
+    if (isRead(command) && readShape) return readTelegram(command);
+    if (isWrite(command))
+        applyWrite(command, t.block());
+    else
+        report("ignored", {{"cmd", command}, {"reason", "unknown command or length"}});
+    return std::nullopt;
+}
+
+std::optional<Bytes> SimDevice::unsolicitedFrame() {
+    return readTelegram(unsolicited().command);
+}
+
+std::optional<Bytes> SimDevice::readTelegram(int command) const {
+    if (!isRead(command)) return std::nullopt;
+    const Bytes data = command == 1   ? Bytes{}
+                       : command == 4 ? telegram4_
+                                      : encodeData(command, values_, clock_.deviceSeconds());
+    return deviceFrame(kOwnKind, command, serialNumber(), data, true);
+}
+
+bool SimDevice::commit(int command, const Changes& changes) {
+    const QString reason = violation(changes);
+    if (!reason.isEmpty()) {
+        refuse(command, reason);
+        return false;
+    }
+    apply(changes);
+    report("applied", {{"cmd", command}});
+    return true;
+}
+
+QString SimDevice::violation(const Changes& changes) const {
+    for (const Change& c : changes) {
+        const auto range = settingRange(values_, c.name);
+        if (range && !range->contains(c.value))
+            return QStringLiteral("%1 %2 outside %3 to %4")
+                .arg(QString::fromStdString(c.name))
+                .arg(c.value, 0, 'g', 9)
+                .arg(range->min, 0, 'g', 12)
+                .arg(range->max, 0, 'g', 12);
+    }
+    return {};
+}
+
+void SimDevice::apply(const Changes& changes) {
+    for (const Change& c : changes) {
+        const bool held = values_.set(c.name, c.value);
+        Q_ASSERT_X(held, "SimDevice::apply", c.name.c_str());
+    }
+}
+
+void SimDevice::refuse(int command, const QString& reason) {
+    report("refused", {{"cmd", command}, {"reason", reason}});
+}
+
+void SimDevice::report(const QString& event, QJsonObject details) {
+    details.insert("serial", static_cast<double>(serialNumber()));
+    emit notable(event, details);
+}
+
+int SimDevice::detectorCount() const {
+    return flag("controller.hasTwoDetectors") ? 2 : 1;
+}
+
+int SimDevice::moduleIndex(std::uint32_t serial) const {
+    for (int m = 0; serial != 0 && m < 10; ++m)
+        if (value(valueName("modules", m, "serialNum")) == serial) return m;
+    return -1;
+}
+
+// The hole (1 to 5) whose window holds the suck time, or 0.
+int SimDevice::firePlaceOf(int suckTime) const {
+    for (int hole = 1; hole <= 5; ++hole) {
+        const std::string name = "localisation.suckTime" + std::to_string(hole);
+        const double max = value(name + "Max");
+        if (max > 0 && suckTime >= value(name + "Min") && suckTime <= max) return hole;
+    }
+    return 0;
+}
+
+} // namespace mq27sim

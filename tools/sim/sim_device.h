@@ -1,0 +1,89 @@
+#pragma once
+
+#include "sim/bus_device.h"
+#include "sim/device_profile.h"
+#include "sim/sim_clock.h"
+#include "sim/value_store.h"
+
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <QTimer>
+
+namespace mq27sim {
+
+// The virtual device of this family: its values, the read telegrams encoded from them, and
+// the write telegrams applied to them the way the device does it.
+class SimDevice : public BusDevice {
+    Q_OBJECT
+
+public:
+    // Without `drift` every value stays exactly as the profile gives it.
+    SimDevice(DeviceProfile profile, const SimClock& clock, bool drift, QObject* parent);
+
+    std::optional<Bytes> respond(const Telegram& t) override;
+    std::optional<Bytes> unsolicitedFrame() override;
+
+    const ValueStore& values() const { return values_; }
+    // The complete frame of read telegram `command` (1 to 5) as of now.
+    std::optional<Bytes> readTelegram(int command) const;
+
+private:
+    struct Change {
+        std::string name;
+        double value = 0;
+    };
+    using Changes = std::vector<Change>;
+
+    // sim_writes.cpp: one routine per write command.
+    void applyWrite(int command, const Bytes& block);
+    void writeDeviceParameters(const Bytes& block);
+    void startAirFlowInit(const Bytes& block);
+    void resetAlarmAndFault(const Bytes& block);
+    void resetMessages(const Bytes& block);
+    void writeLocalisation(const Bytes& block);
+    void learnMode(const Bytes& block);
+    void abortLearnMode();
+    void writeModuleParameters(const Bytes& block);
+    void writeTemperatures(const Bytes& block);
+    void writeRelayMasks(const Bytes& block);
+    void identifyModule(const Bytes& block);
+
+    // Applies all changes, or none when one lies outside the device's limits.
+    bool commit(int command, const Changes& changes);
+    QString violation(const Changes& changes) const;
+    void apply(const Changes& changes);
+    void refuse(int command, const QString& reason);
+    void report(const QString& event, QJsonObject details = {});
+
+    void finishAirFlowInit();
+    void finishMeasurement();
+    void stopMeasurement();
+    void finishIdentify(int module);
+
+    double value(const std::string& name) const { return values_.get(name); }
+    bool flag(const std::string& name) const { return values_.get(name) != 0; }
+    int detectorCount() const;
+    int moduleIndex(std::uint32_t serial) const;
+    int firePlaceOf(int suckTime) const;
+    QTimer* singleShot(QObject* owner);
+
+    const SimClock& clock_;
+    ValueStore values_;
+    Bytes telegram4_;
+    Behaviour behaviour_;
+
+    QTimer* airFlowInit_;
+    Changes airFlowSetPoints_;
+    double operatingLedBeforeInit_ = 3;
+
+    QTimer* measurement_;
+    int measurementsDone_ = 0;
+
+    std::array<QTimer*, 10> identify_{};
+    std::map<int, std::vector<double>> ledsBeforeIdentify_;
+};
+
+} // namespace mq27sim

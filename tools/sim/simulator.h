@@ -1,0 +1,73 @@
+#pragma once
+
+#include "sim/bus_device.h"
+#include "sim/device_profile.h"
+#include "sim/fault_injector.h"
+#include "sim/frame_reader.h"
+#include "sim/pty_line.h"
+#include "sim/sim_clock.h"
+#include "sim/sim_log.h"
+
+#include <vector>
+
+#include <QObject>
+#include <QTimer>
+
+namespace mq27sim {
+
+class SimDevice;
+
+struct SimOptions {
+    std::vector<QString> profiles;
+    int answerDelayMs = 30;
+    int staggerMs = 15; // further delay of each next device on the line
+    double speed = 1.0;
+    bool drift = true;
+    double unsolicitedSeconds = 0; // for every device; 0 leaves the profiles' setting
+    int unsolicitedCommand = 0;    // 0 leaves the profiles' command
+    FaultOptions faults;
+    QString logPath;
+    QString linkPath;
+};
+
+// The line with its devices: reads what the tool sends, lets every device answer what is
+// meant for it, and puts the answers on the line with their delays and faults.
+class Simulator : public QObject {
+    Q_OBJECT
+
+public:
+    Simulator(std::vector<DeviceProfile> profiles, SimOptions options, QObject* parent = nullptr);
+
+    // Opens the pseudo-terminal and the log; starts the timers of the options.
+    bool start(QString& error);
+    QString portPath() const { return line_.portPath(); }
+
+    int deviceCount() const { return static_cast<int>(devices_.size()); }
+    BusDevice* device(int index) const { return devices_.at(static_cast<std::size_t>(index)); }
+    // The first device of this family, if there is one.
+    SimDevice* ownDevice() const;
+    const SimClock& clock() const { return clock_; }
+
+signals:
+    void lineClosed();
+
+private:
+    void onReceived(const Bytes& bytes);
+    void handleItems(const std::vector<FrameReader::Item>& items);
+    void dispatch(const Bytes& frame);
+    void transmit(const Bytes& frame, const QJsonObject& tags);
+    void startUnsolicited(BusDevice* device);
+    void startSilenceEvents();
+    void closeLine();
+
+    SimOptions options_;
+    SimClock clock_;
+    SimLog log_;
+    PtyLine line_;
+    FrameReader reader_;
+    FaultInjector faults_;
+    QTimer idle_;
+    std::vector<BusDevice*> devices_;
+};
+
+} // namespace mq27sim
