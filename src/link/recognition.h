@@ -2,6 +2,8 @@
 
 #include "link/bytes.h"
 
+#include <cstddef>
+
 #include <QObject>
 #include <QString>
 
@@ -29,7 +31,13 @@ public:
     // any) and closes the tool; "Program not found" when it isn't there.
     void StartExtKOMPA(const QString& file);
 
+Q_SIGNALS:
+    // A telegram of the own family is on its way to the decoder.
+    void ownTelegram(const Bytes& t);
+
 private:
+    void handleOwnTelegram(const Bytes& t, std::size_t h);
+
     AppContext& m_app;
     int m_counter = 0;
 };

@@ -3,11 +3,13 @@
 #include "link/bytes.h"
 #include "shell/formtimer.h"
 
+#include <QDateTime>
 #include <QObject>
 #include <QString>
 
 class AppContext;
 class Form;
+class SerialPortDevice;
 
 // The start window's serial half: the port, the collecting window after the first byte
 // of a burst, the echo and search filters, the stamping, the send and receive LEDs with the
@@ -45,8 +47,9 @@ public:
     bool isPortOpen() const;
     void closePort();
 
-    // Fills cboPort of frmInterface: entry i is "i" for a port that opens, "--" for one
-    // that doesn't, entry 0 is string 53; selects the open port's entry.
+    // Fills cboPort of frmInterface: entry i is "i" with its device name for a port that
+    // opens, "--" for one that doesn't, entry 0 is string 53; selects the open port's entry.
+    // The port in use is closed for the probe and given back.
     void ShowCOMPort();
     // mnuInterface: language, frmInterface non-modal, ShowCOMPort.
     void ShowInterface();
@@ -69,8 +72,11 @@ Q_SIGNALS:
 
 private:
     void onInterfaceClicked(const QString& element);
+    void onToRxTick();
     void setIconBit(int bit, bool on);
     Form& startWindow();
+    SerialPortDevice* port() const;
+    QDateTime now() const;
 
     AppContext& m_app;
     FormTimer m_tmrToRx{321};

@@ -1,0 +1,104 @@
+#include "link/qtserialportdevice.h"
+
+#include <algorithm>
+
+#include <QFileInfo>
+#include <QSerialPortInfo>
+
+namespace {
+
+constexpr int kFirstPort = 1;
+constexpr int kLastPort = 16;
+
+QStringList systemPortPaths() {
+    QStringList paths;
+    const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo& info : ports)
+        paths << info.systemLocation();
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+// Errors after which the line is gone for good. A closed pseudo-terminal keeps reporting a
+// read error, a pulled adapter a resource error; left open, either spins the event loop.
+bool isFatal(QSerialPort::SerialPortError error) {
+    switch (error) {
+    case QSerialPort::NoError:
+    case QSerialPort::TimeoutError:
+    case QSerialPort::UnsupportedOperationError:
+        return false;
+    default:
+        return true;
+    }
+}
+
+} // namespace
+
+QtSerialPortDevice::QtSerialPortDevice(QObject* parent)
+    : SerialPortDevice(parent) {
+    connect(&m_port, &QSerialPort::readyRead, this, &SerialPortDevice::received);
+    connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPortDevice::onError);
+}
+
+QtSerialPortDevice::~QtSerialPortDevice() {
+    // The port must not report anything to a half-destroyed object.
+    disconnect(&m_port, nullptr, this, nullptr);
+    m_port.close();
+}
+
+bool QtSerialPortDevice::open(int portNumber) {
+    close();
+    m_portNumber = portNumber;
+    const QString path = devicePath(portNumber);
+    if (path.isEmpty()) return false;
+    // A link to the device (a pseudo-terminal's stable name) locks the device itself.
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    m_port.setPortName(canonical.isEmpty() ? path : canonical);
+    m_port.setBaudRate(QSerialPort::Baud19200);
+    m_port.setDataBits(QSerialPort::Data8);
+    m_port.setParity(QSerialPort::NoParity);
+    m_port.setStopBits(QSerialPort::OneStop);
+    m_port.setFlowControl(QSerialPort::NoFlowControl);
+    if (!m_port.open(QIODevice::ReadWrite)) {
+        m_port.clearError();
+        return false;
+    }
+    return true;
+}
+
+void QtSerialPortDevice::close() {
+    if (m_port.isOpen()) m_port.close();
+    m_port.clearError();
+}
+
+bool QtSerialPortDevice::isOpen() const {
+    return m_port.isOpen();
+}
+
+QByteArray QtSerialPortDevice::readAll() {
+    return m_port.isOpen() ? m_port.readAll() : QByteArray();
+}
+
+void QtSerialPortDevice::write(const QByteArray& data) {
+    if (m_port.isOpen()) m_port.write(data);
+}
+
+QString QtSerialPortDevice::deviceName(int portNumber) const {
+    return devicePath(portNumber);
+}
+
+QString QtSerialPortDevice::devicePath(int portNumber) {
+    if (portNumber < kFirstPort || portNumber > kLastPort) return {};
+    const QString fromEnvironment =
+        qEnvironmentVariable(QStringLiteral("MQ27D_PORT%1").arg(portNumber).toLatin1().constData());
+    if (!fromEnvironment.isEmpty()) return fromEnvironment;
+    const QStringList paths = systemPortPaths();
+    return portNumber <= paths.size() ? paths.at(portNumber - 1) : QString();
+}
+
+void QtSerialPortDevice::onError(QSerialPort::SerialPortError error) {
+    if (!isFatal(error) || !m_port.isOpen()) return;
+    m_port.close();
+    m_port.clearError();
+    Q_EMIT lost();
+}

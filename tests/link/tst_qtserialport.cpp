@@ -1,0 +1,235 @@
+#include "link/qtserialportdevice.h"
+#include "link/recognition.h"
+#include "link/seriallink.h"
+#include "link/telegram.h"
+#include "support/fakes.h"
+#include "support/testsupport.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+#include <ctime>
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+using testsupport::bytes;
+
+namespace {
+
+// The device's side of a pseudo-terminal; the tool opens the other side by its path.
+class PseudoTerminal {
+public:
+    PseudoTerminal() {
+        m_master = posix_openpt(O_RDWR | O_NOCTTY);
+        if (m_master < 0) return;
+        char name[128] = {};
+        if (grantpt(m_master) != 0 || unlockpt(m_master) != 0 ||
+            ptsname_r(m_master, name, sizeof name) != 0) {
+            closeMaster();
+            return;
+        }
+        fcntl(m_master, F_SETFL, fcntl(m_master, F_GETFL) | O_NONBLOCK);
+        m_path = QString::fromLocal8Bit(name);
+    }
+    ~PseudoTerminal() { closeMaster(); }
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+    bool isValid() const { return m_master >= 0; }
+    QString path() const { return m_path; }
+
+    bool send(const QByteArray& data) {
+        return ::write(m_master, data.constData(), static_cast<size_t>(data.size())) == data.size();
+    }
+    // What the tool wrote, once `count` bytes are there or the time is up.
+    QByteArray receive(qsizetype count, int timeoutMs = 3000) {
+        QByteArray out;
+        const QDeadlineTimer deadline(timeoutMs);
+        while (out.size() < count && !deadline.hasExpired()) {
+            char buffer[256];
+            const ssize_t n = ::read(m_master, buffer, sizeof buffer);
+            if (n > 0)
+                out.append(buffer, n);
+            else
+                QTest::qWait(5);
+        }
+        return out;
+    }
+    void closeMaster() {
+        if (m_master >= 0) ::close(m_master);
+        m_master = -1;
+    }
+
+private:
+    int m_master = -1;
+    QString m_path;
+};
+
+double processorSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+}
+
+// Every byte value, the frame's STX and the flow-control characters among them.
+QByteArray allByteValues() {
+    QByteArray data;
+    for (int i = 0; i < 256; ++i)
+        data.append(static_cast<char>(i));
+    return data;
+}
+
+void mapPort(int number, const QString& path) {
+    qputenv(QStringLiteral("MQ27D_PORT%1").arg(number).toLatin1().constData(), path.toLocal8Bit());
+}
+
+} // namespace
+
+class TestQtSerialPort : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup();
+    void environmentNamesThePort();
+    void bytesBothWays();
+    void symlinkToPseudoTerminal();
+    void closedLineIsLostWithoutSpinning();
+    void toolOnPseudoTerminal();
+};
+
+void TestQtSerialPort::cleanup() {
+    for (int n = 1; n <= 3; ++n)
+        qunsetenv(QStringLiteral("MQ27D_PORT%1").arg(n).toLatin1().constData());
+}
+
+void TestQtSerialPort::environmentNamesThePort() {
+    PseudoTerminal line;
+    QVERIFY(line.isValid());
+    mapPort(1, line.path());
+    mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
+    QtSerialPortDevice device;
+
+    QCOMPARE(device.deviceName(1), line.path());
+    QCOMPARE(device.deviceName(2), QStringLiteral("/nonexistent/ttyMQ"));
+    QVERIFY(device.deviceName(0).isEmpty());
+    QVERIFY(device.deviceName(17).isEmpty());
+
+    QVERIFY(!device.open(2));
+    QVERIFY(!device.isOpen());
+    QCOMPARE(device.portNumber(), 2);
+    QVERIFY(!device.open(17));
+
+    QVERIFY(device.open(1));
+    QVERIFY(device.isOpen());
+    QCOMPARE(device.portNumber(), 1);
+    QVERIFY2(!device.open(2) && !device.isOpen(), "a new open closes the old port");
+    QVERIFY(device.open(1));
+    device.close();
+    QVERIFY(!device.isOpen());
+    QVERIFY(device.readAll().isEmpty());
+}
+
+void TestQtSerialPort::bytesBothWays() {
+    PseudoTerminal line;
+    QVERIFY(line.isValid());
+    mapPort(1, line.path());
+    QtSerialPortDevice device;
+    QVERIFY(device.open(1));
+    QSignalSpy received(&device, &SerialPortDevice::received);
+
+    const QByteArray data = allByteValues();
+    QVERIFY(line.send(data));
+    QByteArray in;
+    QTRY_VERIFY_WITH_TIMEOUT((in += device.readAll(), in.size() >= data.size()), 3000);
+    QCOMPARE(in, data);
+    QVERIFY(received.count() >= 1);
+
+    device.write(data);
+    QCOMPARE(line.receive(data.size()), data);
+}
+
+void TestQtSerialPort::symlinkToPseudoTerminal() {
+    PseudoTerminal line;
+    QVERIFY(line.isValid());
+    QTemporaryDir folder;
+    const QString link = folder.filePath(QStringLiteral("ttyMQ27"));
+    QVERIFY(QFile::link(line.path(), link));
+    mapPort(3, link);
+    QtSerialPortDevice device;
+
+    QCOMPARE(device.deviceName(3), link);
+    QVERIFY(device.open(3));
+    device.write(QByteArray("\x02\x00\x00\x02", 4));
+    QCOMPARE(line.receive(4), QByteArray("\x02\x00\x00\x02", 4));
+}
+
+void TestQtSerialPort::closedLineIsLostWithoutSpinning() {
+    PseudoTerminal line;
+    QVERIFY(line.isValid());
+    mapPort(1, line.path());
+    QtSerialPortDevice device;
+    QVERIFY(device.open(1));
+    QSignalSpy lost(&device, &SerialPortDevice::lost);
+
+    line.closeMaster();
+    QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, 3000);
+    QVERIFY(!device.isOpen());
+
+    const double before = processorSeconds();
+    QTest::qWait(400);
+    const double used = processorSeconds() - before;
+    QVERIFY2(used < 0.2, qPrintable(QStringLiteral("%1 s of processor time").arg(used)));
+    QCOMPARE(lost.count(), 1);
+    QVERIFY(device.readAll().isEmpty());
+}
+
+// The link on a real line: a search telegram goes out, an answer comes back through the
+// collecting window, and a line that goes away leaves the tool running.
+void TestQtSerialPort::toolOnPseudoTerminal() {
+    PseudoTerminal line;
+    QVERIFY(line.isValid());
+    mapPort(1, line.path());
+    QtSerialPortDevice device;
+    ScriptedDialogs dialogs;
+    FakeLauncher launcher;
+    MemorySettings settings;
+    FixedClock clock;
+    Services services;
+    services.port = &device;
+    services.dialogs = &dialogs;
+    services.launcher = &launcher;
+    services.settings = &settings;
+    services.clock = &clock;
+    AppContext app(services);
+    SerialLink& link = app.link();
+    Form& start = app.forms().frmMQ27D();
+    QSignalSpy own(&app.recognition(), &Recognition::ownTelegram);
+
+    link.SwitchToComPort(1);
+    QVERIFY(link.isPortOpen());
+    app.recognition().SearchStep();
+    QCOMPARE(line.receive(12),
+             toByteArray(bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94})));
+
+    const Bytes answer =
+        telegram::MakeSendFrame(bytes({0x0A, 0x01, 0x00, 0x12, 0xD6, 0x87, 0x42}), true).value();
+    QVERIFY(line.send(toByteArray(answer)));
+    QTRY_COMPARE_WITH_TIMEOUT(own.count(), 1, 3000);
+    const Bytes handled = own.at(0).at(0).value<Bytes>();
+    QVERIFY(std::equal(answer.begin(), answer.end() - 2, handled.begin()));
+
+    line.closeMaster();
+    QTRY_VERIFY_WITH_TIMEOUT(!link.isPortOpen(), 3000);
+    app.recognition().SearchStep();
+    QCOMPARE(start.caption(QStringLiteral("lblDevice")), QStringLiteral("COM port OFF"));
+    QVERIFY(!app.g.gClosing);
+}
+
+QTEST_GUILESS_MAIN(TestQtSerialPort)
+#include "tst_qtserialport.moc"

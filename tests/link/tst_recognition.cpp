@@ -1,0 +1,328 @@
+#include "link/checksum.h"
+#include "link/recognition.h"
+#include "link/seriallink.h"
+#include "link/telegram.h"
+#include "support/fakes.h"
+#include "support/testsupport.h"
+#include "values/mq27values.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+
+using testsupport::bytes;
+
+namespace {
+
+const QString kLblDevice = QStringLiteral("lblDevice");
+const QDateTime kReceived(QDate(2026, 11, 23), QTime(9, 30, 15));
+
+Bytes stamp(const Bytes& frame) {
+    return telegram::StampTelegram(frame, kReceived).value();
+}
+
+// A stamped telegram of the own family from device 1234567 (00 12 D6 87).
+Bytes ownTelegram(int command, std::size_t dataBytes = 3) {
+    Bytes data = bytes({0x0A, command, 0x00, 0x12, 0xD6, 0x87});
+    data.resize(data.size() + dataBytes, 0x21);
+    return stamp(telegram::MakeSendFrame(data, true).value());
+}
+
+// A stamped telegram of kind `kind` whose payload is `length` bytes; kinds 7 and 10 carry
+// the inner CRC inside those bytes.
+Bytes kindTelegram(int kind, std::size_t length) {
+    const bool withCrc = kind == 7 || kind == 10;
+    Bytes payload(withCrc ? length - 2 : length, 0x00);
+    payload[0] = static_cast<std::uint8_t>(kind);
+    return stamp(telegram::MakeSendFrame(payload, withCrc).value());
+}
+
+// The second family announces 173 payload bytes and sends 171.
+Bytes secondFamilyTelegram(int lengthByte) {
+    Bytes payload(171, 0x00);
+    payload[0] = 2;
+    Bytes frame = telegram::MakeSendFrame(payload, false).value();
+    frame[1] = static_cast<std::uint8_t>(lengthByte);
+    modChecksum::AddSumOfBytes(frame);
+    return stamp(frame);
+}
+
+Bytes withFixedSum(Bytes t) {
+    modChecksum::AddSumOfBytes(t);
+    return t;
+}
+
+struct Context {
+    TestApp t;
+    Recognition& recognition = t.app->recognition();
+    SerialLink& link = t.app->link();
+    Form& start = t.app->forms().frmMQ27D();
+
+    Context() { link.SwitchToComPort(1); }
+    QString suitePath() const {
+#ifdef Q_OS_WIN
+        return QDir(t.programDir()).filePath(QStringLiteral("Kompa3.exe"));
+#else
+        return QDir(t.programDir()).filePath(QStringLiteral("Kompa3"));
+#endif
+    }
+    void installSuite() const {
+        QFile file(suitePath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+};
+
+} // namespace
+
+class TestRecognition : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void searchCycle();
+    void searchWithPortClosedKeepsCounter();
+    void rejected_data();
+    void rejected();
+    void ignoredWhileClosing();
+    void otherFamiliesHandOver_data();
+    void otherFamiliesHandOver();
+    void handOverOfLoadedFile();
+    void programNotFound();
+    void noStartOnceClosing();
+    void ownTelegramRoutes_data();
+    void ownTelegramRoutes();
+    void extendedFormReadsSerialBehindLongHeader();
+};
+
+void TestRecognition::searchCycle() {
+    Context c;
+    struct Step {
+        const char* text;
+        Bytes frame;
+        int counter;
+    };
+    const Step steps[] = {
+        {"searching for MQ27..//....",
+         bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94}), 1},
+        {"searching for MQ20....//..",
+         bytes({0x02, 0x08, 0x07, 0x01, 0, 0, 0, 0, 0x62, 0x10, 0x00, 0x84}), 2},
+        {"searching for MQLR......//", bytes({0x02, 0x00, 0x00, 0x02}), 0},
+        {"searching for MQ27..//....",
+         bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94}), 1},
+    };
+    for (const Step& step : steps) {
+        c.link.stopTimers();
+        c.recognition.SearchStep();
+        QCOMPARE(c.start.caption(kLblDevice), QString::fromLatin1(step.text));
+        QCOMPARE(c.t.port.written.last(), toByteArray(step.frame));
+        QCOMPARE(c.recognition.searchCounter(), step.counter);
+        QVERIFY2(c.link.tmrZeroCommand().isEnabled(), "each step restarts the search timer");
+    }
+    QCOMPARE(c.t.port.written.size(), 4);
+}
+
+void TestRecognition::searchWithPortClosedKeepsCounter() {
+    Context c;
+    c.recognition.SearchStep();
+    c.link.closePort();
+    c.link.stopTimers();
+
+    c.recognition.SearchStep();
+    c.recognition.SearchStep();
+    QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
+    QCOMPARE(c.recognition.searchCounter(), 1);
+    QCOMPARE(c.t.port.written.size(), 1);
+    QVERIFY(!c.link.tmrZeroCommand().isEnabled());
+
+    c.link.SwitchToComPort(1);
+    c.recognition.SearchStep();
+    QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("searching for MQ20....//.."));
+}
+
+void TestRecognition::rejected_data() {
+    QTest::addColumn<Bytes>("telegram");
+
+    Bytes wrongSum = ownTelegram(2);
+    wrongSum.back() ^= 0x01;
+    Bytes wrongCrc = ownTelegram(2);
+    wrongCrc[8] ^= 0x40;
+    Bytes wrongLength = ownTelegram(2);
+    wrongLength[1] += 1;
+    Bytes minlixWrongCrc = kindTelegram(7, 20);
+    minlixWrongCrc[5] ^= 0x01;
+    Bytes firstFamilyLong = kindTelegram(1, 48);
+    firstFamilyLong[1] = 49;
+    Bytes unknownKind = kindTelegram(10, 20);
+    unknownKind[2] = 3;
+
+    QTest::newRow("empty") << Bytes();
+    QTest::newRow("three bytes") << bytes({0x02, 0x00, 0x02});
+    QTest::newRow("unstamped frame")
+        << telegram::MakeSendFrame(bytes({0x0A, 1, 0, 0, 0, 1}), true).value();
+    QTest::newRow("wrong sum") << wrongSum;
+    QTest::newRow("own kind, wrong inner CRC") << withFixedSum(wrongCrc);
+    QTest::newRow("own kind, wrong length") << withFixedSum(wrongLength);
+    QTest::newRow("fourth family, wrong inner CRC") << withFixedSum(minlixWrongCrc);
+    QTest::newRow("kind 3") << withFixedSum(unknownKind);
+    QTest::newRow("kind 11") << kindTelegram(11, 20);
+    QTest::newRow("second family, length byte 171") << secondFamilyTelegram(171);
+    QTest::newRow("first family, length byte off by one") << withFixedSum(firstFamilyLong);
+}
+
+void TestRecognition::rejected() {
+    QFETCH(Bytes, telegram);
+    Context c;
+    c.link.stopTimers();
+    QSignalSpy own(&c.recognition, &Recognition::ownTelegram);
+
+    c.recognition.RcvDataHandle(telegram);
+    QVERIFY(c.start.caption(kLblDevice).isEmpty());
+    QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kDefault);
+    QVERIFY(!c.link.tmrZeroCommand().isEnabled());
+    QVERIFY(c.link.isPortOpen());
+    QVERIFY(c.t.launcher.started.isEmpty());
+    QCOMPARE(own.count(), 0);
+    QVERIFY(!c.t.app->values());
+}
+
+void TestRecognition::ignoredWhileClosing() {
+    Context c;
+    c.link.stopTimers();
+    c.t.app->g.gClosing = true;
+    c.recognition.RcvDataHandle(kindTelegram(1, 48));
+    c.recognition.RcvDataHandle(ownTelegram(1));
+    QVERIFY(c.start.caption(kLblDevice).isEmpty());
+    QVERIFY(c.t.launcher.started.isEmpty());
+    QVERIFY(!c.t.app->values());
+}
+
+void TestRecognition::otherFamiliesHandOver_data() {
+    QTest::addColumn<Bytes>("telegram");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("1") << kindTelegram(1, 48) << "VARLIX recognized";
+    QTest::newRow("2") << secondFamilyTelegram(173) << "DURLIX recognized";
+    QTest::newRow("5") << kindTelegram(5, 269) << "VARLIX NET recognized";
+    QTest::newRow("6") << kindTelegram(6, 269) << "DURLIX/a recognized";
+    QTest::newRow("7") << kindTelegram(7, 8) << "MINLIX recognized";
+    QTest::newRow("7, extended form") << kindTelegram(7, 300) << "MINLIX recognized";
+    QTest::newRow("8") << kindTelegram(8, 291) << "DURLIX LSN recognized";
+    QTest::newRow("9") << kindTelegram(9, 291) << "VARLIX LSN recognized";
+    QTest::newRow("12") << kindTelegram(12, 273) << "VARLIX/a recognized";
+}
+
+void TestRecognition::otherFamiliesHandOver() {
+    QFETCH(Bytes, telegram);
+    QFETCH(QString, text);
+    Context c;
+    c.installSuite();
+    c.link.stopTimers();
+    QSignalSpy own(&c.recognition, &Recognition::ownTelegram);
+
+    c.recognition.RcvDataHandle(telegram);
+    QCOMPARE(c.start.caption(kLblDevice), text);
+    QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kGreen);
+    QCOMPARE(c.link.iconIndex() & 1, 1);
+    QVERIFY2(!c.link.isPortOpen(), "the suite opens the port itself");
+    QCOMPARE(c.t.launcher.started.size(), 1);
+    QCOMPARE(c.t.launcher.started[0].program, c.suitePath());
+    QVERIFY(c.t.launcher.started[0].arguments.isEmpty());
+    QVERIFY(c.t.dialogs.shown.isEmpty());
+    QCOMPARE(own.count(), 0);
+}
+
+void TestRecognition::handOverOfLoadedFile() {
+    Context c;
+    c.installSuite();
+    c.link.closePort();
+    const QString file = QStringLiteral("/data/old device.ko3");
+    c.link.setLoadedFileName(file);
+    c.link.setDataFromFile(true);
+
+    c.recognition.RcvDataHandle(kindTelegram(1, 48));
+    QCOMPARE(c.t.launcher.started.size(), 1);
+    QCOMPARE(c.t.launcher.started[0].arguments, QStringList{file});
+}
+
+void TestRecognition::programNotFound() {
+    Context c;
+    c.recognition.RcvDataHandle(kindTelegram(9, 291));
+
+    QCOMPARE(c.t.launcher.started.size(), 1);
+    QCOMPARE(c.t.dialogs.shown.size(), 1);
+    const ScriptedDialogs::Shown& box = c.t.dialogs.shown[0];
+    QCOMPARE(box.text,
+             QStringLiteral("Program not found\r\n\r\n") + QDir::toNativeSeparators(c.suitePath()));
+    QCOMPARE(box.title, QStringLiteral("Error"));
+    QCOMPARE(box.icon, UserDialogs::Icon::Critical);
+    QCOMPARE(box.buttons, UserDialogs::Buttons::Ok);
+    QVERIFY(!c.link.isPortOpen());
+}
+
+void TestRecognition::noStartOnceClosing() {
+    Context c;
+    c.t.app->g.gClosing = true;
+    c.recognition.StartExtKOMPA(QStringLiteral("x.ko3"));
+    QVERIFY(c.t.launcher.started.isEmpty());
+    QVERIFY(c.t.dialogs.shown.isEmpty());
+    QVERIFY(!c.link.isPortOpen());
+}
+
+void TestRecognition::ownTelegramRoutes_data() {
+    QTest::addColumn<QString>("shownSerial");
+    QTest::addColumn<bool>("deviceSearch");
+    QTest::addColumn<int>("command");
+    QTest::addColumn<bool>("decoded");
+    QTest::addColumn<bool>("connecting");
+
+    QTest::newRow("new device, telegram 1") << "" << false << 1 << true << true;
+    QTest::newRow("new device, telegram 2") << "" << false << 2 << false << false;
+    QTest::newRow("known device, telegram 2") << "1234567" << false << 2 << true << false;
+    QTest::newRow("known device, telegram 1") << "1234567" << false << 1 << true << false;
+    QTest::newRow("another device, telegram 1") << "7654321" << false << 1 << true << true;
+    QTest::newRow("another device, telegram 5") << "7654321" << false << 5 << false << false;
+    QTest::newRow("device search, telegram 3") << "7654321" << true << 3 << true << false;
+}
+
+void TestRecognition::ownTelegramRoutes() {
+    QFETCH(QString, shownSerial);
+    QFETCH(bool, deviceSearch);
+    QFETCH(int, command);
+    QFETCH(bool, decoded);
+    QFETCH(bool, connecting);
+    Context c;
+    c.link.stopTimers();
+    c.t.app->forms().frmDisplay().setCaption(QStringLiteral("lblSerialNo_0"), shownSerial);
+    c.t.app->g.gDeviceSearch = deviceSearch;
+    QSignalSpy own(&c.recognition, &Recognition::ownTelegram);
+    const Bytes telegram = ownTelegram(command);
+
+    c.recognition.RcvDataHandle(telegram);
+    QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kGreen);
+    QVERIFY(c.link.tmrZeroCommand().isEnabled());
+    // Taking a new device on switches the language, which clears the status line.
+    if (!connecting) QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("SHELLIX recognized"));
+    QVERIFY2(c.t.app->values(), "the first own telegram creates the value store");
+    QCOMPARE(own.count(), decoded ? 1 : 0);
+    if (decoded) QCOMPARE(own.at(0).at(0).value<Bytes>(), telegram);
+    Form& connect = c.t.app->forms().frmConnect();
+    QCOMPARE(connect.isShown(), connecting);
+    if (connecting) QCOMPARE(connect.title(), QStringLiteral("1234567 - ") + c.t.app->g.gAppTitle);
+    QVERIFY(c.t.launcher.started.isEmpty());
+    QVERIFY(c.link.isPortOpen());
+}
+
+void TestRecognition::extendedFormReadsSerialBehindLongHeader() {
+    Context c;
+    QSignalSpy own(&c.recognition, &Recognition::ownTelegram);
+    const Bytes telegram = ownTelegram(1, 300);
+    QCOMPARE(telegram[1], 255);
+
+    c.recognition.RcvDataHandle(telegram);
+    QCOMPARE(own.count(), 1);
+    QCOMPARE(c.t.app->forms().frmConnect().title(),
+             QStringLiteral("1234567 - ") + c.t.app->g.gAppTitle);
+}
+
+QTEST_GUILESS_MAIN(TestRecognition)
+#include "tst_recognition.moc"

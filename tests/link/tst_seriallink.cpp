@@ -1,0 +1,452 @@
+#include "link/checksum.h"
+#include "link/recognition.h"
+#include "link/seriallink.h"
+#include "link/telegram.h"
+#include "support/fakes.h"
+#include "support/testsupport.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+
+using testsupport::bytes;
+
+namespace {
+
+const QString kLblDevice = QStringLiteral("lblDevice");
+const QString kPicReceive = QStringLiteral("picReceive");
+const QString kCboPort = QStringLiteral("cboPort");
+
+Bytes frameOf(const Bytes& data) {
+    return telegram::MakeSendFrame(data, true).value();
+}
+
+Bytes concat(const Bytes& a, const Bytes& b) {
+    Bytes out = a;
+    out.insert(out.end(), b.begin(), b.end());
+    return out;
+}
+
+// The poll telegram for device 1 with `command`, as the tool sends it.
+Bytes pollFrame(int command) {
+    return frameOf(bytes({0x0A, command, 0x00, 0x00, 0x00, 0x01}));
+}
+
+// An answer of device 1234567 (00 12 D6 87) with some data.
+Bytes answerFrame(int command) {
+    return frameOf(bytes({0x0A, command, 0x00, 0x12, 0xD6, 0x87, 0x11, 0x22, 0x33}));
+}
+
+// A telegram of the first sibling family: 52 bytes, no inner CRC.
+Bytes siblingFrame() {
+    Bytes payload(48, 0x00);
+    payload[0] = 1;
+    return telegram::MakeSendFrame(payload, false).value();
+}
+
+QByteArray raw(const Bytes& b) {
+    return toByteArray(b);
+}
+
+QString hexOf(const Bytes& b) {
+    QString text;
+    for (const std::uint8_t byte : b)
+        text += QStringLiteral("%1 ").arg(byte, 2, 16, QLatin1Char('0')).toUpper();
+    return text;
+}
+
+// A context with port 1 open and the search timer at rest.
+struct OpenLink {
+    TestApp t;
+    SerialLink& link = t.app->link();
+    Form& start = t.app->forms().frmMQ27D();
+
+    OpenLink() {
+        t.settings.values[QStringLiteral("Port")] = QStringLiteral("1");
+        link.SwitchToComPort(1);
+        link.stopTimers();
+    }
+    // A burst arrives and its collecting window ends.
+    void receive(const Bytes& burst) {
+        t.port.deliver(raw(burst));
+        link.RcvDataGet();
+    }
+    bool recognized() const { return start.caption(kLblDevice).endsWith(u" recognized"); }
+};
+
+} // namespace
+
+class TestSerialLink : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startState();
+    void sendPutsFrameOnLine();
+    void sendWithSendEnableCleared();
+    void sendWithPortClosedDoesNothing();
+    void unbuildableFrameIsDropped();
+    void receiveFilters_data();
+    void receiveFilters();
+    void laterFrameOfBurstWins();
+    void stampedTelegramAndFileFlag();
+    void unstampableTelegramIsDropped();
+    void telegramSplitOverTwoReadsIsLost();
+    void collectingWindowCountsFromFirstByte();
+    void receiveLedAndIconIndex();
+    void lostPortLeavesToolRunning();
+    void switchToComPort_data();
+    void switchToComPort();
+    void portList();
+    void interfaceButtons_data();
+    void interfaceButtons();
+};
+
+void TestSerialLink::startState() {
+    TestApp t;
+    SerialLink& link = t.app->link();
+    QVERIFY(t.app->forms().frmMQ27D().isChecked(QStringLiteral("chkSendEnable")));
+    QCOMPARE(link.tmrToRx().interval(), 321);
+    QCOMPARE(link.tmrZeroCommand().interval(), 1789);
+    QCOMPARE(link.tmrReceiveLED().interval(), 100);
+    QCOMPARE(link.tmrSendLED().interval(), 100);
+    QVERIFY(!link.isPortOpen());
+    QVERIFY(link.lastSent().empty());
+    QCOMPARE(link.iconIndex(), 0);
+}
+
+void TestSerialLink::sendPutsFrameOnLine() {
+    OpenLink l;
+    QSignalSpy icon(&l.link, &SerialLink::iconIndexChanged);
+    l.link.MakeSendString(bytes({0x0A, 0x01, 0, 0, 0, 0}), true);
+
+    const Bytes frame = bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94});
+    QCOMPARE(l.t.port.written, QList<QByteArray>{raw(frame)});
+    QCOMPARE(l.link.lastSent(), frame);
+    const QString monitor = l.start.caption(QStringLiteral("txtComSend"));
+    QVERIFY2(monitor.endsWith(u"\r\n\r\n02 08 0A 01 00 00 00 00 2C 53 00 94 "),
+             qPrintable(monitor));
+    QVERIFY(monitor.contains(u"09:30:15"));
+    QCOMPARE(l.start.foreColor(kPicReceive), colors::kRed);
+    QVERIFY(l.link.tmrSendLED().isEnabled());
+    QVERIFY(l.link.tmrZeroCommand().isEnabled());
+    QCOMPARE(l.link.iconIndex(), 2);
+    QCOMPARE(icon.count(), 1);
+
+    Q_EMIT l.link.tmrSendLED().timeout();
+    QCOMPARE(l.start.foreColor(kPicReceive), colors::kDefault);
+    QVERIFY(!l.link.tmrSendLED().isEnabled());
+    QCOMPARE(l.link.iconIndex(), 0);
+    QCOMPARE(icon.count(), 2);
+}
+
+void TestSerialLink::sendWithSendEnableCleared() {
+    OpenLink l;
+    l.start.userSetValue(QStringLiteral("chkSendEnable"), 0);
+    const Bytes frame = pollFrame(2);
+    l.link.DataTx(frame);
+    QVERIFY(l.t.port.written.isEmpty());
+    QCOMPARE(l.link.lastSent(), frame);
+    QVERIFY(l.start.caption(QStringLiteral("txtComSend")).endsWith(hexOf(frame)));
+    QCOMPARE(l.start.foreColor(kPicReceive), colors::kDefault);
+    QVERIFY(!l.link.tmrSendLED().isEnabled());
+    QCOMPARE(l.link.iconIndex(), 0);
+    QVERIFY(l.link.tmrZeroCommand().isEnabled());
+}
+
+void TestSerialLink::sendWithPortClosedDoesNothing() {
+    TestApp t;
+    SerialLink& link = t.app->link();
+    link.DataTx(pollFrame(2));
+    link.MakeSendString(bytes({0x0A, 0x01, 0, 0, 0, 0}), true);
+    QVERIFY(t.port.written.isEmpty());
+    QVERIFY(link.lastSent().empty());
+    QVERIFY(t.app->forms().frmMQ27D().caption(QStringLiteral("txtComSend")).isEmpty());
+    QVERIFY(!link.tmrZeroCommand().isEnabled());
+    QVERIFY(!link.tmrSendLED().isEnabled());
+}
+
+void TestSerialLink::unbuildableFrameIsDropped() {
+    OpenLink l;
+    l.link.DataTx(pollFrame(1));
+    l.link.stopTimers();
+    // Its sum would need more than two bytes.
+    l.link.MakeSendString(Bytes(300, 0xFF), false);
+    QCOMPARE(l.t.port.written.size(), 1);
+    QCOMPARE(l.link.lastSent(), pollFrame(1));
+    QVERIFY(!l.link.tmrZeroCommand().isEnabled());
+}
+
+void TestSerialLink::receiveFilters_data() {
+    QTest::addColumn<Bytes>("lastSent");
+    QTest::addColumn<Bytes>("burst");
+    QTest::addColumn<bool>("handled");
+
+    const Bytes searchOwn = frameOf(bytes({0x0A, 0x01, 0, 0, 0, 0}));
+    const Bytes searchSecond = frameOf(bytes({0x07, 0x01, 0, 0, 0, 0}));
+    Bytes wrongCrc = answerFrame(2);
+    wrongCrc[9] ^= 0x01;
+    modChecksum::AddSumOfBytes(wrongCrc);
+    Bytes wrongSum = answerFrame(2);
+    wrongSum.back() ^= 0x01;
+
+    QTest::newRow("echo of a poll with command 2") << pollFrame(2) << pollFrame(2) << false;
+    QTest::newRow("echo of a command 1 passes") << pollFrame(1) << pollFrame(1) << true;
+    QTest::newRow("answer after a poll") << pollFrame(2) << answerFrame(2) << true;
+    QTest::newRow("search echo, own family") << searchOwn << searchOwn << false;
+    QTest::newRow("search telegram of the own family") << Bytes() << searchOwn << false;
+    QTest::newRow("search telegram of the second family") << Bytes() << searchSecond << false;
+    QTest::newRow("serial 0 with a data byte")
+        << searchOwn << frameOf(bytes({0x0A, 0x01, 0, 0, 0, 0, 0x55})) << true;
+    QTest::newRow("zero command echo")
+        << telegram::ZeroCommand() << telegram::ZeroCommand() << false;
+    QTest::newRow("garbage") << Bytes() << bytes({0x02, 0x08, 0xFF, 0x13, 0x00, 0x02, 0x02})
+                             << false;
+    QTest::newRow("nothing but noise") << Bytes() << Bytes(40, 0x02) << false;
+    QTest::newRow("wrong CRC, right sum") << Bytes() << wrongCrc << false;
+    QTest::newRow("wrong sum") << Bytes() << wrongSum << false;
+    QTest::newRow("complete frame, then the start of the next")
+        << Bytes() << concat(answerFrame(3), bytes({0x02, 0x08, 0x0A})) << true;
+    QTest::newRow("noise in front")
+        << Bytes() << concat(bytes({0xFF, 0x00, 0x02}), answerFrame(5)) << true;
+}
+
+void TestSerialLink::receiveFilters() {
+    QFETCH(Bytes, lastSent);
+    QFETCH(Bytes, burst);
+    QFETCH(bool, handled);
+    OpenLink l;
+    if (!lastSent.empty()) l.link.DataTx(lastSent);
+    l.link.stopTimers();
+
+    l.receive(burst);
+    // A new device's telegram 1 switches the language, which clears the monitor and the
+    // status line; the green LED and the restarted search stay.
+    QCOMPARE(l.link.tmrZeroCommand().isEnabled(), handled);
+    QCOMPARE(l.start.backColor(kPicReceive), handled ? colors::kGreen : colors::kYellow);
+    QVERIFY(l.t.launcher.started.isEmpty());
+    QVERIFY(l.t.port.incoming.isEmpty());
+}
+
+void TestSerialLink::laterFrameOfBurstWins() {
+    {
+        OpenLink l;
+        l.receive(concat(siblingFrame(), answerFrame(2)));
+        QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("SHELLIX recognized"));
+        QVERIFY(l.t.launcher.started.isEmpty());
+    }
+    {
+        OpenLink l;
+        l.receive(concat(answerFrame(2), siblingFrame()));
+        QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("VARLIX recognized"));
+        QCOMPARE(l.t.launcher.started.size(), 1);
+    }
+}
+
+void TestSerialLink::stampedTelegramAndFileFlag() {
+    OpenLink l;
+    QSignalSpy own(&l.t.app->recognition(), &Recognition::ownTelegram);
+    l.link.setDataFromFile(true);
+
+    l.receive(bytes({0x02, 0x00, 0x13}));
+    QVERIFY2(l.link.dataFromFile(), "bytes without a telegram leave the flag");
+
+    const Bytes frame = answerFrame(1);
+    l.receive(frame);
+    QVERIFY(!l.link.dataFromFile());
+    QCOMPARE(own.count(), 1);
+    const Bytes stamped = own.at(0).at(0).value<Bytes>();
+    QCOMPARE(stamped.size(), frame.size() + 7);
+    QVERIFY(std::equal(frame.begin(), frame.end() - 2, stamped.begin()));
+    const Bytes stamp(stamped.end() - 9, stamped.end() - 2);
+    QCOMPARE(stamp, bytes({20, 26, 11, 23, 9, 30, 15}));
+    QVERIFY(modChecksum::CheckSumOfBytes(stamped));
+}
+
+void TestSerialLink::unstampableTelegramIsDropped() {
+    OpenLink l;
+    l.link.setDataFromFile(true);
+    l.t.clock.time = QDateTime();
+    l.receive(answerFrame(1));
+    QVERIFY(!l.recognized());
+    QVERIFY(l.link.dataFromFile());
+}
+
+void TestSerialLink::telegramSplitOverTwoReadsIsLost() {
+    OpenLink l;
+    const Bytes frame = answerFrame(2);
+    l.receive(Bytes(frame.begin(), frame.begin() + 5));
+    l.receive(Bytes(frame.begin() + 5, frame.end()));
+    QVERIFY(!l.recognized());
+}
+
+void TestSerialLink::collectingWindowCountsFromFirstByte() {
+    OpenLink l;
+    const Bytes frame = answerFrame(2);
+    QElapsedTimer clock;
+    qint64 tickAfter = -1;
+    connect(&l.link.tmrToRx(), &FormTimer::timeout, this, [&] { tickAfter = clock.elapsed(); });
+
+    clock.start();
+    l.t.port.deliver(raw(Bytes(frame.begin(), frame.begin() + 4)));
+    QVERIFY(l.link.tmrToRx().isEnabled());
+    QTest::qWait(200);
+    l.t.port.deliver(raw(Bytes(frame.begin() + 4, frame.end())));
+    QTRY_VERIFY_WITH_TIMEOUT(tickAfter >= 0, 2000);
+
+    // Had the second part started the window again, the tick would come after 521 ms.
+    QVERIFY2(tickAfter >= 300 && tickAfter < 480, qPrintable(QString::number(tickAfter)));
+    QVERIFY(!l.link.tmrToRx().isEnabled());
+    QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("SHELLIX recognized"));
+}
+
+void TestSerialLink::receiveLedAndIconIndex() {
+    OpenLink l;
+    QSignalSpy icon(&l.link, &SerialLink::iconIndexChanged);
+
+    l.receive(bytes({0x55, 0x66, 0x0A}));
+    const QString monitor = l.start.caption(QStringLiteral("txtComReceive"));
+    QVERIFY2(monitor.endsWith(u"\r\n\r\n55 66 0A "), qPrintable(monitor));
+    QVERIFY(monitor.contains(u"09:30:15"));
+    QCOMPARE(l.start.backColor(kPicReceive), colors::kYellow);
+    QVERIFY(l.link.tmrReceiveLED().isEnabled());
+    QCOMPARE(l.link.iconIndex(), 0);
+
+    l.receive(answerFrame(1));
+    QCOMPARE(l.start.backColor(kPicReceive), colors::kGreen);
+    QCOMPARE(l.link.iconIndex(), 1);
+
+    l.link.SendLEDOn();
+    QCOMPARE(l.link.iconIndex(), 3);
+
+    Q_EMIT l.link.tmrReceiveLED().timeout();
+    QCOMPARE(l.start.backColor(kPicReceive), colors::kDefault);
+    QVERIFY(!l.link.tmrReceiveLED().isEnabled());
+    QCOMPARE(l.link.iconIndex(), 2);
+    QCOMPARE(l.start.foreColor(kPicReceive), colors::kRed);
+
+    QCOMPARE(icon.count(), 3);
+    QCOMPARE(icon.at(0).at(0).toInt(), 1);
+    QCOMPARE(icon.at(1).at(0).toInt(), 3);
+    QCOMPARE(icon.at(2).at(0).toInt(), 2);
+}
+
+void TestSerialLink::lostPortLeavesToolRunning() {
+    OpenLink l;
+    l.t.port.deliver(raw(answerFrame(2)));
+    QVERIFY(l.link.tmrToRx().isEnabled());
+
+    l.t.port.pull();
+    QVERIFY(!l.link.isPortOpen());
+    QVERIFY(!l.link.tmrToRx().isEnabled());
+    Q_EMIT l.link.tmrToRx().timeout();
+    QVERIFY2(!l.t.port.incoming.isEmpty(), "a closed port is not read");
+    QVERIFY(!l.recognized());
+
+    l.t.app->recognition().SearchStep();
+    QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
+    QVERIFY(!l.t.app->g.gClosing);
+
+    // The user picks the port again.
+    l.link.SwitchToComPort(1);
+    QVERIFY(l.link.isPortOpen());
+    l.receive(answerFrame(2));
+    QVERIFY(l.recognized());
+}
+
+void TestSerialLink::switchToComPort_data() {
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<int>("port");
+    QTest::addColumn<bool>("open");
+    QTest::addColumn<QString>("storedAfter");
+
+    QTest::newRow("another free port") << "1" << 2 << true << "2";
+    QTest::newRow("the same port") << "1" << 1 << true << "1";
+    QTest::newRow("absent port keeps the setting") << "1" << 5 << false << "1";
+    QTest::newRow("0 switches off") << "1" << 0 << false << "0";
+    QTest::newRow("17 is no port") << "1" << 17 << false << "0";
+    QTest::newRow("setting absent at start") << QString() << -1 << false << "0";
+}
+
+void TestSerialLink::switchToComPort() {
+    QFETCH(QString, stored);
+    QFETCH(int, port);
+    QFETCH(bool, open);
+    QFETCH(QString, storedAfter);
+    TestApp t;
+    QVERIFY(t.port.open(1));
+    if (!stored.isNull()) t.settings.values[QStringLiteral("Port")] = stored;
+
+    t.app->link().SwitchToComPort(port);
+    QCOMPARE(t.app->link().isPortOpen(), open);
+    if (open) QCOMPARE(t.port.portNumber(), port);
+    QCOMPARE(t.settings.values.value(QStringLiteral("Port")), storedAfter);
+}
+
+void TestSerialLink::portList() {
+    OpenLink l;
+    l.link.SwitchToComPort(2);
+    Form& window = l.t.app->forms().frmInterface();
+
+    l.link.ShowInterface();
+    QVERIFY(window.isShown());
+    QVERIFY(!window.isModal());
+    const QStringList entries = window.items(kCboPort);
+    QCOMPARE(entries.size(), 17);
+    QCOMPARE(entries.at(0), l.t.app->str(53));
+    QCOMPARE(entries.at(1), QStringLiteral("1  (/dev/fake1)"));
+    QCOMPARE(entries.at(3), QStringLiteral("3  (/dev/fake3)"));
+    for (int i = 4; i <= 16; ++i)
+        QCOMPARE(entries.at(i), QStringLiteral("--"));
+    QCOMPARE(window.value(kCboPort), 2.0);
+    QVERIFY2(l.link.isPortOpen() && l.t.port.portNumber() == 2, "probing gives the port back");
+
+    l.link.SwitchToComPort(0);
+    l.link.ShowCOMPort();
+    QCOMPARE(window.value(kCboPort), 0.0);
+    QVERIFY(!l.link.isPortOpen());
+}
+
+void TestSerialLink::interfaceButtons_data() {
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<bool>("busyMeanwhile");
+    QTest::addColumn<bool>("windowStays");
+    QTest::addColumn<int>("openPort");
+    QTest::addColumn<QString>("storedAfter");
+
+    QTest::newRow("OK on --") << "cmdOKButton" << 5 << false << true << 2 << "2";
+    QTest::newRow("OK on a port") << "cmdOKButton" << 3 << false << false << 3 << "3";
+    QTest::newRow("OK on off") << "cmdOKButton" << 0 << false << false << 0 << "0";
+    QTest::newRow("OK on a port busy since the list was filled")
+        << "cmdOKButton" << 3 << true << false << 0 << "2";
+    QTest::newRow("Cancel") << "cmdCancelButton" << 3 << false << false << 2 << "2";
+}
+
+void TestSerialLink::interfaceButtons() {
+    QFETCH(QString, button);
+    QFETCH(int, entry);
+    QFETCH(bool, busyMeanwhile);
+    QFETCH(bool, windowStays);
+    QFETCH(int, openPort);
+    QFETCH(QString, storedAfter);
+    OpenLink l;
+    l.link.SwitchToComPort(2);
+    Form& window = l.t.app->forms().frmInterface();
+    l.link.ShowInterface();
+
+    if (busyMeanwhile) l.t.port.available.remove(entry);
+    window.userSetValue(kCboPort, entry);
+    window.click(button);
+
+    QCOMPARE(window.isShown(), windowStays);
+    QCOMPARE(l.link.isPortOpen(), openPort != 0);
+    if (openPort != 0) QCOMPARE(l.t.port.portNumber(), openPort);
+    QCOMPARE(l.t.settings.values.value(QStringLiteral("Port")), storedAfter);
+    if (openPort == 0) {
+        l.t.app->recognition().SearchStep();
+        QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestSerialLink)
+#include "tst_seriallink.moc"
