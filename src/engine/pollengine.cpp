@@ -1,21 +1,124 @@
 #include "engine/pollengine.h"
 
+#include "link/seriallink.h"
 #include "shell/appcontext.h"
+#include "values/conversions.h"
+#include "values/mq27values.h"
+
+namespace {
+
+constexpr int kAutoSendMs = 99;
+constexpr int kQueuedWriteMs = 299;
+
+bool isRead(int command) {
+    return command >= 1 && command <= 5;
+}
+
+bool isWrite(int command) {
+    return command >= 129 && command <= 139;
+}
+
+// After a write, the read telegram in which the device reports what was just written.
+int readBackAfter(int writeCommand) {
+    switch (writeCommand) {
+    case 132:
+    case 137:
+    case 138:
+        return 3;
+    case 136:
+        return 5;
+    default:
+        return 2;
+    }
+}
+
+Bytes writeBlock(const clsMQ27Values& values, int command) {
+    switch (command) {
+    case 129:
+        return values.GetDeviceParameter();
+    case 130:
+        return values.GetAirFlowInitParameter();
+    case 131:
+        return values.GetResetAlarmAndFault();
+    case 132:
+        return values.GetResetMessages();
+    case 133:
+        return values.GetLocalizationParameter();
+    case 134:
+        return values.GetLocalizationParameterLearnMode();
+    case 135:
+        return values.GetLocalizationAbortLearnMode();
+    case 136:
+        return values.GetExtinguisherParameter();
+    case 137:
+        return values.GetTemperatureParameter();
+    case 138:
+        return values.GetRelayParameter();
+    case 139:
+        return values.GetExtinguisherIdent();
+    default:
+        return {};
+    }
+}
+
+} // namespace
 
 PollEngine::PollEngine(AppContext& app)
     : QObject()
-    , m_app(app) {}
+    , m_app(app) {
+    stop();
+    connect(&m_tmrAutoSend, &FormTimer::timeout, this, &PollEngine::tmrAutoSend_Timer);
+    connect(&m_tmrTimeout, &FormTimer::timeout, this, &PollEngine::tmrTimeout_Timer);
+}
 
-void PollEngine::SendCommand(int) {}
+void PollEngine::SendCommand(int command) {
+    m_tmrTimeout.disable();
+    m_tmrAutoSend.disable();
+    m_tmrAutoSend.setInterval(kQueuedWriteMs);
+    mbCommandQueued = true;
+    miNextCommand = command;
+    m_tmrAutoSend.enable();
+}
 
-void PollEngine::tmrAutoSend_Timer() {}
+void PollEngine::tmrAutoSend_Timer() {
+    if (isRead(miNextCommand))
+        sendRead();
+    else if (isWrite(miNextCommand))
+        sendWrite();
+    else
+        miNextCommand = 2;
+    mbCommandQueued = false;
+    m_tmrTimeout.restart();
+    m_tmrAutoSend.disable();
+    m_tmrAutoSend.setInterval(kAutoSendMs);
+}
 
-void PollEngine::tmrTimeout_Timer() {}
+void PollEngine::tmrTimeout_Timer() {
+    m_tmrAutoSend.restart();
+    m_tmrTimeout.disable();
+}
 
-void PollEngine::stop() {}
+void PollEngine::stop() {
+    m_tmrAutoSend.disable();
+    m_tmrTimeout.disable();
+}
 
-void PollEngine::writeSent(int) {}
+// A serial number that is no number sends nothing; the tick still goes on, so the engine
+// keeps its pace until the label holds a number again.
+void PollEngine::sendRead() {
+    const QString serial = m_app.forms().frmDisplay().caption(QStringLiteral("lblSerialNo_0"));
+    Bytes body{10, static_cast<std::uint8_t>(miNextCommand), 0, 0, 0, 0};
+    if (ULong2Byte(serial, body[2], body[3], body[4], body[5]) != 0) return;
+    m_app.link().MakeSendString(body, true);
+}
 
-void PollEngine::sendRead() {}
-
-void PollEngine::sendWrite() {}
+// The write goes out once: the next tick already asks for its read-back.
+void PollEngine::sendWrite() {
+    const int command = miNextCommand;
+    const clsMQ27Values* values = m_app.values();
+    const Bytes block = values ? writeBlock(*values, command) : Bytes{};
+    miNextCommand = readBackAfter(command);
+    if (block.empty()) return;
+    m_app.link().MakeSendString(block, true);
+    Q_EMIT writeSent(command);
+}

@@ -34,6 +34,8 @@ Q_SIGNALS:
 
 private:
     void setTitleBar();
+    void takeOn(const QString& serialNo);
+    void setSerialLabels(const QString& serialNo);
     void chooseNextTelegram(int command);
     void endConnectionPhase();
 

@@ -1,29 +1,112 @@
 #include "files/devicefiles.h"
 
+#include "files/ko3format.h"
+#include "link/recognition.h"
+#include "link/seriallink.h"
 #include "shell/appcontext.h"
+#include "values/mq27values.h"
+
+#include <array>
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+const QString kUserSaveName = QStringLiteral("ShelLix");
+const QString kSaveFilter = QStringLiteral("*.ko3|*.ko3|");
+const QString kAutoSaveFolderName = QStringLiteral("AutoSave");
+
+} // namespace
 
 DeviceFiles::DeviceFiles(AppContext& app)
     : QObject()
     , m_app(app) {}
 
-void DeviceFiles::SaveDeviceData(double) {}
-
-void DeviceFiles::MakeSaveString(const Bytes&, double) {}
-
-bool DeviceFiles::SaveData(const QString&, const Bytes&) {
-    return false;
+void DeviceFiles::SaveDeviceData(double dblSerialNo) {
+    clsMQ27Values* values = m_app.values();
+    if (!values) return;
+    std::array<Bytes, 5> telegrams;
+    for (std::int16_t command = 1; command <= 5; ++command)
+        if (values->GetDataArray(telegrams[static_cast<std::size_t>(command - 1)], command) != 0)
+            return;
+    MakeSaveString(ko3::BuildSaveBlock(telegrams), dblSerialNo);
 }
 
-void DeviceFiles::LoadDeviceFile(const QString&) {}
+void DeviceFiles::MakeSaveString(const Bytes& vaData, double dblSerialNo) {
+    if (dblSerialNo == 0) {
+        saveByUser(vaData);
+        return;
+    }
+    // Once per take-on; a device taken on from a file never writes itself back.
+    const bool pending = m_autoSavePending;
+    m_autoSavePending = false;
+    if (pending && !m_app.link().dataFromFile()) autoSave(vaData, dblSerialNo);
+}
 
-std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString&) {
-    return {};
+bool DeviceFiles::SaveData(const QString& fileName, const Bytes& block) {
+    return ko3::SaveData(fileName, block);
+}
+
+void DeviceFiles::LoadDeviceFile(const QString& fileName) {
+    const std::optional<Bytes> block = ReadDeviceFile(fileName);
+    if (!block) return;
+    SerialLink& link = m_app.link();
+    if (link.isPortOpen()) link.closePort();
+    for (const Bytes& telegram : ko3::SplitDeviceBlock(*block).telegrams) {
+        link.setDataFromFile(true);
+        m_app.recognition().RcvDataHandle(telegram);
+        // A telegram of another family has handed the tool over and closed it.
+        if (m_app.g.gClosing) return;
+    }
+}
+
+std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString& fileName) {
+    QString name = fileName;
+    if (name.isEmpty()) {
+        const std::optional<QString> chosen = m_app.services().dialogs->openFileName(
+            m_app.messages.loadFilter, QStringLiteral("ko3"));
+        if (!chosen || chosen->isEmpty()) return std::nullopt;
+        name = *chosen;
+    }
+    const std::optional<QString> line = ko3::ReadFirstLine(name);
+    if (!line) return std::nullopt;
+    Bytes bytes = ko3::ParseHexLine(*line);
+    if (bytes.empty()) return std::nullopt;
+    m_app.link().setLoadedFileName(name);
+    return bytes;
 }
 
 QString DeviceFiles::autoSaveFolder() const {
-    return {};
+    const Services& services = m_app.services();
+    const QString base =
+        QFileInfo(services.programDir).isWritable() ? services.programDir : services.dataDir;
+    return QDir(base).filePath(kAutoSaveFolderName);
 }
 
-void DeviceFiles::saveByUser(const Bytes&) {}
+void DeviceFiles::saveByUser(const Bytes& block) {
+    // The dialogs run their own event loop, in which the poll may ask to save again.
+    if (m_userSaveOpen) return;
+    m_userSaveOpen = true;
+    UserDialogs& dialogs = *m_app.services().dialogs;
+    const QString& title = m_app.g.gAppTitle;
+    const std::optional<QString> name = dialogs.saveFileName(kUserSaveName, kSaveFilter);
+    const bool overwrite =
+        name && !name->isEmpty() &&
+        (QFileInfo(*name).size() == 0 ||
+         dialogs.messageBox(m_app.messages.saveQuestion, title, UserDialogs::Buttons::YesNo,
+                            UserDialogs::Icon::Question,
+                            UserDialogs::Answer::Yes) == UserDialogs::Answer::Yes);
+    if (overwrite && SaveData(*name, block))
+        dialogs.information(*name + QStringLiteral("\r\n\r\n") + m_app.messages.saveConfirmation,
+                            title);
+    m_userSaveOpen = false;
+}
 
-void DeviceFiles::autoSave(const Bytes&, double) {}
+void DeviceFiles::autoSave(const Bytes& block, double serial) {
+    const QString folder = autoSaveFolder();
+    // The user's data folder may not exist yet; beside the program only AutoSave is made.
+    QDir().mkpath(QFileInfo(folder).path());
+    const QDate today = m_app.services().clock->now().date();
+    SaveData(QDir(folder).filePath(ko3::AutoSaveFileName(serial, today)), block);
+}

@@ -43,4 +43,5 @@ private:
 
     AppContext& m_app;
     bool m_autoSavePending = false;
+    bool m_userSaveOpen = false;
 };

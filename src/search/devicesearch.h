@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/formmodel.h"
 #include "shell/formtimer.h"
 
 #include <QObject>
@@ -31,6 +32,10 @@ public:
 private:
     void onSearchWindowClicked(const QString& element);
     void onConnectClicked(const QString& element);
+    void onConnectWindowChanged(Form::WindowChange change);
+    void selectListedDevice();
+    void selectPreviousDevice();
+    void cancelConnection();
 
     AppContext& m_app;
     FormTimer m_tmrDataLED{100};

@@ -1,0 +1,321 @@
+#include "engine/pollengine.h"
+#include "engine/telegramdecoder.h"
+#include "files/devicefiles.h"
+#include "link/telegram.h"
+#include "support/fakes.h"
+#include "values/mq27values.h"
+
+#include <QLocale>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+constexpr std::uint32_t kSerial = 1234567;
+constexpr std::uint32_t kOtherSerial = 7654321;
+const QDateTime kRecorded(QDate(2007, 7, 4), QTime(13, 5, 59));
+constexpr int kStoredSize[] = {0, 19, 202, 211, 54, 421};
+
+// A stamped own telegram; `extraBytes` makes it longer than the store keeps.
+Bytes ownTelegram(int command, std::uint32_t serial = kSerial, std::uint8_t fill = 0x33,
+                  const QDateTime& when = kRecorded, int extraBytes = 0) {
+    const int header = command == 5 ? 4 : 2;
+    Bytes data{10,
+               static_cast<std::uint8_t>(command),
+               static_cast<std::uint8_t>(serial >> 24),
+               static_cast<std::uint8_t>(serial >> 16),
+               static_cast<std::uint8_t>(serial >> 8),
+               static_cast<std::uint8_t>(serial)};
+    const int size = command >= 1 && command <= 5 ? kStoredSize[command] : 19;
+    data.resize(static_cast<std::size_t>(size - header - 9 - 2 + extraBytes), fill);
+    return telegram::StampTelegram(telegram::MakeSendFrame(data, true).value(), when).value();
+}
+
+Bytes stored(AppContext& app, int command) {
+    Bytes out;
+    if (app.values()) app.values()->GetDataArray(out, static_cast<std::int16_t>(command));
+    return out;
+}
+
+bool allZero(const Bytes& b) {
+    return std::all_of(b.begin(), b.end(), [](std::uint8_t v) { return v == 0; });
+}
+
+QString expectedTitle(const QString& appTitle, const QDateTime& when) {
+    const QLocale locale = QLocale::system();
+    return appTitle + " - [" + locale.toString(when.date(), QLocale::ShortFormat) + " " +
+           locale.toString(when.time(), QLocale::LongFormat) + "]";
+}
+
+struct Rig {
+    TestApp t;
+    AppContext& app = *t.app;
+    TelegramDecoder& decoder = app.decoder();
+    PollEngine& engine = app.engine();
+    Form& display = app.forms().frmDisplay();
+
+    Rig() { app.g.gAppTitle = QStringLiteral("KOMPA MQ27D"); }
+
+    void feed(const Bytes& t) { decoder.DataDecoder(t); }
+    // Telegrams 1, 2, 3 and 5 of a device: its complete read-out.
+    void readOut(std::uint32_t serial = kSerial, std::uint8_t fill = 0x33) {
+        for (int command : {1, 2, 3, 5})
+            feed(ownTelegram(command, serial, fill));
+    }
+};
+
+} // namespace
+
+class TestTelegramDecoder : public QObject {
+    Q_OBJECT
+
+private slots:
+    void titleShowsTheRecordedTime_data() {
+        QTest::addColumn<QDateTime>("when");
+        QTest::newRow("2007") << kRecorded;
+        QTest::newRow("turn of the year") << QDateTime(QDate(1999, 12, 31), QTime(23, 59, 59));
+        QTest::newRow("midnight") << QDateTime(QDate(2026, 1, 2), QTime(0, 0, 0));
+    }
+    void titleShowsTheRecordedTime() {
+        QFETCH(QDateTime, when);
+        Rig rig;
+        rig.feed(ownTelegram(1, kSerial, 0x33, when));
+        QCOMPARE(rig.decoder.mdTelegramTime, when);
+        QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, when));
+    }
+
+    void titleChangesAlsoForTelegramsThatAreDropped_data() {
+        QTest::addColumn<Bytes>("telegram");
+        QTest::newRow("command 6") << ownTelegram(6);
+        QTest::newRow("command 0") << ownTelegram(0);
+        QTest::newRow("unknown device, command 2") << ownTelegram(2, kOtherSerial);
+    }
+    void titleChangesAlsoForTelegramsThatAreDropped() {
+        QFETCH(Bytes, telegram);
+        Rig rig;
+        rig.feed(telegram);
+        QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, kRecorded));
+        QVERIFY(allZero(stored(rig.app, 2)));
+        QVERIFY(rig.decoder.msLastSerialNo.isEmpty());
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+    }
+
+    void stampThatIsNoTimeEndsSilently_data() {
+        QTest::addColumn<int>("fromEnd");
+        QTest::addColumn<int>("value");
+        QTest::newRow("month 13") << 7 << 13;
+        QTest::newRow("day 0") << 6 << 0;
+        QTest::newRow("hour 24") << 5 << 24;
+        QTest::newRow("year byte 100") << 8 << 100;
+        QTest::newRow("century 255") << 9 << 255;
+    }
+    void stampThatIsNoTimeEndsSilently() {
+        QFETCH(int, fromEnd);
+        QFETCH(int, value);
+        Rig rig;
+        Bytes t = ownTelegram(1);
+        t[t.size() - static_cast<std::size_t>(fromEnd)] = static_cast<std::uint8_t>(value);
+        rig.feed(t);
+        QVERIFY(rig.display.title().isEmpty());
+        QVERIFY(rig.decoder.msLastSerialNo.isEmpty());
+        QVERIFY(allZero(stored(rig.app, 1)));
+    }
+
+    void scrapsOfTelegramsAreHarmless() {
+        Rig rig;
+        for (std::size_t size = 0; size < 9; ++size)
+            rig.feed(Bytes(size, 7));
+        QVERIFY(rig.display.title().isEmpty());
+        for (std::size_t size = 9; size < 19; ++size)
+            rig.feed(Bytes(size, 7));
+        QCOMPARE(rig.decoder.mdTelegramTime, QDateTime(QDate(707, 7, 7), QTime(7, 7, 7)));
+        QVERIFY(rig.decoder.msLastSerialNo.isEmpty());
+    }
+
+    void answerChoosesTheNextTelegram_data() {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<int>("next");
+        QTest::newRow("1") << 1 << 2;
+        QTest::newRow("2") << 2 << 3;
+        QTest::newRow("3") << 3 << 5;
+        QTest::newRow("4") << 4 << 5;
+        QTest::newRow("5") << 5 << 2;
+    }
+    void answerChoosesTheNextTelegram() {
+        QFETCH(int, answer);
+        QFETCH(int, next);
+        Rig rig;
+        rig.feed(ownTelegram(1));
+        rig.engine.miNextCommand = 99;
+        const Bytes t = ownTelegram(answer, kSerial, 0x44);
+        rig.feed(t);
+        QCOMPARE(stored(rig.app, answer), t);
+        QCOMPARE(rig.engine.miNextCommand, next);
+        QVERIFY(rig.engine.tmrAutoSend().isEnabled());
+
+        // A queued command keeps its place; the answer is stored all the same.
+        rig.engine.SendCommand(131);
+        const Bytes again = ownTelegram(answer, kSerial, 0x55);
+        rig.feed(again);
+        QCOMPARE(stored(rig.app, answer), again);
+        QCOMPARE(rig.engine.miNextCommand, 131);
+    }
+
+    void newDeviceIsTakenOnOnlyWithTelegramOne() {
+        Rig rig;
+        rig.readOut();
+        rig.engine.miNextCommand = 3;
+        const Bytes before2 = stored(rig.app, 2);
+        rig.engine.tmrAutoSend().disable();
+
+        rig.feed(ownTelegram(2, kOtherSerial, 0x77));
+        QCOMPARE(stored(rig.app, 2), before2);
+        QCOMPARE(rig.engine.miNextCommand, 3);
+        QCOMPARE(rig.decoder.msLastSerialNo, QString::number(kSerial));
+        QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
+        QVERIFY(rig.display.isShown());
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+    }
+
+    void sameDeviceWithTelegramOneIsAnOrdinaryTelegram() {
+        Rig rig;
+        rig.readOut();
+        QSignalSpy takenOn(&rig.decoder, &TelegramDecoder::deviceTakenOn);
+        rig.display.setValue("tabDisplay", 3);
+        const Bytes t1 = ownTelegram(1, kSerial, 0x44);
+        rig.feed(t1);
+        QCOMPARE(stored(rig.app, 1), t1);
+        QVERIFY(!allZero(stored(rig.app, 2)));
+        QVERIFY(rig.display.isShown());
+        QCOMPARE(rig.display.value("tabDisplay"), 3.0);
+        QVERIFY(takenOn.isEmpty());
+        QVERIFY(!rig.app.files().autoSavePending());
+    }
+
+    void replacedDeviceIsReadOutBehindTheScenes() {
+        Rig rig;
+        rig.readOut();
+        QVERIFY(rig.display.isShown());
+        rig.display.setValue("tabDisplay", 4);
+        rig.app.forms().frmMQ27D().show();
+        QSignalSpy takenOn(&rig.decoder, &TelegramDecoder::deviceTakenOn);
+
+        rig.feed(ownTelegram(1, kOtherSerial));
+        QCOMPARE(takenOn.size(), 1);
+        QCOMPARE(takenOn.first().first().toString(), QString::number(kOtherSerial));
+        QVERIFY(rig.app.files().autoSavePending());
+        QVERIFY(!rig.display.isShown());
+        QCOMPARE(rig.display.value("tabDisplay"), 0.0);
+        for (int command : {2, 3, 4, 5})
+            QVERIFY(allZero(stored(rig.app, command)));
+        for (int i = 0; i < 8; ++i)
+            QCOMPARE(rig.display.caption(Form::indexed(u"lblSerialNo", i)),
+                     QString::number(kOtherSerial));
+
+        rig.app.forms().frmConnect().show();
+        rig.feed(ownTelegram(2, kOtherSerial));
+        rig.feed(ownTelegram(3, kOtherSerial));
+        QVERIFY(!rig.display.isShown());
+        QVERIFY(rig.app.forms().frmConnect().isShown());
+
+        rig.feed(ownTelegram(5, kOtherSerial));
+        QVERIFY(rig.display.isShown());
+        QVERIFY(!rig.app.forms().frmMQ27D().isShown());
+        QVERIFY(!rig.app.forms().frmConnect().isLoaded());
+        QVERIFY(rig.app.forms().frmLogdataDev().isLoaded());
+    }
+
+    void connectionPhaseWaitsWhileACommandIsQueued() {
+        Rig rig;
+        for (int command : {1, 2, 3})
+            rig.feed(ownTelegram(command));
+        rig.engine.SendCommand(131);
+        rig.feed(ownTelegram(5));
+        QVERIFY(!rig.display.isShown());
+        rig.engine.mbCommandQueued = false;
+        rig.feed(ownTelegram(5));
+        QVERIFY(rig.display.isShown());
+    }
+
+    // The extended form puts kind, command and serial number two bytes further back.
+    void extendedFormReadsBehindItsLongerHeader() {
+        Rig rig;
+        rig.feed(ownTelegram(1));
+        const Bytes t5 = ownTelegram(5, kSerial, 0x0A);
+        QCOMPARE(t5.size(), std::size_t(421));
+        QCOMPARE(t5[1], 255);
+        rig.feed(t5);
+        QCOMPARE(stored(rig.app, 5), t5);
+        QCOMPARE(rig.engine.miNextCommand, 2);
+        QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
+    }
+
+    void wrongSizeIsRefusedAndThePollWaits_data() {
+        QTest::addColumn<int>("extra");
+        QTest::newRow("one byte longer") << 1;
+        QTest::newRow("one byte shorter") << -1;
+    }
+    void wrongSizeIsRefusedAndThePollWaits() {
+        QFETCH(int, extra);
+        Rig rig;
+        rig.feed(ownTelegram(1));
+        const Bytes good2 = ownTelegram(2);
+        rig.feed(good2);
+        rig.engine.miNextCommand = 3;
+        rig.engine.tmrAutoSend().disable();
+        rig.decoder.tmrReceiveLED().disable();
+        rig.display.setBackColor("picReceiveLED_0", colors::kWindowBackground);
+
+        rig.feed(ownTelegram(2, kSerial, 0x66, kRecorded, extra));
+        QCOMPARE(stored(rig.app, 2), good2);
+        QCOMPARE(rig.engine.miNextCommand, 3);
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+        QCOMPARE(rig.display.backColor("picReceiveLED_0"), colors::kWindowBackground);
+    }
+
+    void newDeviceWithTelegramOneOfWrongSizeIsStillTakenOn() {
+        Rig rig;
+        rig.readOut();
+        rig.feed(ownTelegram(1, kOtherSerial, 0x33, kRecorded, 2));
+        QVERIFY(!rig.display.isShown());
+        QCOMPARE(rig.decoder.msLastSerialNo, QString::number(kOtherSerial));
+        QVERIFY(allZero(stored(rig.app, 1)));
+        QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
+    }
+
+    void receiveLampsLightAndFallBack() {
+        Rig rig;
+        rig.feed(ownTelegram(1));
+        for (int i = 0; i < 8; ++i)
+            QCOMPARE(rig.display.backColor(Form::indexed(u"picReceiveLED", i)), colors::kGreen);
+        QVERIFY(rig.decoder.tmrReceiveLED().isEnabled());
+        QCOMPARE(rig.decoder.tmrReceiveLED().interval(), 100);
+        Q_EMIT rig.decoder.tmrReceiveLED().timeout();
+        for (int i = 0; i < 8; ++i)
+            QCOMPARE(rig.display.backColor(Form::indexed(u"picReceiveLED", i)),
+                     colors::kWindowBackground);
+        QVERIFY(!rig.decoder.tmrReceiveLED().isEnabled());
+    }
+
+    void deviceSearchOnlyCollects() {
+        Rig rig;
+        rig.readOut();
+        rig.engine.stop();
+        rig.app.g.gDeviceSearch = true;
+        const Bytes before1 = stored(rig.app, 1);
+        const QDateTime later(QDate(2008, 2, 29), QTime(8, 0, 1));
+
+        rig.feed(ownTelegram(1, kOtherSerial, 0x33, later));
+        rig.feed(ownTelegram(2, kSerial, 0x99, later));
+        QCOMPARE(rig.app.forms().frmDeviceSearch().items("lstDeviceList"),
+                 (QStringList{QString::number(kOtherSerial), QString::number(kSerial)}));
+        QCOMPARE(stored(rig.app, 1), before1);
+        QVERIFY(stored(rig.app, 2) != ownTelegram(2, kSerial, 0x99, later));
+        QCOMPARE(rig.decoder.msLastSerialNo, QString::number(kSerial));
+        QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, later));
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTelegramDecoder)
+#include "tst_telegramdecoder.moc"

@@ -1,0 +1,408 @@
+#include "engine/telegramdecoder.h"
+#include "files/devicefiles.h"
+#include "link/seriallink.h"
+#include "link/telegram.h"
+#include "support/fakes.h"
+#include "values/mq27values.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+namespace {
+
+constexpr std::uint32_t kSerial = 1234567;
+constexpr std::uint32_t kOtherSerial = 7654321;
+const QDateTime kRecorded(QDate(2007, 7, 4), QTime(13, 5, 59));
+constexpr int kStoredSize[] = {0, 19, 202, 211, 54, 421};
+
+Bytes stampedFrame(Bytes data) {
+    return telegram::StampTelegram(telegram::MakeSendFrame(std::move(data), true).value(),
+                                   kRecorded)
+        .value();
+}
+
+Bytes ownTelegram(int command, std::uint32_t serial = kSerial, std::uint8_t fill = 0x33) {
+    const int header = command == 5 ? 4 : 2;
+    Bytes data{10,
+               static_cast<std::uint8_t>(command),
+               static_cast<std::uint8_t>(serial >> 24),
+               static_cast<std::uint8_t>(serial >> 16),
+               static_cast<std::uint8_t>(serial >> 8),
+               static_cast<std::uint8_t>(serial)};
+    data.resize(static_cast<std::size_t>(kStoredSize[command] - header - 9 - 2), fill);
+    return stampedFrame(data);
+}
+
+// A telegram of the first sibling family, which only the suite program serves.
+Bytes foreignTelegram() {
+    return stampedFrame({1, 1, 0, 0, 0x30, 0x39, 7, 7});
+}
+
+// The saved block, written out by hand: marker, count, lengths, telegrams, surplus byte.
+Bytes saveBlock(const QList<Bytes>& telegrams) {
+    Bytes block{0, static_cast<std::uint8_t>(telegrams.size())};
+    for (const Bytes& t : telegrams) {
+        block.push_back(static_cast<std::uint8_t>(t.size() >> 8));
+        block.push_back(static_cast<std::uint8_t>(t.size() & 0xFF));
+    }
+    for (const Bytes& t : telegrams)
+        block.insert(block.end(), t.begin(), t.end());
+    block.push_back(0);
+    return block;
+}
+
+QByteArray fileText(const Bytes& block) {
+    QByteArray text;
+    for (std::uint8_t b : block)
+        text += "&H" + QByteArray::number(b, 16).toUpper().rightJustified(2, '0') + ' ';
+    return text + "\r\n";
+}
+
+QByteArray readAll(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeFile(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(content);
+}
+
+Bytes stored(AppContext& app, int command) {
+    Bytes out;
+    if (app.values()) app.values()->GetDataArray(out, static_cast<std::int16_t>(command));
+    return out;
+}
+
+struct Rig {
+    TestApp t;
+    AppContext& app = *t.app;
+    DeviceFiles& files = app.files();
+
+    Rig() {
+        app.g.gAppTitle = QStringLiteral("KOMPA MQ27D");
+        app.messages.saveQuestion = QStringLiteral("Datei existiert bereits. Überschreiben?");
+        app.messages.saveConfirmation = QStringLiteral("Daten gespeichert");
+        app.messages.loadFilter = QStringLiteral("Gerätedaten (*.ko3)|*.ko3|");
+        t.clock.time = QDateTime(QDate(2026, 11, 23), QTime(9, 30, 15));
+    }
+
+    void readOut(std::uint32_t serial = kSerial, std::uint8_t fill = 0x33) {
+        for (int command : {1, 2, 3, 5})
+            app.decoder().DataDecoder(ownTelegram(command, serial, fill));
+    }
+
+    QString autoSavePath(const QString& base, std::uint32_t serial = kSerial,
+                         const QString& day = QStringLiteral("20261123")) const {
+        return QDir(base).filePath(
+            QStringLiteral("AutoSave/ShelLix_%1_%2.ko3").arg(serial).arg(day));
+    }
+    QString inProgramDir(std::uint32_t serial = kSerial) const {
+        return autoSavePath(t.programDir(), serial);
+    }
+    QString tempFile(const QString& name) const { return t.folder.filePath(name); }
+};
+
+} // namespace
+
+class TestDeviceFiles : public QObject {
+    Q_OBJECT
+
+private slots:
+    void firstReadOutSavesItselfWithTelegramFourZero() {
+        Rig rig;
+        rig.readOut();
+        const Bytes expected = saveBlock(
+            {ownTelegram(1), ownTelegram(2), ownTelegram(3), Bytes(54, 0), ownTelegram(5)});
+        QCOMPARE(expected.size(), std::size_t(2 + 10 + 19 + 202 + 211 + 54 + 421 + 1));
+        QCOMPARE(readAll(rig.inProgramDir()), fileText(expected));
+        QVERIFY(rig.t.dialogs.shown.isEmpty());
+    }
+
+    void laterCyclesDoNotSaveAgain() {
+        Rig rig;
+        rig.readOut();
+        QVERIFY(QFile::remove(rig.inProgramDir()));
+        for (int cycle = 0; cycle < 2; ++cycle)
+            for (int command : {2, 3, 5})
+                rig.app.decoder().DataDecoder(ownTelegram(command, kSerial, 0x44));
+        QVERIFY(!QFile::exists(rig.inProgramDir()));
+    }
+
+    void laterTakeOnOfTheSameDeviceOverwritesTheDaysFile() {
+        Rig rig;
+        rig.readOut(kSerial, 0x11);
+        rig.readOut(kOtherSerial);
+        QVERIFY(QFile::exists(rig.inProgramDir(kOtherSerial)));
+        rig.readOut(kSerial, 0x22);
+        const Bytes expected =
+            saveBlock({ownTelegram(1), ownTelegram(2, kSerial, 0x22), ownTelegram(3, kSerial, 0x22),
+                       Bytes(54, 0), ownTelegram(5, kSerial, 0x22)});
+        QCOMPARE(readAll(rig.inProgramDir()), fileText(expected));
+
+        rig.t.clock.time = rig.t.clock.time.addDays(1);
+        rig.readOut(kOtherSerial);
+        rig.readOut(kSerial);
+        QVERIFY(QFile::exists(rig.autoSavePath(rig.t.programDir(), kSerial, "20261124")));
+    }
+
+    void deviceViewedFromAFileNeverSavesItself() {
+        Rig rig;
+        rig.app.link().setDataFromFile(true);
+        rig.readOut();
+        QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
+        QVERIFY(!QDir(rig.t.dataDir()).exists("AutoSave"));
+
+        // Nor does a live read-out of the same device afterwards: it was not taken on anew.
+        rig.app.link().setDataFromFile(false);
+        for (int command : {1, 2, 3, 5})
+            rig.app.decoder().DataDecoder(ownTelegram(command));
+        QVERIFY(!QFile::exists(rig.inProgramDir()));
+    }
+
+    void autoSaveGoesToTheDataFolderWhereTheProgramFolderIsReadOnly_data() {
+        QTest::addColumn<bool>("missing");
+        QTest::newRow("read-only") << false;
+        QTest::newRow("missing") << true;
+    }
+    void autoSaveGoesToTheDataFolderWhereTheProgramFolderIsReadOnly() {
+        QFETCH(bool, missing);
+        Rig rig;
+        QDir(rig.t.dataDir()).removeRecursively();
+        if (missing) {
+            QVERIFY(QDir(rig.t.programDir()).removeRecursively());
+        } else {
+            QFile::setPermissions(rig.t.programDir(), QFile::ReadOwner | QFile::ExeOwner);
+            if (QFileInfo(rig.t.programDir()).isWritable())
+                QSKIP("a privileged user writes into read-only folders");
+        }
+        QCOMPARE(rig.files.autoSaveFolder(), QDir(rig.t.dataDir()).filePath("AutoSave"));
+        rig.readOut();
+        QFile::setPermissions(rig.t.programDir(),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QVERIFY(QFile::exists(rig.autoSavePath(rig.t.dataDir())));
+        QVERIFY(!QFile::exists(rig.inProgramDir()));
+    }
+
+    void autoSaveFolderBesideAWritableProgram() {
+        Rig rig;
+        QCOMPARE(rig.files.autoSaveFolder(), QDir(rig.t.programDir()).filePath("AutoSave"));
+    }
+
+    void userSaveAsksBeforeOverwriting_data() {
+        QTest::addColumn<QByteArray>("existing"); // null: no file
+        QTest::addColumn<bool>("answerYes");
+        QTest::addColumn<bool>("asked");
+        QTest::addColumn<bool>("written");
+        QTest::newRow("new file") << QByteArray() << true << false << true;
+        QTest::newRow("empty file") << QByteArray("") << false << false << true;
+        QTest::newRow("overwrite: yes") << QByteArray("old") << true << true << true;
+        QTest::newRow("overwrite: no") << QByteArray("old") << false << true << false;
+    }
+    void userSaveAsksBeforeOverwriting() {
+        QFETCH(QByteArray, existing);
+        QFETCH(bool, answerYes);
+        QFETCH(bool, asked);
+        QFETCH(bool, written);
+        Rig rig;
+        rig.readOut();
+        const QString path = rig.tempFile("mine.ko3");
+        if (!existing.isNull()) writeFile(path, existing);
+        rig.t.dialogs.saveName = path;
+        rig.t.dialogs.answers = {answerYes ? UserDialogs::Answer::Yes : UserDialogs::Answer::No};
+        rig.files.SaveDeviceData(0);
+
+        QCOMPARE(rig.t.dialogs.lastFilter, QStringLiteral("*.ko3|*.ko3|"));
+        QList<ScriptedDialogs::Shown> shown = rig.t.dialogs.shown;
+        if (asked) {
+            QVERIFY(!shown.isEmpty());
+            const ScriptedDialogs::Shown question = shown.takeFirst();
+            QCOMPARE(question.text, rig.app.messages.saveQuestion);
+            QCOMPARE(question.title, rig.app.g.gAppTitle);
+            QCOMPARE(question.buttons, UserDialogs::Buttons::YesNo);
+            QCOMPARE(question.icon, UserDialogs::Icon::Question);
+        }
+        if (written) {
+            QCOMPARE(readAll(path), readAll(rig.inProgramDir()));
+            QCOMPARE(shown.size(), 1);
+            QCOMPARE(shown.first().text, path + "\r\n\r\nDaten gespeichert");
+            QCOMPARE(shown.first().title, rig.app.g.gAppTitle);
+            QCOMPARE(shown.first().icon, UserDialogs::Icon::Information);
+        } else {
+            QCOMPARE(readAll(path), existing);
+            QVERIFY(shown.isEmpty());
+        }
+    }
+
+    void userSaveCancelledDoesNothing() {
+        Rig rig;
+        rig.readOut();
+        rig.t.dialogs.saveName.reset();
+        rig.files.SaveDeviceData(0);
+        QCOMPARE(rig.t.dialogs.lastFilter, QStringLiteral("*.ko3|*.ko3|"));
+        QVERIFY(rig.t.dialogs.shown.isEmpty());
+    }
+
+    void userSaveIntoAnUnwritablePlaceShowsNothing() {
+        Rig rig;
+        rig.readOut();
+        rig.t.dialogs.saveName = rig.tempFile("no/such/folder/x.ko3");
+        rig.files.SaveDeviceData(0);
+        QVERIFY(rig.t.dialogs.shown.isEmpty());
+    }
+
+    void nothingToSaveBeforeTheFirstTelegram() {
+        Rig rig;
+        rig.t.dialogs.saveName = rig.tempFile("x.ko3");
+        rig.files.SaveDeviceData(0);
+        rig.files.SaveDeviceData(kSerial);
+        QVERIFY(rig.t.dialogs.lastFilter.isEmpty());
+        QVERIFY(!QFile::exists(rig.tempFile("x.ko3")));
+    }
+
+    // Serial number 0 is the argument that means "ask the user".
+    void deviceWithSerialNumberZeroAsksInsteadOfSavingItself() {
+        Rig rig;
+        rig.readOut(0);
+        QCOMPARE(rig.t.dialogs.lastFilter, QStringLiteral("*.ko3|*.ko3|"));
+        QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
+    }
+
+    void readDeviceFileAsksForAMissingName() {
+        Rig rig;
+        QVERIFY(!rig.files.ReadDeviceFile(QString()).has_value());
+        QCOMPARE(rig.t.dialogs.lastFilter, rig.app.messages.loadFilter);
+
+        const QString path = rig.tempFile("asked.ko3");
+        writeFile(path, "&H00 &H05 &HFF\r\n");
+        rig.t.dialogs.openName = path;
+        QCOMPARE(rig.files.ReadDeviceFile(QString()), std::optional<Bytes>(Bytes{0, 5, 255}));
+        QCOMPARE(rig.app.link().loadedFileName(), path);
+    }
+
+    void unreadableFileChangesNothing_data() {
+        QTest::addColumn<QByteArray>("content"); // null: no file
+        QTest::newRow("missing") << QByteArray();
+        QTest::newRow("empty") << QByteArray("");
+        QTest::newRow("too short for a byte") << QByteArray("&H\r\n");
+    }
+    void unreadableFileChangesNothing() {
+        QFETCH(QByteArray, content);
+        Rig rig;
+        rig.t.port.open(1);
+        const QString path = rig.tempFile("bad.ko3");
+        if (!content.isNull()) writeFile(path, content);
+        rig.files.LoadDeviceFile(path);
+        QVERIFY(rig.t.port.isOpen());
+        QVERIFY(rig.app.link().loadedFileName().isEmpty());
+        QVERIFY(rig.app.decoder().msLastSerialNo.isEmpty());
+    }
+
+    // Rubbish still reads as bytes, so the tool goes offline, but nothing is taken on.
+    void rubbishFileFeedsNothing_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("binary") << QByteArray("\x00\xff\x01\x02\x03\x04", 6);
+        QTest::newRow("one byte") << QByteArray("&H02 \r\n");
+        QTest::newRow("block header only") << QByteArray("&H00 &H05 &H00 &H13 \r\n");
+        QTest::newRow("length beyond the block") << QByteArray("&H00 &H01 &HFF &HFF &H02 \r\n");
+    }
+    void rubbishFileFeedsNothing() {
+        QFETCH(QByteArray, content);
+        Rig rig;
+        const QString path = rig.tempFile("rubbish.ko3");
+        writeFile(path, content);
+        rig.files.LoadDeviceFile(path);
+        QVERIFY(rig.app.decoder().msLastSerialNo.isEmpty());
+        QVERIFY(rig.app.forms().frmDisplay().title().isEmpty());
+    }
+
+    void loadedFileReplaysOffline() {
+        Rig rig;
+        rig.t.port.open(1);
+        const QList<Bytes> telegrams{ownTelegram(1, kOtherSerial), ownTelegram(2, kOtherSerial),
+                                     ownTelegram(3, kOtherSerial), ownTelegram(4, kOtherSerial),
+                                     ownTelegram(5, kOtherSerial)};
+        const QString path = rig.tempFile("device.ko3");
+        writeFile(path, fileText(saveBlock(telegrams)));
+
+        rig.files.LoadDeviceFile(path);
+        QVERIFY(!rig.t.port.isOpen());
+        for (int command = 1; command <= 5; ++command)
+            QCOMPARE(stored(rig.app, command), telegrams[command - 1]);
+        QCOMPARE(rig.app.decoder().mdTelegramTime, kRecorded);
+        QCOMPARE(rig.app.forms().frmDisplay().caption("lblSerialNo_0"),
+                 QString::number(kOtherSerial));
+        QVERIFY(rig.app.forms().frmDisplay().isShown());
+        QCOMPARE(rig.app.link().loadedFileName(), path);
+        QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
+    }
+
+    void oldFormFileHoldsOneTelegram() {
+        Rig rig;
+        const QString path = rig.tempFile("old.ko3");
+        Bytes line = ownTelegram(1);
+        QCOMPARE(line[0], 2);
+        QByteArray text = fileText(line);
+        text.chop(3); // without the last blank and the line end
+        writeFile(path, text);
+        rig.files.LoadDeviceFile(path);
+        QCOMPARE(stored(rig.app, 1), ownTelegram(1));
+        QCOMPARE(rig.app.decoder().msLastSerialNo, QString::number(kSerial));
+    }
+
+    void truncatedFileKeepsWhatWasFed() {
+        Rig rig;
+        const QList<Bytes> telegrams{ownTelegram(1), ownTelegram(2), ownTelegram(3), ownTelegram(4),
+                                     ownTelegram(5)};
+        Bytes block = saveBlock(telegrams);
+        block.resize(12 + 19 + 202 + 100);
+        const QString path = rig.tempFile("cut.ko3");
+        writeFile(path, fileText(block));
+        rig.files.LoadDeviceFile(path);
+        QCOMPARE(stored(rig.app, 1), telegrams[0]);
+        QCOMPARE(stored(rig.app, 2), telegrams[1]);
+        QCOMPARE(stored(rig.app, 3), Bytes(211, 0));
+        QVERIFY(!rig.app.forms().frmDisplay().isShown());
+    }
+
+    void telegramFailingItsSumIsSkipped() {
+        Rig rig;
+        Bytes broken = ownTelegram(2, kSerial, 0x10);
+        broken[50] ^= 0xFF;
+        const QString path = rig.tempFile("sum.ko3");
+        writeFile(path, fileText(saveBlock({ownTelegram(1), broken, ownTelegram(3)})));
+        rig.files.LoadDeviceFile(path);
+        QCOMPARE(stored(rig.app, 2), Bytes(202, 0));
+        QCOMPARE(stored(rig.app, 3), ownTelegram(3));
+    }
+
+    void fileOfAnotherFamilyHandsItsPathOver() {
+        Rig rig;
+        const QString path = rig.tempFile("varlix.ko3");
+        writeFile(path, fileText(saveBlock({foreignTelegram(), ownTelegram(1)})));
+        rig.files.LoadDeviceFile(path);
+        QCOMPARE(rig.t.launcher.started.size(), 1);
+        QCOMPARE(QFileInfo(rig.t.launcher.started.first().program).fileName().section('.', 0, 0),
+                 QStringLiteral("Kompa3"));
+        QCOMPARE(rig.t.launcher.started.first().arguments, QStringList{path});
+        QVERIFY(rig.app.g.gClosing);
+        QVERIFY(rig.app.decoder().msLastSerialNo.isEmpty());
+    }
+
+    void feedingStopsOnceTheToolCloses() {
+        Rig rig;
+        const QString path = rig.tempFile("two.ko3");
+        writeFile(path, fileText(saveBlock({ownTelegram(1), ownTelegram(2)})));
+        connect(&rig.app.decoder(), &TelegramDecoder::deviceTakenOn, this,
+                [&] { rig.app.g.gClosing = true; });
+        rig.files.LoadDeviceFile(path);
+        QCOMPARE(stored(rig.app, 1), ownTelegram(1));
+        QCOMPARE(stored(rig.app, 2), Bytes(202, 0));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDeviceFiles)
+#include "tst_devicefiles.moc"

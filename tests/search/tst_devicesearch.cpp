@@ -1,0 +1,283 @@
+#include "engine/pollengine.h"
+#include "engine/telegramdecoder.h"
+#include "link/seriallink.h"
+#include "link/telegram.h"
+#include "search/devicesearch.h"
+#include "support/fakes.h"
+#include "values/mq27values.h"
+
+#include <QTest>
+
+namespace {
+
+constexpr std::uint32_t kShown = 1234567;
+constexpr std::uint32_t kOther = 7654321;
+const QString kShownText = QString::number(kShown);
+const QString kOtherText = QString::number(kOther);
+const QDateTime kRecorded(QDate(2007, 7, 4), QTime(13, 5, 59));
+
+Bytes ownTelegram(int command, std::uint32_t serial) {
+    static constexpr int kStoredSize[] = {0, 19, 202, 211, 54, 421};
+    const int header = command == 5 ? 4 : 2;
+    Bytes data{10,
+               static_cast<std::uint8_t>(command),
+               static_cast<std::uint8_t>(serial >> 24),
+               static_cast<std::uint8_t>(serial >> 16),
+               static_cast<std::uint8_t>(serial >> 8),
+               static_cast<std::uint8_t>(serial)};
+    data.resize(static_cast<std::size_t>(kStoredSize[command] - header - 9 - 2), 0x21);
+    return telegram::StampTelegram(telegram::MakeSendFrame(data, true).value(), kRecorded).value();
+}
+
+// Device 1234567 read out and polled, the main view shown with the captions the language
+// switch gives it.
+struct Rig {
+    TestApp t;
+    AppContext& app = *t.app;
+    DeviceSearch& search = app.search();
+    PollEngine& engine = app.engine();
+    Form& display = app.forms().frmDisplay();
+    Form& searchWindow = app.forms().frmDeviceSearch();
+    Form& connectWindow = app.forms().frmConnect();
+
+    Rig() {
+        app.g.gAppTitle = QStringLiteral("KOMPA MQ27D");
+        t.settings.values[QStringLiteral("Port")] = QStringLiteral("2");
+        display.setCaption("mnuDeviceSelect", QStringLiteral("Gerät auswählen"));
+        display.setCaption("lblReceiveLEDLegend_0", QStringLiteral("Daten"));
+        display.setCaption("cmdSettingsAssume", QStringLiteral("Übernehmen"));
+        display.setCaption("cmdSettingsCancel", QStringLiteral("Abbrechen"));
+        for (int command : {1, 2, 3, 5})
+            app.decoder().DataDecoder(ownTelegram(command, kShown));
+    }
+
+    QStringList listed() const { return searchWindow.items("lstDeviceList"); }
+};
+
+} // namespace
+
+class TestDeviceSearch : public QObject {
+    Q_OBJECT
+
+private slots:
+    void searchStopsThePollAndListsTheShownDevice() {
+        Rig rig;
+        QVERIFY(rig.display.isShown());
+        QVERIFY(rig.engine.tmrAutoSend().isEnabled());
+        rig.engine.tmrTimeout().enable();
+
+        rig.search.mnuDeviceSearch_Click();
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+        QVERIFY(!rig.engine.tmrTimeout().isEnabled());
+        QCOMPARE(rig.searchWindow.title(), QStringLiteral("KOMPA MQ27D - Gerät auswählen"));
+        QCOMPARE(rig.searchWindow.caption("lblDataLEDLegend"), QStringLiteral("Daten"));
+        QCOMPARE(rig.searchWindow.caption("cmdOK"), QStringLiteral("Übernehmen"));
+        QCOMPARE(rig.searchWindow.caption("cmdCancel"), QStringLiteral("Abbrechen"));
+        QVERIFY(rig.searchWindow.isShown());
+        QVERIFY(!rig.searchWindow.isModal());
+        QCOMPARE(rig.searchWindow.centredOver(), QStringLiteral("frmDisplay"));
+        QCOMPARE(rig.listed(), QStringList{kShownText});
+        QCOMPARE(rig.searchWindow.value("lstDeviceList"), 0.0);
+        QVERIFY(!rig.display.isShown());
+        QVERIFY(rig.app.g.gDeviceSearch);
+    }
+
+    void searchOpensTheStoredPortWhenClosed() {
+        Rig rig;
+        QVERIFY(!rig.app.link().isPortOpen());
+        rig.search.mnuDeviceSearch_Click();
+        QVERIFY(rig.t.port.isOpen());
+        QCOMPARE(rig.t.port.portNumber(), 2);
+    }
+
+    void aSecondSearchStartsWithAFreshList() {
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        rig.search.AddDevice(kOther);
+        rig.searchWindow.click("cmdCancel");
+        rig.search.mnuDeviceSearch_Click();
+        QCOMPARE(rig.listed(), QStringList{kShownText});
+    }
+
+    void telegramsDuringTheSearchOnlyFillTheList() {
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        Bytes before;
+        rig.app.values()->GetDataArray(before, 2);
+
+        rig.app.decoder().DataDecoder(ownTelegram(2, kOther));
+        rig.app.decoder().DataDecoder(ownTelegram(1, kOther));
+        rig.app.decoder().DataDecoder(ownTelegram(3, kShown));
+        QCOMPARE(rig.listed(), (QStringList{kShownText, kOtherText}));
+        QCOMPARE(rig.searchWindow.value("lstDeviceList"), 0.0);
+        Bytes after;
+        rig.app.values()->GetDataArray(after, 2);
+        QCOMPARE(after, before);
+        QCOMPARE(rig.display.caption("lblSerialNo_0"), kShownText);
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+    }
+
+    void everyTelegramLightsTheLamp() {
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        Q_EMIT rig.search.tmrDataLED().timeout();
+        QCOMPARE(rig.searchWindow.backColor("picDataLED"), colors::kDefault);
+        QVERIFY(!rig.search.tmrDataLED().isEnabled());
+
+        rig.search.AddDevice(kShown);
+        QCOMPARE(rig.listed(), QStringList{kShownText});
+        QCOMPARE(rig.searchWindow.backColor("picDataLED"), colors::kGreen);
+        QVERIFY(rig.search.tmrDataLED().isEnabled());
+        QCOMPARE(rig.search.tmrDataLED().interval(), 100);
+    }
+
+    void largestSerialNumberIsListedInPlainDigits() {
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        rig.search.AddDevice(4294967295.0);
+        rig.search.AddDevice(0);
+        QCOMPARE(rig.listed(), (QStringList{kShownText, "4294967295", "0"}));
+    }
+
+    void cancelKeepsTheOldDevice_data() {
+        QTest::addColumn<bool>("byFrame");
+        QTest::newRow("cmdCancel") << false;
+        QTest::newRow("window closed") << true;
+    }
+    void cancelKeepsTheOldDevice() {
+        QFETCH(bool, byFrame);
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        rig.app.decoder().DataDecoder(ownTelegram(1, kOther));
+        rig.searchWindow.userSetValue("lstDeviceList", 1);
+        if (byFrame)
+            QVERIFY(rig.searchWindow.requestClose());
+        else
+            rig.searchWindow.click("cmdCancel");
+
+        QCOMPARE(rig.display.caption("lblSerialNo_0"), kShownText);
+        QCOMPARE(rig.engine.miNextCommand, 2);
+        QVERIFY(rig.display.isShown());
+        QVERIFY(!rig.connectWindow.isShown());
+        QVERIFY(!rig.app.g.gDeviceSearch);
+        QVERIFY(rig.engine.tmrAutoSend().isEnabled());
+        QVERIFY(!rig.searchWindow.isLoaded());
+    }
+
+    void choosingAnotherDeviceConnectsAnew_data() {
+        QTest::addColumn<bool>("byDoubleClick");
+        QTest::newRow("cmdOK") << false;
+        QTest::newRow("double click") << true;
+    }
+    void choosingAnotherDeviceConnectsAnew() {
+        QFETCH(bool, byDoubleClick);
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        rig.app.decoder().DataDecoder(ownTelegram(2, kOther));
+        rig.searchWindow.userSetValue("lstDeviceList", 1);
+        if (byDoubleClick)
+            rig.searchWindow.doubleClick("lstDeviceList");
+        else
+            rig.searchWindow.click("cmdOK");
+
+        QCOMPARE(rig.display.caption("lblSerialNo_0"), kOtherText);
+        QCOMPARE(rig.engine.miNextCommand, 1);
+        QVERIFY(!rig.app.g.gDeviceSearch);
+        QVERIFY(rig.engine.tmrAutoSend().isEnabled());
+        QVERIFY(!rig.searchWindow.isLoaded());
+        QVERIFY(!rig.display.isShown());
+        QVERIFY(rig.connectWindow.isShown());
+        QVERIFY(!rig.connectWindow.isModal());
+        QCOMPARE(rig.connectWindow.title(), rig.app.g.gAppTitle + " - " + kOtherText);
+        QCOMPARE(rig.connectWindow.centredOver(), QStringLiteral("frmMQ27D"));
+        QVERIFY(rig.search.tmrBlink().isEnabled());
+
+        // The chosen device's read-out ends the connection phase.
+        for (int command : {1, 2, 3, 5})
+            rig.app.decoder().DataDecoder(ownTelegram(command, kOther));
+        QVERIFY(rig.display.isShown());
+        QVERIFY(!rig.connectWindow.isLoaded());
+        QVERIFY(!rig.search.tmrBlink().isEnabled());
+        QCOMPARE(rig.app.decoder().msLastSerialNo, kOtherText);
+    }
+
+    void choosingTheShownDeviceGoesOnWithoutConnecting() {
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        rig.app.decoder().DataDecoder(ownTelegram(2, kOther));
+        rig.searchWindow.click("cmdOK");
+        QCOMPARE(rig.engine.miNextCommand, 2);
+        QVERIFY(rig.display.isShown());
+        QVERIFY(!rig.connectWindow.isShown());
+        QVERIFY(!rig.search.tmrBlink().isEnabled());
+    }
+
+    void okWithoutASelectedRowDoesNothing() {
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        rig.searchWindow.userSetValue("lstDeviceList", -1);
+        rig.searchWindow.click("cmdOK");
+        QVERIFY(rig.searchWindow.isShown());
+        QVERIFY(rig.app.g.gDeviceSearch);
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+        rig.searchWindow.userSetValue("lstDeviceList", 5);
+        rig.searchWindow.click("cmdOK");
+        QVERIFY(rig.searchWindow.isShown());
+    }
+
+    void connectionLabelBlinksWhileTheWindowIsUp() {
+        Rig rig;
+        rig.search.ShowConnect(QStringLiteral("7654321 - KOMPA MQ27D"));
+        QCOMPARE(rig.connectWindow.title(), QStringLiteral("7654321 - KOMPA MQ27D"));
+        QVERIFY(rig.search.tmrBlink().isEnabled());
+        QCOMPARE(rig.search.tmrBlink().interval(), 500);
+        QVERIFY(rig.connectWindow.isVisible("lblConnection"));
+        Q_EMIT rig.search.tmrBlink().timeout();
+        QVERIFY(!rig.connectWindow.isVisible("lblConnection"));
+        Q_EMIT rig.search.tmrBlink().timeout();
+        QVERIFY(rig.connectWindow.isVisible("lblConnection"));
+        Q_EMIT rig.search.tmrBlink().timeout();
+
+        rig.connectWindow.unload();
+        QVERIFY(!rig.search.tmrBlink().isEnabled());
+        QVERIFY(rig.connectWindow.isVisible("lblConnection"));
+    }
+
+    void cancelOfTheConnectionStopsThePoll_data() {
+        QTest::addColumn<bool>("byFrame");
+        QTest::newRow("cmdCancel") << false;
+        QTest::newRow("window closed") << true;
+    }
+    void cancelOfTheConnectionStopsThePoll() {
+        QFETCH(bool, byFrame);
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        rig.search.AddDevice(kOther);
+        rig.searchWindow.userSetValue("lstDeviceList", 1);
+        rig.searchWindow.click("cmdOK");
+        rig.engine.tmrTimeout().enable();
+        QVERIFY(!rig.app.forms().frmMQ27D().isShown());
+
+        if (byFrame)
+            QVERIFY(rig.connectWindow.requestClose());
+        else
+            rig.connectWindow.click("cmdCancel");
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+        QVERIFY(!rig.engine.tmrTimeout().isEnabled());
+        QVERIFY(rig.app.forms().frmMQ27D().isShown());
+        QVERIFY(!rig.connectWindow.isLoaded());
+        QVERIFY(!rig.search.tmrBlink().isEnabled());
+    }
+
+    void closingTheToolClosesTheWindowsWithoutSideEffects() {
+        Rig rig;
+        rig.search.mnuDeviceSearch_Click();
+        rig.app.g.gClosing = true;
+        QVERIFY(rig.searchWindow.requestClose());
+        QVERIFY(rig.app.g.gDeviceSearch);
+        QVERIFY(!rig.display.isShown());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDeviceSearch)
+#include "tst_devicesearch.moc"
