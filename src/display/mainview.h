@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+
+#include <QHash>
 #include <QObject>
 #include <QString>
 
@@ -22,7 +25,7 @@ public:
 private:
     void Form_Load();
     void onClicked(const QString& element);
-    void setUnitChecks();
 
     AppContext& m_app;
+    QHash<QString, std::function<void()>> m_menuHandlers;
 };

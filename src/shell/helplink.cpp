@@ -2,15 +2,77 @@
 
 #include "shell/appcontext.h"
 
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+const QString kCrLf2 = QStringLiteral("\r\n\r\n");
+const QString kEvince = QStringLiteral("evince");
+const QString kOkular = QStringLiteral("okular");
+
+// "007", "-007": the number in at least three places, the sign in front.
+QString threeDigits(int number) {
+    const QString digits = QStringLiteral("%1").arg(qAbs(qint64{number}), 3, 10, QLatin1Char('0'));
+    return number < 0 ? u'-' + digits : digits;
+}
+
+} // namespace
+
 HelpLink::HelpLink(AppContext& app)
     : m_app(app) {}
 
-void HelpLink::ShowHelp(int, int, int, const QString&) {}
+void HelpLink::ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QString& Remark) {
+    if (Mode != 1 && Mode != 2) return;
+    const QString file =
+        QDir(m_app.services().programDir).filePath(helpFileName(DeviceNumber, m_app.g.gLanguage));
+    const QString destination = threeDigits(PDF_Target);
+    if (Mode == 2)
+        describe(PDF_Target, file, destination, Remark);
+    else
+        open(file, destination);
+}
 
+// Only viewers that can be told a named destination on their command line will do: one
+// that opens the first page would leave the user searching.
 QString HelpLink::Acrobat_viewer() const {
+    for (const QString& name : {kEvince, kOkular}) {
+        const QString path = m_app.services().launcher->findExecutable(name);
+        if (!path.isEmpty()) return path;
+    }
     return {};
 }
 
-QString HelpLink::helpFileName(int, int) {
-    return {};
+QString HelpLink::helpFileName(int deviceNumber, int language) {
+    return QStringLiteral("KompaHelp_%1_%2.pdf")
+        .arg(threeDigits(deviceNumber), threeDigits(language));
+}
+
+QStringList HelpLink::viewerArguments(const QString& viewer, const QString& file,
+                                      const QString& destination) {
+    if (QFileInfo(viewer).fileName() == kOkular) return {file + u'#' + destination};
+    return {QStringLiteral("--named-dest=") + destination, file};
+}
+
+void HelpLink::describe(int target, const QString& file, const QString& destination,
+                        const QString& remark) {
+    const QString text = QStringLiteral("Helptext No. :         ") + QString::number(target) +
+                         kCrLf2 + QStringLiteral("PDF-File :                ") + file + kCrLf2 +
+                         QStringLiteral("PDF-File Target :    ") + destination + kCrLf2 +
+                         QStringLiteral("Remark :                 ") + remark;
+    m_app.services().dialogs->information(text, m_app.g.gAppTitle);
+}
+
+void HelpLink::open(const QString& file, const QString& destination) {
+    UserDialogs& dialogs = *m_app.services().dialogs;
+    const QString viewer = Acrobat_viewer();
+    if (viewer.isEmpty()) {
+        dialogs.information(m_app.messages.viewerMissing, m_app.g.gAppTitle);
+        return;
+    }
+    if (!QFileInfo::exists(file)) {
+        dialogs.information(m_app.messages.fileMissing + kCrLf2 + file, m_app.g.gAppTitle);
+        return;
+    }
+    m_app.services().launcher->startDetached(viewer, viewerArguments(viewer, file, destination));
 }

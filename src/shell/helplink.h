@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class AppContext;
 
@@ -16,7 +17,14 @@ public:
     QString Acrobat_viewer() const;
 
     static QString helpFileName(int deviceNumber, int language);
+    // How `viewer` is told to open `file` at `destination`.
+    static QStringList viewerArguments(const QString& viewer, const QString& file,
+                                       const QString& destination);
 
 private:
+    void describe(int target, const QString& file, const QString& destination,
+                  const QString& remark);
+    void open(const QString& file, const QString& destination);
+
     AppContext& m_app;
 };

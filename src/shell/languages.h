@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 class AppContext;
+class Form;
 
 // Every visible word of every window from the four-language string table, the units of
 // temperature and smoke, and the language dialog frmLanguage.
@@ -18,24 +20,33 @@ public:
     // Store the unit unconditionally; a value other than 1 and 2 is stored but used as 1.
     void SwitchToTemperature(int unit);
     void SwitchToSmokeUnit(int unit);
+    // The unit menus of frmDisplay checked as gTemperatureUnit and gSmokeUnit say.
+    void checkUnitMenus();
 
     // mnuLanguage: frmLanguage non-modal with the current language checked.
     void ShowLanguage();
 
     // " - V1.00.00": the program's own version behind the title.
     static QString versionText();
+    // "1.00.00".
+    static QString versionNumber();
 
 Q_SIGNALS:
     void languageSwitched(int language);
 
 private:
-    void applyStartWindow();
-    void applyMessages();
-    void applyInterfaceAndLanguage();
-    void applyMainView();
-    void applyAbout();
-    void applyConnectAndSearch();
+    // The texts of one language, as a switch applies them.
+    class Texts;
+
+    void applyStartWindow(const Texts& s);
+    void applyMessages(const Texts& s);
+    void applyInterfaceAndLanguage(const Texts& s);
+    void applyMainView(const Texts& s);
+    void applyAbout(const Texts& s);
+    void applyConnectAndSearch(const Texts& s);
     void onLanguageClicked(const QString& element);
+    void onLanguageEdited(const QString& element);
+    void checkCurrentLanguage();
 
     AppContext& m_app;
 };

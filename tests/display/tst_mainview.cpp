@@ -1,0 +1,173 @@
+#include "display/mainview.h"
+#include "shell/appshell.h"
+#include "shell/languages.h"
+#include "support/fakes.h"
+#include "values/mq27values.h"
+
+#include <QtTest>
+
+class TestMainView : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void loadPreparesMenusAndTabs();
+    void unitMenusSwapAndStore();
+    void menusReachTheirParts();
+    void exitIgnoresTheAnswer();
+    void closeButtonFollowsTheAnswer();
+    void helpTopics_data();
+    void helpTopics();
+    void helpButtonOneOnlyDescribes();
+};
+
+void TestMainView::loadPreparesMenusAndTabs() {
+    TestApp t;
+    AppContext& app = *t.app;
+    app.g.gTemperatureUnit = 2;
+    Form& view = app.forms().frmDisplay();
+    view.setValue("tabDisplay", 4);
+    view.load();
+    QVERIFY(!view.isVisible("mnuLogger"));
+    QVERIFY(!view.isVisible("mnuLogDataDev"));
+    QCOMPARE(view.value("tabDisplay"), 0.0);
+    QVERIFY(view.isChecked("mnuFahrenheit"));
+    QVERIFY(!view.isChecked("mnuCelsius"));
+    QVERIFY(view.isChecked("mnuPercentMeter"));
+    QVERIFY(!view.isChecked("mnuPercentFeet"));
+}
+
+void TestMainView::unitMenusSwapAndStore() {
+    TestApp t;
+    AppContext& app = *t.app;
+    Form& view = app.forms().frmDisplay();
+    view.load();
+
+    view.click("mnuFahrenheit");
+    view.click("mnuPercentFeet");
+    QCOMPARE(app.g.gTemperatureUnit, 2);
+    QCOMPARE(app.g.gSmokeUnit, 2);
+    QVERIFY(view.isChecked("mnuFahrenheit") && !view.isChecked("mnuCelsius"));
+    QVERIFY(view.isChecked("mnuPercentFeet") && !view.isChecked("mnuPercentMeter"));
+    QCOMPARE(t.settings.values.value("Temperature"), QStringLiteral("2"));
+    QCOMPARE(t.settings.values.value("Smoke"), QStringLiteral("2"));
+
+    view.click("mnuCelsius");
+    view.click("mnuPercentMeter");
+    QCOMPARE(app.g.gTemperatureUnit, 1);
+    QCOMPARE(app.g.gSmokeUnit, 1);
+    QVERIFY(view.isChecked("mnuCelsius") && !view.isChecked("mnuFahrenheit"));
+    QVERIFY(view.isChecked("mnuPercentMeter") && !view.isChecked("mnuPercentFeet"));
+    QCOMPARE(t.settings.values.value("Smoke"), QStringLiteral("1"));
+}
+
+void TestMainView::menusReachTheirParts() {
+    TestApp t;
+    AppContext& app = *t.app;
+    app.shell().Startup(QString());
+    Form& view = app.forms().frmDisplay();
+
+    view.click("mnuInfo");
+    QVERIFY(app.forms().frmAbout().isShown());
+    QVERIFY(app.forms().frmAbout().isModal());
+
+    view.click("mnuLanguage");
+    QVERIFY(app.forms().frmLanguage().isShown());
+
+    view.click("mnuInterface");
+    QVERIFY(app.forms().frmInterface().isShown());
+
+    view.click("mnuLoad");
+    QCOMPARE(t.dialogs.lastFilter, app.messages.loadFilter);
+
+    // A save by the user asks for a file name; cancelled, nothing is written.
+    t.dialogs.lastFilter.clear();
+    app.createValues();
+    view.click("mnuSave");
+    QVERIFY(!t.dialogs.lastFilter.isEmpty());
+}
+
+void TestMainView::exitIgnoresTheAnswer() {
+    TestApp t;
+    AppContext& app = *t.app;
+    app.shell().Startup(QString());
+    QSignalSpy quit(&app, &AppContext::quitRequested);
+    app.forms().frmDisplay().click("mnuExit");
+    QVERIFY(app.g.gClosing);
+    QCOMPARE(quit.count(), 1);
+}
+
+void TestMainView::closeButtonFollowsTheAnswer() {
+    TestApp t;
+    AppContext& app = *t.app;
+    app.shell().Startup(QString());
+    Form& view = app.forms().frmDisplay();
+    view.show();
+    clsMQ27Values& values = app.createValues();
+    Bytes telegram;
+    values.GetDataArray(telegram, 3);
+    telegram.at(144) = 1;
+    values.SetDataArray(telegram, 3);
+
+    t.dialogs.answers = {UserDialogs::Answer::No};
+    QVERIFY(!view.requestClose());
+    QVERIFY(view.isShown());
+    QVERIFY(!app.g.gClosing);
+
+    t.dialogs.answers = {UserDialogs::Answer::Yes};
+    QVERIFY(view.requestClose());
+    QVERIFY(!view.isLoaded());
+    QVERIFY(app.g.gClosing);
+}
+
+void TestMainView::helpTopics_data() {
+    QTest::addColumn<int>("topic");
+    QTest::addColumn<bool>("hasPage");
+    QTest::newRow("menu") << 0 << true;
+    QTest::newRow("first fault") << 1 << true;
+    QTest::newRow("29") << 29 << true;
+    QTest::newRow("30") << 30 << false;
+    QTest::newRow("31") << 31 << true;
+    QTest::newRow("34") << 34 << true;
+    QTest::newRow("35") << 35 << false;
+    QTest::newRow("39") << 39 << false;
+    QTest::newRow("air flow") << 40 << true;
+    QTest::newRow("chamber") << 41 << true;
+    QTest::newRow("42") << 42 << false;
+    QTest::newRow("50") << 50 << false;
+    QTest::newRow("51") << 51 << true;
+    QTest::newRow("58") << 58 << true;
+    QTest::newRow("59") << 59 << false;
+    QTest::newRow("-1") << -1 << false;
+}
+
+void TestMainView::helpTopics() {
+    QFETCH(int, topic);
+    QFETCH(bool, hasPage);
+    TestApp t;
+    t.app->languages().SwitchToLanguage(1);
+    t.launcher.onPath["evince"] = "/usr/bin/evince";
+    t.app->mainView().Help_Table(2, topic, QString());
+    // Without the help file, a topic with a page reports the missing file.
+    QCOMPARE(t.dialogs.shown.size(), hasPage ? 1 : 0);
+    if (hasPage) QVERIFY(t.dialogs.shown.first().text.endsWith("KompaHelp_010_001.pdf"));
+}
+
+void TestMainView::helpButtonOneOnlyDescribes() {
+    TestApp t;
+    t.app->languages().SwitchToLanguage(2);
+    t.launcher.onPath["evince"] = "/usr/bin/evince";
+    t.app->mainView().Help_Table(1, 40, "Air flow");
+    QCOMPARE(t.dialogs.shown.size(), 1);
+    QVERIFY(t.dialogs.shown.first().text.startsWith("Helptext No. :         40\r\n"));
+    QVERIFY(t.dialogs.shown.first().text.contains("KompaHelp_010_002.pdf"));
+    QVERIFY(t.dialogs.shown.first().text.endsWith("Remark :                 Air flow"));
+
+    t.dialogs.shown.clear();
+    t.app->forms().frmDisplay().click("mnuPDFHelp");
+    QCOMPARE(t.dialogs.shown.size(), 1);
+    QVERIFY(t.dialogs.shown.first().text.startsWith("File not found"));
+    QVERIFY(t.launcher.started.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestMainView)
+#include "tst_mainview.moc"
