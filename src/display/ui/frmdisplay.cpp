@@ -1,0 +1,101 @@
+#include "display/ui/frmdisplay.h"
+
+#include "shell/ui/formview.h"
+#include "shell/ui/lamp.h"
+#include "shell/ui/windowparts.h"
+
+#include <QActionGroup>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+using namespace windowparts;
+
+namespace {
+
+// Two menu entries of which exactly one carries the check mark.
+void makeExclusive(QMenu* menu, QAction* first, QAction* second) {
+    auto* group = new QActionGroup(menu);
+    group->setExclusive(true);
+    group->addAction(first);
+    group->addAction(second);
+}
+
+} // namespace
+
+frmDisplayWindow::frmDisplayWindow(Form& form, QWidget* parent)
+    : QMainWindow(parent) {
+    setObjectName(form.name());
+    buildMenus();
+    m_tabs = named<QTabWidget>(QStringLiteral("tabDisplay"));
+    m_tabs->setDocumentMode(true);
+    for (int page = 0; page < kPageCount; ++page)
+        m_tabs->addTab(buildPage(page), QString());
+    setCentralWidget(m_tabs);
+    resize(1000, 700);
+    m_view = std::make_unique<FormView>(form, this);
+}
+
+frmDisplayWindow::~frmDisplayWindow() = default;
+
+QWidget* frmDisplayWindow::pageBody(int page) const {
+    return m_bodies.value(page);
+}
+
+void frmDisplayWindow::buildMenus() {
+    QMenu* file = namedMenu(menuBar(), QStringLiteral("mnuFile"));
+    namedEntry(file, QStringLiteral("mnuLoad"));
+    namedEntry(file, QStringLiteral("mnuSave"));
+    namedSeparator(file);
+    namedEntry(file, QStringLiteral("mnuExit"));
+
+    QMenu* settings = namedMenu(menuBar(), QStringLiteral("mnuSettings"));
+    namedEntry(settings, QStringLiteral("mnuInterface"));
+    namedEntry(settings, QStringLiteral("mnuLanguage"));
+    namedSeparator(settings);
+    makeExclusive(settings, namedEntry(settings, QStringLiteral("mnuCelsius"), true),
+                  namedEntry(settings, QStringLiteral("mnuFahrenheit"), true));
+    namedSeparator(settings);
+    makeExclusive(settings, namedEntry(settings, QStringLiteral("mnuPercentMeter"), true),
+                  namedEntry(settings, QStringLiteral("mnuPercentFeet"), true));
+
+    QMenu* select = namedMenu(menuBar(), QStringLiteral("mnuDeviceSelect"));
+    namedEntry(select, QStringLiteral("mnuDeviceSearch"));
+    QMenu* logger = namedMenu(menuBar(), QStringLiteral("mnuLogger"));
+    namedEntry(logger, QStringLiteral("mnuLogDataDev"));
+    QMenu* help = namedMenu(menuBar(), QStringLiteral("mnuHelp"));
+    namedEntry(help, QStringLiteral("mnuPDFHelp"));
+    namedEntry(help, QStringLiteral("mnuInfo"));
+}
+
+QWidget* frmDisplayWindow::buildPage(int page) {
+    auto* serial = label(Form::indexed(u"lblSerialNo", page));
+    QFont bold = serial->font();
+    bold.setBold(true);
+    serial->setFont(bold);
+    serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    auto* header = new QHBoxLayout;
+    header->setSpacing(8);
+    header->addWidget(label(Form::indexed(u"lblSerialNoLegend", page)));
+    header->addWidget(serial);
+    header->addStretch(1);
+    header->addWidget(named<Lamp>(Form::indexed(u"picReceiveLED", page)));
+    header->addWidget(label(Form::indexed(u"lblReceiveLEDLegend", page)));
+
+    auto* body = new QWidget;
+    auto* bodyLayout = new QVBoxLayout(body);
+    bodyLayout->setContentsMargins(0, 0, 0, 0);
+    m_bodies.append(body);
+
+    auto* tab = named<QWidget>(Form::indexed(u"tabDisplay", page));
+    auto* layout = new QVBoxLayout(tab);
+    layout->setContentsMargins(14, 10, 14, 14);
+    layout->setSpacing(10);
+    layout->addLayout(header);
+    layout->addWidget(divider());
+    layout->addWidget(body, 1);
+    return tab;
+}

@@ -1,0 +1,45 @@
+#include "search/ui/frmconnect.h"
+
+#include "shell/ui/artwork.h"
+#include "shell/ui/formview.h"
+#include "shell/ui/windowparts.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace windowparts;
+
+frmConnectWindow::frmConnectWindow(Form& form, QWidget* parent)
+    : QDialog(parent) {
+    setObjectName(form.name());
+    auto* device = new QLabel;
+    device->setPixmap(artwork::deviceIcon(1, 40, devicePixelRatioF()));
+
+    auto* connection = label(QStringLiteral("lblConnection"));
+    QFont large = connection->font();
+    large.setPointSizeF(large.pointSizeF() * 1.15);
+    connection->setFont(large);
+    // The label blinks by hiding; its place stays.
+    QSizePolicy keepPlace = connection->sizePolicy();
+    keepPlace.setRetainSizeWhenHidden(true);
+    connection->setSizePolicy(keepPlace);
+
+    auto* message = new QHBoxLayout;
+    message->setSpacing(14);
+    message->addWidget(device);
+    message->addWidget(connection, 1);
+
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(20, 18, 20, 14);
+    root->setSpacing(16);
+    root->addLayout(message);
+    root->addLayout(buttonRow({button(QStringLiteral("cmdCancel"), true)}));
+    setMinimumWidth(360);
+
+    m_view = std::make_unique<FormView>(form, this);
+    m_view->setEscapeElement(QStringLiteral("cmdCancel"));
+}
+
+frmConnectWindow::~frmConnectWindow() = default;

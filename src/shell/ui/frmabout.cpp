@@ -1,0 +1,47 @@
+#include "shell/ui/frmabout.h"
+
+#include "shell/ui/artwork.h"
+#include "shell/ui/formview.h"
+#include "shell/ui/windowparts.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace windowparts;
+
+frmAboutWindow::frmAboutWindow(Form& form, QWidget* parent)
+    : QDialog(parent) {
+    setObjectName(form.name());
+    auto* version = label(QStringLiteral("lblKompaVersion"));
+    QFont heading = version->font();
+    heading.setBold(true);
+    heading.setPointSizeF(heading.pointSizeF() * 1.15);
+    version->setFont(heading);
+
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(4);
+    texts->addWidget(version);
+    texts->addWidget(label(QStringLiteral("lblDisplay")));
+    texts->addSpacing(14);
+    for (int i = 0; i < 2; ++i) {
+        auto* rights = label(Form::indexed(u"lblCopyright", i));
+        rights->setForegroundRole(QPalette::PlaceholderText);
+        texts->addWidget(rights);
+    }
+
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(24, 20, 24, 16);
+    root->setSpacing(14);
+    root->addWidget(new LogoView(48));
+    root->addWidget(divider());
+    root->addLayout(texts);
+    root->addLayout(buttonRow({button(QStringLiteral("cmdOK"), true)}));
+    root->setSizeConstraint(QLayout::SetFixedSize);
+    setMinimumWidth(380);
+
+    m_view = std::make_unique<FormView>(form, this);
+    m_view->setEscapeElement(QStringLiteral("cmdOK"));
+}
+
+frmAboutWindow::~frmAboutWindow() = default;

@@ -1,0 +1,53 @@
+#include "shell/ui/frmlanguage.h"
+
+#include "shell/ui/artwork.h"
+#include "shell/ui/formview.h"
+#include "shell/ui/windowparts.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+using namespace windowparts;
+
+namespace {
+// The languages by their own names; they read the same in every language.
+const char* const kOptionTexts[] = {"Default", "Deutsch", "English", "Français", "Nederlands"};
+} // namespace
+
+frmLanguageWindow::frmLanguageWindow(Form& form, QWidget* parent)
+    : QDialog(parent) {
+    setObjectName(form.name());
+    auto* options = new QButtonGroup(this);
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(10);
+    grid->setVerticalSpacing(8);
+    grid->setColumnMinimumWidth(1, 140);
+    const int flagHeight = fontMetrics().height();
+    const QSize flagSize(flagHeight * 3 / 2, flagHeight);
+    for (int i = 0; i <= 4; ++i) {
+        auto* option = named<QRadioButton>(Form::indexed(u"optLanguage", i),
+                                           QString::fromUtf8(kOptionTexts[i]));
+        options->addButton(option, i);
+        grid->addWidget(option, i, 1);
+        if (i == 0) continue;
+        auto* flag = label(Form::indexed(u"imgFlag", i));
+        flag->setPixmap(artwork::flag(i, flagSize, devicePixelRatioF()));
+        flag->setFixedSize(flagSize);
+        grid->addWidget(flag, i, 0);
+    }
+
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(20, 16, 20, 14);
+    root->setSpacing(16);
+    root->addLayout(grid);
+    root->addLayout(buttonRow({button(QStringLiteral("cmdOK"), true)}));
+    root->setSizeConstraint(QLayout::SetFixedSize);
+
+    m_view = std::make_unique<FormView>(form, this);
+}
+
+frmLanguageWindow::~frmLanguageWindow() = default;

@@ -1,0 +1,100 @@
+#include "shell/ui/frmmq27d.h"
+
+#include "shell/ui/artwork.h"
+#include "shell/ui/formview.h"
+#include "shell/ui/ledpair.h"
+#include "shell/ui/windowparts.h"
+
+#include <QCheckBox>
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+using namespace windowparts;
+
+frmMQ27DWindow::frmMQ27DWindow(Form& form, QWidget* parent)
+    : QMainWindow(parent) {
+    setObjectName(form.name());
+    buildMenus();
+    setCentralWidget(buildLinkPanel());
+    // The window keeps the size of what it shows; the monitor frames would widen it.
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    m_view = std::make_unique<FormView>(form, this);
+}
+
+frmMQ27DWindow::~frmMQ27DWindow() = default;
+
+void frmMQ27DWindow::buildMenus() {
+    QMenu* file = namedMenu(menuBar(), QStringLiteral("mnuFile"));
+    namedEntry(file, QStringLiteral("mnuLoad"));
+    namedSeparator(file, QStringLiteral("mnuSep1"));
+    namedEntry(file, QStringLiteral("mnuCloseApp"));
+    QMenu* settings = namedMenu(menuBar(), QStringLiteral("mnuSettings"));
+    namedEntry(settings, QStringLiteral("mnuInterface"));
+    namedEntry(settings, QStringLiteral("mnuLanguage"));
+    QMenu* help = namedMenu(menuBar(), QStringLiteral("mnuHelp"));
+    namedEntry(help, QStringLiteral("mnuInfo"));
+}
+
+QWidget* frmMQ27DWindow::buildLinkPanel() {
+    auto* panel = new QWidget;
+    auto* leds = new QGridLayout;
+    leds->setHorizontalSpacing(8);
+    leds->setVerticalSpacing(0);
+    leds->addWidget(named<LedPair>(QStringLiteral("picReceive")), 0, 0, 2, 1);
+    leds->addWidget(label(QStringLiteral("lblReceive")), 0, 1, Qt::AlignVCenter);
+    leds->addWidget(label(QStringLiteral("lblSend")), 1, 1, Qt::AlignVCenter);
+
+    auto* appName = label(QStringLiteral("lblAppName"));
+    QFont large = appName->font();
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    large.setBold(true);
+    appName->setFont(large);
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(named<LogoView>(QStringLiteral("picHALVORN"), 40));
+    top->addSpacing(12);
+    top->addWidget(appName, 1);
+    top->addLayout(leds);
+
+    auto* device = label(QStringLiteral("lblDevice"));
+    device->setFrameShape(QFrame::StyledPanel);
+    device->setFrameShadow(QFrame::Sunken);
+    device->setMargin(6);
+    // Status texts come and go; they must not resize the window.
+    device->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    device->setMinimumWidth(device->fontMetrics().averageCharWidth() * 60);
+    device->setMinimumHeight(device->sizeHint().height());
+
+    auto* root = new QVBoxLayout(panel);
+    root->setContentsMargins(16, 14, 16, 14);
+    root->setSpacing(12);
+    root->addLayout(top);
+    root->addWidget(buildMonitorFrame(QStringLiteral("fraComSend"), QStringLiteral("txtComSend"),
+                                      QStringLiteral("COM Port output (sent data bytes, HEX)")));
+    root->addWidget(buildMonitorFrame(QStringLiteral("fraComReceive"),
+                                      QStringLiteral("txtComReceive"),
+                                      QStringLiteral("COM Port input (received data bytes, HEX)")));
+    root->addWidget(device);
+    return panel;
+}
+
+QWidget* frmMQ27DWindow::buildMonitorFrame(const QString& frame, const QString& text,
+                                           const QString& title) {
+    auto* box = named<QGroupBox>(frame, title);
+    auto* hex = named<QPlainTextEdit>(text);
+    hex->setReadOnly(true);
+    hex->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    hex->setFixedHeight(hex->fontMetrics().lineSpacing() * 5);
+    auto* layout = new QVBoxLayout(box);
+    layout->addWidget(hex);
+    if (frame == QLatin1String("fraComSend"))
+        layout->addWidget(
+            named<QCheckBox>(QStringLiteral("chkSendEnable"), QStringLiteral("Send Enable")));
+    box->setVisible(false);
+    return box;
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+#include <QMainWindow>
+
+class Form;
+class FormView;
+
+// The start window: link status, the LED pair and the menus of the program's first form.
+// Its hexadecimal monitor frames exist for the logic but stay hidden.
+class frmMQ27DWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit frmMQ27DWindow(Form& form, QWidget* parent = nullptr);
+    ~frmMQ27DWindow() override;
+
+    FormView& view() { return *m_view; }
+
+private:
+    void buildMenus();
+    QWidget* buildLinkPanel();
+    QWidget* buildMonitorFrame(const QString& frame, const QString& text, const QString& title);
+
+    std::unique_ptr<FormView> m_view;
+};

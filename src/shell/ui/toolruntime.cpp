@@ -1,0 +1,106 @@
+#include "shell/ui/toolruntime.h"
+
+#include "display/ui/frmdisplay.h"
+#include "link/qtserialportdevice.h"
+#include "search/ui/frmconnect.h"
+#include "search/ui/frmdevicesearch.h"
+#include "shell/appcontext.h"
+#include "shell/appshell.h"
+#include "shell/platformservices.h"
+#include "shell/ui/artwork.h"
+#include "shell/ui/frmabout.h"
+#include "shell/ui/frminterface.h"
+#include "shell/ui/frmlanguage.h"
+#include "shell/ui/frmmq27d.h"
+#include "shell/ui/trayicon.h"
+#include "shell/ui/widgetdialogs.h"
+
+#include <QApplication>
+#include <QStandardPaths>
+
+// The services the runtime makes itself where the options lend none.
+struct ToolRuntime::OwnServices {
+    std::unique_ptr<QtSerialPortDevice> port;
+    std::unique_ptr<WidgetDialogs> dialogs;
+    std::unique_ptr<QtProcessLauncher> launcher;
+    std::unique_ptr<QSettingsStore> settings;
+    SystemClock clock;
+};
+
+namespace {
+
+template <typename Interface, typename Real>
+Interface* lentOrOwn(Interface* lent, std::unique_ptr<Real>& own) {
+    if (lent) return lent;
+    own = std::make_unique<Real>();
+    return own.get();
+}
+
+} // namespace
+
+ToolRuntime::ToolRuntime()
+    : ToolRuntime(Options{}) {}
+
+ToolRuntime::ToolRuntime(Options options)
+    : m_options(std::move(options))
+    , m_own(std::make_unique<OwnServices>()) {
+    // The tool ends by its own shutdown, not when its last window is hidden.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(artwork::trayIcon(0));
+
+    Services services;
+    services.port = lentOrOwn(m_options.port, m_own->port);
+    services.dialogs = lentOrOwn(m_options.dialogs, m_own->dialogs);
+    services.launcher = lentOrOwn(m_options.launcher, m_own->launcher);
+    services.settings = lentOrOwn(m_options.settings, m_own->settings);
+    services.clock = &m_own->clock;
+    services.programDir = m_options.programDir.value_or(QCoreApplication::applicationDirPath());
+    services.dataDir = m_options.dataDir.value_or(
+        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+    m_app = std::make_unique<AppContext>(services);
+
+    createWindows();
+    m_trayIcon = std::make_unique<TrayIcon>(*m_app);
+    connect(m_app.get(), &AppContext::quitRequested, this, &ToolRuntime::onQuitRequested);
+}
+
+ToolRuntime::~ToolRuntime() {
+    // Windows and icon go before the models they show.
+    m_trayIcon.reset();
+    m_windows.clear();
+    m_windowStore.clear();
+}
+
+void ToolRuntime::createWindows() {
+    Forms& forms = m_app->forms();
+    auto add = [this](Form& form, std::unique_ptr<QWidget> window) {
+        m_windows.insert(form.name(), window.get());
+        m_windowStore.push_back(std::move(window));
+    };
+    add(forms.frmMQ27D(), std::make_unique<frmMQ27DWindow>(forms.frmMQ27D()));
+    add(forms.frmDisplay(), std::make_unique<frmDisplayWindow>(forms.frmDisplay()));
+    add(forms.frmInterface(), std::make_unique<frmInterfaceWindow>(forms.frmInterface()));
+    add(forms.frmLanguage(), std::make_unique<frmLanguageWindow>(forms.frmLanguage()));
+    add(forms.frmAbout(), std::make_unique<frmAboutWindow>(forms.frmAbout()));
+    add(forms.frmConnect(), std::make_unique<frmConnectWindow>(forms.frmConnect()));
+    add(forms.frmDeviceSearch(), std::make_unique<frmDeviceSearchWindow>(forms.frmDeviceSearch()));
+}
+
+QStringList ToolRuntime::windowNames() const {
+    QStringList names;
+    for (const auto& window : m_windowStore)
+        names << window->objectName();
+    return names;
+}
+
+void ToolRuntime::start(const QString& rawArguments) {
+    m_app->shell().Startup(rawArguments);
+}
+
+void ToolRuntime::onQuitRequested() {
+    Q_EMIT finished();
+    // Queued, so that a shutdown during start-up still ends the loop that starts later.
+    if (m_options.exitEventLoop)
+        QMetaObject::invokeMethod(
+            qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+}
