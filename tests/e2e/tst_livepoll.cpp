@@ -1,0 +1,248 @@
+// The tool with all its windows against the virtual device on a pseudo-terminal: take-on,
+// the poll cycle and its pace, the automatic save, writes, and a line that misbehaves.
+#include "engine/pollengine.h"
+#include "files/devicefiles.h"
+#include "files/ko3format.h"
+#include "link/seriallink.h"
+#include "link/telegram.h"
+#include "shell/appcontext.h"
+#include "shell/formmodel.h"
+#include "shell/forms.h"
+#include "support/livetool.h"
+#include "support/simprocess.h"
+#include "values/mq27values.h"
+
+#include <QDate>
+#include <QDir>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+const QString kSerial = QStringLiteral("1001");
+constexpr double kSerialNumber = 1001;
+
+QList<SimProcess::Entry> polledAfter(const QList<SimProcess::Entry>& requests, double t) {
+    QList<SimProcess::Entry> out;
+    for (const auto& r : requests) {
+        if (r.t > t) out << r;
+    }
+    return out;
+}
+
+// The frame without its length bytes and sum: what a stamped copy of it still holds.
+QByteArray framePayload(const QString& hex) {
+    const QByteArray frame = QByteArray::fromHex(hex.toLatin1());
+    const Bytes bytes(frame.begin(), frame.end());
+    const int header = telegram::HeaderLength(bytes);
+    return frame.mid(header, frame.size() - header - 2);
+}
+
+// Time of the tool's take-on: its last request for telegram 5 before polling began.
+double takeOnEnd(const QList<SimProcess::Entry>& requests) {
+    for (const auto& r : requests) {
+        if (r.cmd == 5 && r.serial == kSerialNumber) return r.t;
+    }
+    return -1;
+}
+
+} // namespace
+
+class TestLivePoll : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void takeOnPollsAndSavesTheDevice();
+    void silenceRepeatsTheRequest();
+    void queuedWriteGoesOutOnce();
+    void faultyLineLeavesTheDeviceShown();
+    void vanishedLineLeavesTheToolRunning();
+};
+
+void TestLivePoll::takeOnPollsAndSavesTheDevice() {
+    SimProcess sim;
+    QVERIFY2(sim.start({"--profile", SimProcess::profile("minimal"), "--no-drift"}),
+             qPrintable(sim.output()));
+    LiveTool tool(sim.portPath());
+    QSignalSpy connectWindow(&tool.app().forms().frmConnect(), &Form::windowChanged);
+    tool.start();
+    QVERIFY(tool.waitForDevice(kSerial));
+    QVERIFY(connectWindow.contains(QVariantList{QVariant::fromValue(Form::WindowChange::Shown)}));
+
+    // Take-on: the search telegram, then the device's own telegrams up to 5.
+    QVERIFY(QTest::qWaitFor([&] { return sim.requests().size() >= 12; }, 10000));
+    const auto requests = sim.requests();
+    QCOMPARE(requests.first().kind, 10);
+    QCOMPARE(requests.first().cmd, 1);
+    QCOMPARE(requests.first().serial, 0.0);
+    const double polling = takeOnEnd(requests);
+    QVERIFY(polling > 0);
+
+    // Then 2, 3, 5 without end, to the device's serial number, 321 + 99 ms after each answer.
+    const auto polled = polledAfter(requests, polling);
+    QVERIFY(polled.size() >= 6);
+    const QList<int> cycle{2, 3, 5};
+    const qsizetype phase = cycle.indexOf(polled.first().cmd);
+    QVERIFY(phase >= 0);
+    for (qsizetype i = 0; i < polled.size(); ++i) {
+        QCOMPARE(polled[i].kind, 10);
+        QCOMPARE(polled[i].serial, kSerialNumber);
+        QCOMPARE(polled[i].cmd, cycle[(phase + i) % 3]);
+    }
+    const auto log = sim.log();
+    for (qsizetype i = 1; i < log.size(); ++i) {
+        if (!log[i].isRequest() || log[i].t <= polling || log[i - 1].dir != u"out") continue;
+        const double pace = log[i].t - log[i - 1].t;
+        QVERIFY2(pace > 400 && pace < 650, qPrintable(QString::number(pace)));
+    }
+
+    // The first complete read-out saved itself beside the program, telegram 4 all zeros.
+    const QString saved = QDir(tool.programDir())
+                              .filePath(QStringLiteral("AutoSave/") +
+                                        ko3::AutoSaveFileName(kSerialNumber, QDate::currentDate()));
+    const auto line = ko3::ReadFirstLine(saved);
+    QVERIFY2(line, qPrintable(saved));
+    const ko3::SplitBlock block = ko3::SplitDeviceBlock(ko3::ParseHexLine(*line));
+    QCOMPARE(block.telegrams.size(), std::size_t(5));
+    QVERIFY(!block.telegrams[3].empty());
+    for (std::uint8_t byte : block.telegrams[3])
+        QCOMPARE(byte, std::uint8_t(0));
+    for (int command : {1, 2, 3, 5}) {
+        const auto& stored = block.telegrams[static_cast<std::size_t>(command - 1)];
+        const QByteArray savedBytes(reinterpret_cast<const char*>(stored.data()),
+                                    static_cast<qsizetype>(stored.size()));
+        bool found = false;
+        for (const auto& e : log)
+            found = found || (e.dir == u"out" && e.cmd == command &&
+                              savedBytes.contains(framePayload(e.hex)));
+        QVERIFY2(found, qPrintable(QStringLiteral("telegram %1").arg(command)));
+    }
+}
+
+void TestLivePoll::silenceRepeatsTheRequest() {
+    SimProcess sim;
+    // Silent from the eighth second on for two seconds, well after the take-on.
+    QVERIFY(sim.start({"--profile", SimProcess::profile("minimal"), "--silence", "8:2"}));
+    LiveTool tool(sim.portPath());
+    tool.start();
+    QVERIFY(tool.waitForDevice(kSerial));
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            const auto log = sim.log();
+            return std::any_of(log.begin(), log.end(),
+                               [](const auto& e) { return e.event == u"silence-end"; });
+        },
+        15000));
+    QTest::qWait(1500);
+
+    // An unanswered request goes out again, the same, 888 ms on and the 99 ms of the send.
+    const auto log = sim.log();
+    int repeats = 0;
+    for (qsizetype i = 0; i < log.size(); ++i) {
+        if (log[i].event != u"silent") continue;
+        qsizetype request = i - 1;
+        while (request >= 0 && !log[request].isRequest())
+            --request;
+        qsizetype next = i + 1;
+        while (next < log.size() && !log[next].isRequest())
+            ++next;
+        QVERIFY(request >= 0 && next < log.size());
+        QCOMPARE(log[next].hex, log[request].hex);
+        const double gap = log[next].t - log[request].t;
+        QVERIFY2(gap > 960 && gap < 1200, qPrintable(QString::number(gap)));
+        ++repeats;
+    }
+    QVERIFY(repeats >= 1);
+    QCOMPARE(tool.display().caption(QStringLiteral("lblSerialNo_0")), kSerial);
+}
+
+void TestLivePoll::queuedWriteGoesOutOnce() {
+    SimProcess sim;
+    QVERIFY(sim.start({"--profile", SimProcess::profile("minimal")}));
+    LiveTool tool(sim.portPath());
+    tool.start();
+    QVERIFY(tool.waitForDevice(kSerial));
+
+    // Reset of every latched fault, as the main view queues it.
+    clsMQ27Values& values = *tool.app().values();
+    values.SetResetAlarmAndFault(Bytes{10, 131, 0, 0, 0x03, 0xE9, 0xFF, 0xFF});
+    QSignalSpy sent(&tool.app().engine(), &PollEngine::writeSent);
+    tool.app().engine().SendCommand(131);
+    QVERIFY(sent.wait(2000));
+    QTest::qWait(2500);
+
+    const auto requests = sim.requests();
+    const auto writes =
+        std::count_if(requests.begin(), requests.end(), [](const auto& r) { return r.cmd == 131; });
+    QCOMPARE(writes, 1);
+    QCOMPARE(sent.size(), 1);
+    // Its read-back follows, and the poll goes on.
+    qsizetype at = 0;
+    while (requests[at].cmd != 131)
+        ++at;
+    QVERIFY(at + 3 < requests.size());
+    QCOMPARE(requests[at + 1].cmd, 2);
+    QCOMPARE(requests[at + 1].serial, kSerialNumber);
+}
+
+void TestLivePoll::faultyLineLeavesTheDeviceShown() {
+    SimProcess sim;
+    // Noise before every answer, every third answer with a bad CRC, answers in two bursts,
+    // and a second device on the line that the tool did not choose.
+    const QString other = sim.writeProfile(QStringLiteral("other"), {{"serialNumber", 2002}});
+    QVERIFY(
+        sim.start({"--profile", SimProcess::profile("minimal"), "--noise", "40", "--bad-crc-every",
+                   "3", "--split-gap", "60", "--unsolicited", "1", "--profile", other}));
+    LiveTool tool(sim.portPath());
+    tool.start();
+    // Both answer the search; the tool takes on one of them and keeps to it.
+    const QString serialLabel = QStringLiteral("lblSerialNo_0");
+    QVERIFY(QTest::qWaitFor([&] { return tool.display().isShown(); }, 25000));
+    const QString chosen = tool.display().caption(serialLabel);
+    QVERIFY(chosen == kSerial || chosen == u"2002");
+
+    QSignalSpy changes(&tool.display(), &Form::elementChanged);
+    const double since = sim.log().last().t;
+    QTest::qWait(4000);
+    QCOMPARE(tool.display().caption(serialLabel), chosen);
+    QVERIFY(tool.display().isShown());
+    for (const auto& change : changes)
+        QVERIFY(change.first().toString() != serialLabel);
+    const auto polled = polledAfter(sim.requests(), since);
+    QVERIFY(polled.size() >= 3);
+    for (const auto& r : polled)
+        QCOMPARE(r.serial, chosen.toDouble());
+}
+
+void TestLivePoll::vanishedLineLeavesTheToolRunning() {
+    auto sim = std::make_unique<SimProcess>();
+    QVERIFY(sim->start({"--profile", SimProcess::profile("minimal"), "--close-after", "7"}));
+    LiveTool tool(sim->portPath());
+    tool.start();
+    QVERIFY(tool.waitForDevice(kSerial));
+
+    Form& start = tool.app().forms().frmMQ27D();
+    QVERIFY(QTest::qWaitFor([&] { return !sim->isRunning(); }, 10000));
+    QVERIFY(QTest::qWaitFor(
+        [&] { return start.caption(QStringLiteral("lblDevice")) == u"COM port OFF"; }, 5000));
+    QVERIFY(!tool.app().link().isPortOpen());
+    QVERIFY(!tool.hasFinished());
+    QCOMPARE(tool.display().caption(QStringLiteral("lblSerialNo_0")), kSerial);
+
+    // The engineer plugs the adapter back in and chooses the port again.
+    sim = std::make_unique<SimProcess>();
+    QVERIFY(sim->start({"--profile", SimProcess::profile("minimal")}));
+    qputenv("MQ27D_PORT1", sim->portPath().toLocal8Bit());
+    tool.app().link().SwitchToComPort(1);
+    QVERIFY(tool.app().link().isPortOpen());
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            const auto requests = sim->requests();
+            return std::count_if(requests.begin(), requests.end(),
+                                 [](const auto& r) { return r.serial == kSerialNumber; }) >= 3;
+        },
+        15000));
+}
+
+QTEST_MAIN(TestLivePoll)
+#include "tst_livepoll.moc"

@@ -1,0 +1,227 @@
+// The tool as the engineer meets it around the poll: the search on a silent line, the
+// hand-over to the suite program, a saved read-out replayed offline, the language switch,
+// settings across a restart, and closing with the buzzer silenced.
+#include "engine/telegramstore.h"
+#include "files/devicefiles.h"
+#include "files/ko3format.h"
+#include "link/seriallink.h"
+#include "shell/appcontext.h"
+#include "shell/appshell.h"
+#include "shell/formmodel.h"
+#include "shell/forms.h"
+#include "shell/languages.h"
+#include "shell/platformservices.h"
+#include "shell/ui/toolruntime.h"
+#include "support/livetool.h"
+#include "support/simprocess.h"
+#include "support/testsupport.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLocale>
+#include <QSettings>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+// Every text a window shows: its title, labels, buttons and tabs, by object name.
+QMap<QString, QString> textsOf(const QWidget* window) {
+    QMap<QString, QString> texts{{QStringLiteral("(title)"), window->windowTitle()}};
+    for (const auto* label : window->findChildren<QLabel*>())
+        texts.insert(label->objectName(), label->text());
+    for (const auto* button : window->findChildren<QAbstractButton*>())
+        texts.insert(button->objectName(), button->text());
+    for (const auto* tabs : window->findChildren<QTabWidget*>()) {
+        for (int i = 0; i < tabs->count(); ++i)
+            texts.insert(tabs->objectName() + QString::number(i), tabs->tabText(i));
+    }
+    return texts;
+}
+
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestLiveShell : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void searchesTheThreeFamiliesOnASilentLine();
+    void handsTheLineOverToTheSuiteProgram();
+    void replaysASavedReadOutOffline();
+    void languageSwitchRewritesEveryOpenWindow();
+    void settingsSurviveARestart();
+    void closingWithSilencedBuzzerAsks();
+};
+
+void TestLiveShell::searchesTheThreeFamiliesOnASilentLine() {
+    SimProcess sim;
+    QVERIFY(sim.start({"--profile", SimProcess::profile("minimal"), "--silence", "0"}));
+    LiveTool tool(sim.portPath());
+    tool.start();
+    QVERIFY(QTest::qWaitFor([&] { return sim.requests().size() >= 4; }, 10000));
+
+    const auto requests = sim.requests();
+    const QStringList expected{QStringLiteral("0A 01 00 00 00 00"),
+                               QStringLiteral("07 01 00 00 00 00"), QStringLiteral("02 00 00 02"),
+                               QStringLiteral("0A 01 00 00 00 00")};
+    for (int i = 0; i < 4; ++i) {
+        QVERIFY2(requests[i].hex.contains(expected[i]), qPrintable(requests[i].hex));
+        if (i == 0) continue;
+        const double pace = requests[i].t - requests[i - 1].t;
+        QVERIFY2(qAbs(pace - 1789) < 120, qPrintable(QString::number(pace)));
+    }
+    QVERIFY(!tool.display().isShown());
+}
+
+void TestLiveShell::handsTheLineOverToTheSuiteProgram() {
+    SimProcess sim;
+    QVERIFY(sim.start({"--profile", SimProcess::profile("varlix")}));
+    LiveTool tool(sim.portPath());
+    // A stand-in suite program that records how it was started.
+    const QString suite = QDir(tool.programDir()).filePath(QStringLiteral("Kompa3"));
+    const QString record = QDir(tool.programDir()).filePath(QStringLiteral("started.txt"));
+    {
+        QFile script(suite);
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write(
+            "#!/bin/sh\necho \"started with $# arguments\" > \"$(dirname \"$0\")/started.txt\"\n");
+    }
+    QFile::setPermissions(suite, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    tool.start();
+
+    QVERIFY(QTest::qWaitFor([&] { return tool.hasFinished(); }, 10000));
+    QVERIFY(!tool.app().link().isPortOpen());
+    QVERIFY(QTest::qWaitFor([&] { return QFile::exists(record); }, 5000));
+    QVERIFY(
+        QTest::qWaitFor([&] { return readFile(record) == "started with 0 arguments\n"; }, 2000));
+    QVERIFY(tool.dialogs.shown.isEmpty());
+}
+
+void TestLiveShell::replaysASavedReadOutOffline() {
+    SimProcess sim;
+    QVERIFY(sim.start({"--profile", SimProcess::profile("minimal")}));
+    LiveTool tool(sim.portPath());
+    const QString sample = testsupport::sourcePath(QStringLiteral("samples/full.ko3"));
+    tool.start(sample);
+
+    QVERIFY(QTest::qWaitFor([&] { return tool.display().isShown(); }, 5000));
+    QVERIFY(!tool.app().link().isPortOpen());
+    QCOMPARE(tool.display().caption(QStringLiteral("lblSerialNo_0")), QStringLiteral("1234567"));
+    const auto block = ko3::SplitDeviceBlock(ko3::ParseHexLine(*ko3::ReadFirstLine(sample)));
+    const auto recorded = engine::TelegramTime(block.telegrams.back());
+    QVERIFY(recorded);
+    const QString title = tool.display().title();
+    QVERIFY2(title.contains(QLocale::system().toString(recorded->time(), QLocale::LongFormat)),
+             qPrintable(title));
+    QVERIFY(title.contains(QLocale::system().toString(recorded->date(), QLocale::ShortFormat)));
+
+    // Nothing goes to the device while a file is viewed, and it never saves itself.
+    const auto sentBefore = sim.requests().size();
+    QTest::qWait(2500);
+    QCOMPARE(sim.requests().size(), sentBefore);
+    QVERIFY(!QDir(tool.programDir()).exists(QStringLiteral("AutoSave")));
+
+    // A truncated copy changes nothing that is shown.
+    const QString truncated = QDir(sim.folder()).filePath(QStringLiteral("cut.ko3"));
+    QFile cut(truncated);
+    QVERIFY(cut.open(QIODevice::WriteOnly));
+    cut.write(readFile(sample).left(100));
+    cut.close();
+    tool.app().files().LoadDeviceFile(truncated);
+    QTest::qWait(200);
+    QCOMPARE(tool.display().title(), title);
+    QCOMPARE(tool.display().caption(QStringLiteral("lblSerialNo_0")), QStringLiteral("1234567"));
+}
+
+void TestLiveShell::languageSwitchRewritesEveryOpenWindow() {
+    LiveTool tool(QStringLiteral("/nonexistent/port"));
+    tool.start(testsupport::sourcePath(QStringLiteral("samples/full.ko3")));
+    QVERIFY(QTest::qWaitFor([&] { return tool.display().isShown(); }, 5000));
+    AppShell& shell = tool.app().shell();
+    shell.ShowInfo();
+    shell.ShowInterface();
+    shell.ShowLanguage();
+    ToolRuntime& runtime = tool.runtime();
+    const QStringList open{"frmDisplay", "frmAbout", "frmInterface", "frmLanguage"};
+    QMap<QString, QMap<QString, QString>> before;
+    for (const QString& name : open) {
+        QVERIFY2(runtime.window(name) && runtime.window(name)->isVisible(), qPrintable(name));
+        before.insert(name, textsOf(runtime.window(name)));
+    }
+
+    // English, chosen in the language window as the engineer does.
+    QWidget* languageWindow = runtime.window(QStringLiteral("frmLanguage"));
+    languageWindow->findChild<QAbstractButton*>(QStringLiteral("optLanguage_2"))->click();
+    languageWindow->findChild<QAbstractButton*>(QStringLiteral("cmdOK"))->click();
+    QCOMPARE(tool.app().g.gLanguage, 2);
+    for (const QString& name : open) {
+        if (name == u"frmLanguage") continue; // closed by its OK button
+        QVERIFY2(textsOf(runtime.window(name)) != before.value(name), qPrintable(name));
+    }
+
+    // Back to German: every text as it was.
+    shell.ShowLanguage();
+    languageWindow->findChild<QAbstractButton*>(QStringLiteral("optLanguage_1"))->click();
+    languageWindow->findChild<QAbstractButton*>(QStringLiteral("cmdOK"))->click();
+    for (const QString& name : open) {
+        if (name == u"frmLanguage") continue;
+        QCOMPARE(textsOf(runtime.window(name)), before.value(name));
+    }
+}
+
+void TestLiveShell::settingsSurviveARestart() {
+    QTemporaryDir folder;
+    const QString ini = folder.filePath(QStringLiteral("Kompa3.conf"));
+    auto store = [&] {
+        return std::make_unique<QSettingsStore>(
+            std::make_unique<QSettings>(ini, QSettings::IniFormat));
+    };
+    {
+        auto settings = store();
+        LiveTool tool(QStringLiteral("/nonexistent/port"), settings.get());
+        tool.start();
+        tool.app().languages().SwitchToLanguage(3);
+        tool.app().languages().SwitchToTemperature(2);
+        QVERIFY(tool.app().shell().CloseApplication());
+    }
+    auto settings = store();
+    LiveTool tool(QStringLiteral("/nonexistent/port"), settings.get());
+    tool.start();
+    QCOMPARE(tool.app().g.gLanguage, 3);
+    QCOMPARE(tool.app().g.gTemperatureUnit, 2);
+}
+
+void TestLiveShell::closingWithSilencedBuzzerAsks() {
+    SimProcess sim;
+    const QString profile = sim.writeProfile(
+        QStringLiteral("buzzer"),
+        {{"serialNumber", 3003}, {"display", QJsonObject{{"buzzerShouldBeOff", true}}}});
+    QVERIFY(sim.start({"--profile", profile}));
+    LiveTool tool(sim.portPath());
+    tool.start();
+    QVERIFY(tool.waitForDevice(QStringLiteral("3003")));
+
+    tool.dialogs.answers = {UserDialogs::Answer::No};
+    QVERIFY(!tool.app().forms().frmMQ27D().requestClose());
+    QCOMPARE(tool.dialogs.shown.size(), 1);
+    QCOMPARE(tool.dialogs.shown.first().buttons, UserDialogs::Buttons::YesNo);
+    QVERIFY(tool.app().link().isPortOpen());
+    QVERIFY(!tool.hasFinished());
+
+    tool.dialogs.answers = {UserDialogs::Answer::Yes};
+    QVERIFY(tool.app().forms().frmMQ27D().requestClose());
+    QVERIFY(QTest::qWaitFor([&] { return tool.hasFinished(); }, 2000));
+    QVERIFY(!tool.app().link().isPortOpen());
+}
+
+QTEST_MAIN(TestLiveShell)
+#include "tst_liveshell.moc"

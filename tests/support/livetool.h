@@ -1,0 +1,43 @@
+#pragma once
+
+#include "support/fakes.h"
+
+#include <memory>
+
+#include <QString>
+#include <QTemporaryDir>
+
+class AppContext;
+class Form;
+class SettingsStore;
+class ToolRuntime;
+
+// The whole tool in the test's own process, with every window, on a real serial port: the
+// given path is port 1. Dialogs answer from a script; the program and data folders lie in
+// a temporary folder, so the automatic save and a stand-in suite program stay there.
+class LiveTool {
+public:
+    // `settings` null: settings in memory, port 1 chosen.
+    explicit LiveTool(const QString& portPath, SettingsStore* settings = nullptr);
+    ~LiveTool();
+    LiveTool(const LiveTool&) = delete;
+    LiveTool& operator=(const LiveTool&) = delete;
+
+    void start(const QString& commandLine = {});
+    AppContext& app();
+    ToolRuntime& runtime() { return *m_runtime; }
+    Form& display();
+    QString programDir() const;
+    bool hasFinished() const { return m_finished; }
+
+    // The main view shows the device with this serial number, read out completely.
+    bool waitForDevice(const QString& serialNo, int timeoutMs = 15000);
+
+    ScriptedDialogs dialogs;
+    MemorySettings memorySettings;
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<ToolRuntime> m_runtime;
+    bool m_finished = false;
+};
