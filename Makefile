@@ -1,7 +1,7 @@
 # make run   installs what is missing, builds, and shows the tool on its virtual device
 # make test  installs what is missing, builds, and runs every test, then again under
 #            AddressSanitizer and UndefinedBehaviorSanitizer
-# make bench builds and runs the benchmarks
+# make bench builds and runs the benchmarks: the core library, then the running tool
 
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
@@ -44,6 +44,7 @@ test-asan: build-asan
 
 bench: build
 	$(BUILD)/bin/mq27bench
+	sh scripts/measure-live.sh $(BUILD)
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
