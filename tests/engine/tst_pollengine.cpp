@@ -3,6 +3,7 @@
 #include "link/seriallink.h"
 #include "link/telegram.h"
 #include "support/fakes.h"
+#include "support/testsupport.h"
 #include "values/mq27values.h"
 
 #include <QElapsedTimer>
@@ -12,26 +13,19 @@
 namespace {
 
 constexpr std::uint32_t kSerial = 1234567; // 00 12 D6 87
-const QDateTime kRecorded(QDate(2007, 7, 4), QTime(13, 5, 59));
+using testsupport::kRecorded;
 
 Bytes serialBytes(std::uint32_t serial) {
     return {static_cast<std::uint8_t>(serial >> 24), static_cast<std::uint8_t>(serial >> 16),
             static_cast<std::uint8_t>(serial >> 8), static_cast<std::uint8_t>(serial)};
 }
 
-// An own telegram as the device sends it, of the size the store keeps once stamped.
 Bytes deviceFrame(int command, std::uint32_t serial = kSerial) {
-    static constexpr int kStoredSize[] = {0, 19, 202, 211, 54, 421};
-    const int header = command == 5 ? 4 : 2;
-    Bytes data{10, static_cast<std::uint8_t>(command)};
-    const Bytes serialPart = serialBytes(serial);
-    data.insert(data.end(), serialPart.begin(), serialPart.end());
-    data.resize(static_cast<std::size_t>(kStoredSize[command] - header - 9 - 2), 0x33);
-    return telegram::MakeSendFrame(data, true).value();
+    return testsupport::deviceFrame(command, serial);
 }
 
 Bytes ownTelegram(int command, std::uint32_t serial = kSerial) {
-    return telegram::StampTelegram(deviceFrame(command, serial), kRecorded).value();
+    return testsupport::ownTelegram(command, serial);
 }
 
 Bytes readFrame(int command, std::uint32_t serial = kSerial) {

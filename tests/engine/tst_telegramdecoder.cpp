@@ -3,6 +3,7 @@
 #include "files/devicefiles.h"
 #include "link/telegram.h"
 #include "support/fakes.h"
+#include "support/testsupport.h"
 #include "values/mq27values.h"
 
 #include <QLocale>
@@ -13,22 +14,11 @@ namespace {
 
 constexpr std::uint32_t kSerial = 1234567;
 constexpr std::uint32_t kOtherSerial = 7654321;
-const QDateTime kRecorded(QDate(2007, 7, 4), QTime(13, 5, 59));
-constexpr int kStoredSize[] = {0, 19, 202, 211, 54, 421};
+using testsupport::kRecorded;
 
-// A stamped own telegram; `extraBytes` makes it longer than the store keeps.
 Bytes ownTelegram(int command, std::uint32_t serial = kSerial, std::uint8_t fill = 0x33,
                   const QDateTime& when = kRecorded, int extraBytes = 0) {
-    const int header = command == 5 ? 4 : 2;
-    Bytes data{10,
-               static_cast<std::uint8_t>(command),
-               static_cast<std::uint8_t>(serial >> 24),
-               static_cast<std::uint8_t>(serial >> 16),
-               static_cast<std::uint8_t>(serial >> 8),
-               static_cast<std::uint8_t>(serial)};
-    const int size = command >= 1 && command <= 5 ? kStoredSize[command] : 19;
-    data.resize(static_cast<std::size_t>(size - header - 9 - 2 + extraBytes), fill);
-    return telegram::StampTelegram(telegram::MakeSendFrame(data, true).value(), when).value();
+    return testsupport::ownTelegram(command, serial, fill, when, extraBytes);
 }
 
 Bytes stored(AppContext& app, int command) {

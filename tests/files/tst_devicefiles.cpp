@@ -3,6 +3,7 @@
 #include "link/seriallink.h"
 #include "link/telegram.h"
 #include "support/fakes.h"
+#include "support/testsupport.h"
 #include "values/mq27values.h"
 
 #include <QDir>
@@ -14,8 +15,7 @@ namespace {
 
 constexpr std::uint32_t kSerial = 1234567;
 constexpr std::uint32_t kOtherSerial = 7654321;
-const QDateTime kRecorded(QDate(2007, 7, 4), QTime(13, 5, 59));
-constexpr int kStoredSize[] = {0, 19, 202, 211, 54, 421};
+using testsupport::kRecorded;
 
 Bytes stampedFrame(Bytes data) {
     return telegram::StampTelegram(telegram::MakeSendFrame(std::move(data), true).value(),
@@ -24,15 +24,7 @@ Bytes stampedFrame(Bytes data) {
 }
 
 Bytes ownTelegram(int command, std::uint32_t serial = kSerial, std::uint8_t fill = 0x33) {
-    const int header = command == 5 ? 4 : 2;
-    Bytes data{10,
-               static_cast<std::uint8_t>(command),
-               static_cast<std::uint8_t>(serial >> 24),
-               static_cast<std::uint8_t>(serial >> 16),
-               static_cast<std::uint8_t>(serial >> 8),
-               static_cast<std::uint8_t>(serial)};
-    data.resize(static_cast<std::size_t>(kStoredSize[command] - header - 9 - 2), fill);
-    return stampedFrame(data);
+    return testsupport::ownTelegram(command, serial, fill);
 }
 
 // A telegram of the first sibling family, which only the suite program serves.

@@ -4,6 +4,7 @@
 #include "link/telegram.h"
 #include "search/devicesearch.h"
 #include "support/fakes.h"
+#include "support/testsupport.h"
 #include "values/mq27values.h"
 
 #include <QTest>
@@ -14,19 +15,10 @@ constexpr std::uint32_t kShown = 1234567;
 constexpr std::uint32_t kOther = 7654321;
 const QString kShownText = QString::number(kShown);
 const QString kOtherText = QString::number(kOther);
-const QDateTime kRecorded(QDate(2007, 7, 4), QTime(13, 5, 59));
+using testsupport::kRecorded;
 
 Bytes ownTelegram(int command, std::uint32_t serial) {
-    static constexpr int kStoredSize[] = {0, 19, 202, 211, 54, 421};
-    const int header = command == 5 ? 4 : 2;
-    Bytes data{10,
-               static_cast<std::uint8_t>(command),
-               static_cast<std::uint8_t>(serial >> 24),
-               static_cast<std::uint8_t>(serial >> 16),
-               static_cast<std::uint8_t>(serial >> 8),
-               static_cast<std::uint8_t>(serial)};
-    data.resize(static_cast<std::size_t>(kStoredSize[command] - header - 9 - 2), 0x21);
-    return telegram::StampTelegram(telegram::MakeSendFrame(data, true).value(), kRecorded).value();
+    return testsupport::ownTelegram(command, serial, 0x21);
 }
 
 // Device 1234567 read out and polled, the main view shown with the captions the language

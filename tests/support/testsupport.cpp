@@ -1,8 +1,30 @@
 #include "support/testsupport.h"
 
+#include "link/telegram.h"
+
 #include <QDir>
 
 namespace testsupport {
+
+Bytes deviceFrame(int command, std::uint32_t serial, std::uint8_t fill, int extraBytes) {
+    static constexpr int kStoredSize[] = {0, 19, 202, 211, 54, 421};
+    const int header = command == 5 ? 4 : 2;
+    const int size = command >= 1 && command <= 5 ? kStoredSize[command] : 19;
+    Bytes data{10,
+               static_cast<std::uint8_t>(command),
+               static_cast<std::uint8_t>(serial >> 24),
+               static_cast<std::uint8_t>(serial >> 16),
+               static_cast<std::uint8_t>(serial >> 8),
+               static_cast<std::uint8_t>(serial)};
+    // Besides the data the stored telegram holds its header, the CRC, stamp and sum.
+    data.resize(static_cast<std::size_t>(size - header - 2 - 9 + extraBytes), fill);
+    return telegram::MakeSendFrame(data, true).value();
+}
+
+Bytes ownTelegram(int command, std::uint32_t serial, std::uint8_t fill, const QDateTime& when,
+                  int extraBytes) {
+    return telegram::StampTelegram(deviceFrame(command, serial, fill, extraBytes), when).value();
+}
 
 QString sourcePath(const QString& relative) {
     return QDir(QStringLiteral(MQ27_SOURCE_DIR)).filePath(relative);

@@ -2,7 +2,10 @@
 
 #include "link/bytes.h"
 
+#include <cstdint>
 #include <initializer_list>
+
+#include <QDateTime>
 
 #include <QString>
 
@@ -16,6 +19,19 @@ inline Bytes bytes(std::initializer_list<int> values) {
         out.push_back(static_cast<std::uint8_t>(v));
     return out;
 }
+
+// The time the test telegrams carry in their stamp. Inline, so that it is made before the
+// telegrams that tests build at namespace scope.
+inline const QDateTime kRecorded{QDate(2007, 7, 4), QTime(13, 5, 59)};
+
+// An own-kind frame as the device sends it: `command` and `serial`, filled with `fill` to
+// the size the store keeps once stamped (19 bytes for a command outside 1 to 5), plus
+// `extraBytes`.
+Bytes deviceFrame(int command, std::uint32_t serial, std::uint8_t fill = 0x33, int extraBytes = 0);
+
+// The same frame stamped with `when`, as the link hands it on.
+Bytes ownTelegram(int command, std::uint32_t serial, std::uint8_t fill = 0x33,
+                  const QDateTime& when = kRecorded, int extraBytes = 0);
 
 // Path of a file in the source tree, e.g. "samples/full.ko3".
 QString sourcePath(const QString& relative);
