@@ -12,6 +12,8 @@
 #include "support/simprocess.h"
 #include "values/mq27values.h"
 
+#include <algorithm>
+
 #include <QDate>
 #include <QDir>
 #include <QSignalSpy>
@@ -89,12 +91,17 @@ void TestLivePoll::takeOnPollsAndSavesTheDevice() {
         QCOMPARE(polled[i].serial, kSerialNumber);
         QCOMPARE(polled[i].cmd, cycle[(phase + i) % 3]);
     }
+    // The median, so that one late tick of a busy test machine does not count.
     const auto log = sim.log();
+    QList<double> paces;
     for (qsizetype i = 1; i < log.size(); ++i) {
-        if (!log[i].isRequest() || log[i].t <= polling || log[i - 1].dir != u"out") continue;
-        const double pace = log[i].t - log[i - 1].t;
-        QVERIFY2(pace > 400 && pace < 650, qPrintable(QString::number(pace)));
+        if (log[i].isRequest() && log[i].t > polling && log[i - 1].dir == u"out")
+            paces << log[i].t - log[i - 1].t;
     }
+    QVERIFY(paces.size() >= 4);
+    std::sort(paces.begin(), paces.end());
+    const double median = paces[paces.size() / 2];
+    QVERIFY2(median > 410 && median < 480, qPrintable(QString::number(median)));
 
     // The first complete read-out saved itself beside the program, telegram 4 all zeros.
     const QString saved = QDir(tool.programDir())
@@ -147,9 +154,10 @@ void TestLivePoll::silenceRepeatsTheRequest() {
         while (next < log.size() && !log[next].isRequest())
             ++next;
         QVERIFY(request >= 0 && next < log.size());
+        if (log[request].serial != kSerialNumber) continue; // a search step, not the poll
         QCOMPARE(log[next].hex, log[request].hex);
         const double gap = log[next].t - log[request].t;
-        QVERIFY2(gap > 960 && gap < 1200, qPrintable(QString::number(gap)));
+        QVERIFY2(gap > 960 && gap < 1400, qPrintable(QString::number(gap)));
         ++repeats;
     }
     QVERIFY(repeats >= 1);
