@@ -83,7 +83,6 @@ private slots:
     void missingIndexGivesEmptyText_data();
     void missingIndexGivesEmptyText();
     void fileLayout();
-    void compiledTableMatchesSource();
 };
 
 void TestStringTable::givenTexts_data() {
@@ -283,13 +282,6 @@ void TestStringTable::fileLayout() {
         previous = index;
     }
     QCOMPARE(lines.size() - 1, expectedIndices().size());
-}
-
-void TestStringTable::compiledTableMatchesSource() {
-    StringTable::instance(); // registers the resource
-    QFile compiled(QStringLiteral(":/shell/strings.tsv"));
-    QVERIFY(compiled.open(QIODevice::ReadOnly));
-    QCOMPARE(compiled.readAll(), sourceTable());
 }
 
 QTEST_GUILESS_MAIN(TestStringTable)

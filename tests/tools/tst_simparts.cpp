@@ -1,6 +1,5 @@
 // The pieces of the virtual device that need no line: the frame reader, the offset table,
 // the fault injector, the device's limits and the command line.
-#include "sim/fault_injector.h"
 #include "sim/frame_reader.h"
 #include "sim/setting_limits.h"
 #include "sim/sim_options.h"
@@ -174,65 +173,6 @@ private slots:
         v.setDrift("detectors[0].smokeValueRatio", {20, 40});
         const Bytes t2 = mq27sim::encodeData(2, v, 10); // 270 is clamped to the byte
         QCOMPARE(t2[99 + 23 - 8], 255);
-    }
-
-    void faultInjectorSpoilsEveryNthCrcAndKeepsTheSum() {
-        mq27sim::FaultOptions options;
-        options.badCrcEvery = 2;
-        mq27sim::FaultInjector faults(options);
-        const Bytes frame = readRequest(1, 99);
-        for (int answer = 1; answer <= 4; ++answer) {
-            bool corrupted = false;
-            const auto bursts = faults.shape(frame, corrupted);
-            QCOMPARE(int(bursts.size()), 1);
-            const Bytes& out = bursts[0].bytes;
-            QCOMPARE(corrupted, answer % 2 == 0);
-            QVERIFY(modChecksum::CheckSumOfBytes(out));
-            QCOMPARE(modChecksum::CheckCRC(out, 2, int(out.size()) - 3) == 0, !corrupted);
-        }
-    }
-
-    void faultInjectorPutsNoiseInFrontAndSplitsTheAnswer() {
-        mq27sim::FaultOptions options;
-        options.noiseBytes = 7;
-        options.splitGapMs = 400;
-        mq27sim::FaultInjector faults(options);
-        const Bytes frame = readRequest(2, 99);
-        bool corrupted = true;
-        const auto bursts = faults.shape(frame, corrupted);
-        QVERIFY(!corrupted);
-        QCOMPARE(int(bursts.size()), 3);
-        QVERIFY(bursts[0].isNoise);
-        QCOMPARE(int(bursts[0].bytes.size()), 7);
-        QCOMPARE(bursts[1].delayMs, 0);
-        QCOMPARE(bursts[2].delayMs, 400);
-        QCOMPARE(concat({bursts[1].bytes, bursts[2].bytes}), frame);
-    }
-
-    void silenceWindow_data() {
-        QTest::addColumn<double>("start");
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<bool>("endless");
-        QTest::addColumn<double>("at");
-        QTest::addColumn<bool>("silent");
-        QTest::newRow("none") << 0.0 << 0.0 << false << 0.0 << false;
-        QTest::newRow("before") << 2.0 << 1.0 << false << 1.9 << false;
-        QTest::newRow("inside") << 2.0 << 1.0 << false << 2.5 << true;
-        QTest::newRow("after") << 2.0 << 1.0 << false << 3.0 << false;
-        QTest::newRow("for ever") << 2.0 << 0.0 << true << 1000.0 << true;
-        QTest::newRow("from the start") << 0.0 << 0.0 << true << 0.0 << true;
-    }
-
-    void silenceWindow() {
-        QFETCH(double, start);
-        QFETCH(double, seconds);
-        QFETCH(bool, endless);
-        QFETCH(double, at);
-        mq27sim::FaultOptions options;
-        options.silenceStart = start;
-        options.silenceSeconds = seconds;
-        options.silentForever = endless;
-        QTEST(mq27sim::FaultInjector(options).silentAt(at), "silent");
     }
 
     void limitsComeFromTheDeviceOrAreFixed() {
