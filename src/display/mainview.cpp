@@ -1,11 +1,8 @@
 #include "display/mainview.h"
 
+#include "common/appstate.h"
 #include "files/devicefiles.h"
 #include "search/devicesearch.h"
-#include "shell/appcontext.h"
-#include "shell/appshell.h"
-#include "shell/helplink.h"
-#include "shell/languages.h"
 
 namespace {
 
@@ -20,43 +17,58 @@ bool hasHelpPage(int topic) {
 
 } // namespace
 
-MainView::MainView(AppContext& app)
+MainView::MainView(AppState& state, DeviceFiles& files, DeviceSearch& search)
     : QObject()
-    , m_app(app) {
-    // Switching a unit moves its check mark too.
+    , m_state(state) {
     m_menuHandlers = {
-        {QStringLiteral("mnuLoad"), [this] { m_app.shell().ShowLoadFile(); }},
-        {QStringLiteral("mnuSave"), [this] { m_app.files().SaveDeviceData(0); }},
-        {QStringLiteral("mnuExit"), [this] { m_app.shell().CloseApplication(); }},
-        {QStringLiteral("mnuInterface"), [this] { m_app.shell().ShowInterface(); }},
-        {QStringLiteral("mnuLanguage"), [this] { m_app.shell().ShowLanguage(); }},
-        {QStringLiteral("mnuCelsius"), [this] { m_app.languages().SwitchToTemperature(1); }},
-        {QStringLiteral("mnuFahrenheit"), [this] { m_app.languages().SwitchToTemperature(2); }},
-        {QStringLiteral("mnuPercentMeter"), [this] { m_app.languages().SwitchToSmokeUnit(1); }},
-        {QStringLiteral("mnuPercentFeet"), [this] { m_app.languages().SwitchToSmokeUnit(2); }},
-        {QStringLiteral("mnuDeviceSearch"), [this] { m_app.search().mnuDeviceSearch_Click(); }},
-        {QStringLiteral("mnuInfo"), [this] { m_app.shell().ShowInfo(); }},
+        {QStringLiteral("mnuSave"), [&files] { files.SaveDeviceData(0); }},
+        {QStringLiteral("mnuDeviceSearch"), [&search] { search.mnuDeviceSearch_Click(); }},
         {QStringLiteral("mnuPDFHelp"), [this] { Help_Table(0, 0, QString()); }},
+        {QStringLiteral("mnuCelsius"), [this] { SwitchToTemperature(1); }},
+        {QStringLiteral("mnuFahrenheit"), [this] { SwitchToTemperature(2); }},
+        {QStringLiteral("mnuPercentMeter"), [this] { SwitchToSmokeUnit(1); }},
+        {QStringLiteral("mnuPercentFeet"), [this] { SwitchToSmokeUnit(2); }},
     };
-    Form& view = m_app.forms().frmDisplay();
+    Form& view = m_state.forms.frmDisplay();
     connect(&view, &Form::loaded, this, &MainView::Form_Load);
     connect(&view, &Form::clicked, this, &MainView::onClicked);
-    view.setCloseHandler([this] { return m_app.shell().CloseApplication(); });
 }
 
 void MainView::ShowData() {}
 
+void MainView::SwitchToTemperature(int unit) {
+    m_state.settings.SetTemperature(unit);
+    m_state.g.gTemperatureUnit = unit == 2 ? 2 : 1;
+    checkUnitMenus();
+}
+
+void MainView::SwitchToSmokeUnit(int unit) {
+    m_state.settings.SetSmoke(unit);
+    m_state.g.gSmokeUnit = unit == 2 ? 2 : 1;
+    checkUnitMenus();
+}
+
 void MainView::Help_Table(int Button, int Topic, const QString& Text) {
     const int mode = Button == 1 ? 2 : 1;
-    if (hasHelpPage(Topic)) m_app.help().ShowHelp(kHelpDevice, mode, Topic, Text);
+    if (hasHelpPage(Topic)) Q_EMIT helpRequested(kHelpDevice, mode, Topic, Text);
 }
 
 void MainView::Form_Load() {
-    Form& view = m_app.forms().frmDisplay();
+    Form& view = m_state.forms.frmDisplay();
     view.setVisible(QStringLiteral("mnuLogger"), false);
     view.setVisible(QStringLiteral("mnuLogDataDev"), false);
     view.setValue(QStringLiteral("tabDisplay"), 0);
-    m_app.languages().checkUnitMenus();
+    checkUnitMenus();
+}
+
+void MainView::checkUnitMenus() {
+    Form& view = m_state.forms.frmDisplay();
+    const bool fahrenheit = m_state.g.gTemperatureUnit == 2;
+    view.setChecked(QStringLiteral("mnuCelsius"), !fahrenheit);
+    view.setChecked(QStringLiteral("mnuFahrenheit"), fahrenheit);
+    const bool feet = m_state.g.gSmokeUnit == 2;
+    view.setChecked(QStringLiteral("mnuPercentMeter"), !feet);
+    view.setChecked(QStringLiteral("mnuPercentFeet"), feet);
 }
 
 void MainView::onClicked(const QString& element) {

@@ -1,9 +1,9 @@
 #include "engine/pollengine.h"
 
+#include "common/appstate.h"
 #include "link/seriallink.h"
-#include "shell/appcontext.h"
 #include "values/conversions.h"
-#include "values/mq27values.h"
+#include "values/devicevalues.h"
 
 namespace {
 
@@ -63,9 +63,11 @@ Bytes writeBlock(const clsMQ27Values& values, int command) {
 
 } // namespace
 
-PollEngine::PollEngine(AppContext& app)
+PollEngine::PollEngine(AppState& state, SerialLink& link, DeviceValues& values)
     : QObject()
-    , m_app(app) {
+    , m_state(state)
+    , m_link(link)
+    , m_values(values) {
     stop();
     connect(&m_tmrAutoSend, &FormTimer::timeout, this, &PollEngine::tmrAutoSend_Timer);
     connect(&m_tmrTimeout, &FormTimer::timeout, this, &PollEngine::tmrTimeout_Timer);
@@ -106,19 +108,19 @@ void PollEngine::stop() {
 // A serial number that is no number sends nothing; the tick still goes on, so the engine
 // keeps its pace until the label holds a number again.
 void PollEngine::sendRead() {
-    const QString serial = m_app.forms().frmDisplay().caption(QStringLiteral("lblSerialNo_0"));
+    const QString serial = m_state.forms.frmDisplay().caption(QStringLiteral("lblSerialNo_0"));
     Bytes body{10, static_cast<std::uint8_t>(miNextCommand), 0, 0, 0, 0};
     if (ULong2Byte(serial, body[2], body[3], body[4], body[5]) != 0) return;
-    m_app.link().MakeSendString(body, true);
+    m_link.MakeSendString(body, true);
 }
 
 // The write goes out once: the next tick already asks for its read-back.
 void PollEngine::sendWrite() {
     const int command = miNextCommand;
-    const clsMQ27Values* values = m_app.values();
+    const clsMQ27Values* values = m_values.get();
     const Bytes block = values ? writeBlock(*values, command) : Bytes{};
     miNextCommand = readBackAfter(command);
     if (block.empty()) return;
-    m_app.link().MakeSendString(block, true);
+    m_link.MakeSendString(block, true);
     Q_EMIT writeSent(command);
 }

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "shell/formtimer.h"
+#include "common/formtimer.h"
 
 #include <QObject>
 
-class AppContext;
+class AppState;
+class DeviceValues;
+class SerialLink;
 
 // What goes to the device when: one telegram at a time, the next 99 ms after the answer
 // to the last one has been decoded, the same read telegram again after 888 ms without an
@@ -13,7 +15,7 @@ class PollEngine : public QObject {
     Q_OBJECT
 
 public:
-    explicit PollEngine(AppContext& app);
+    PollEngine(AppState& state, SerialLink& link, DeviceValues& values);
 
     // Queues a write command (129 to 139) or any other number for the next tick.
     void SendCommand(int command);
@@ -38,7 +40,9 @@ private:
     void sendRead();
     void sendWrite();
 
-    AppContext& m_app;
+    AppState& m_state;
+    SerialLink& m_link;
+    DeviceValues& m_values;
     FormTimer m_tmrAutoSend{99};
     FormTimer m_tmrTimeout{888};
 };

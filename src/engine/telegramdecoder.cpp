@@ -1,11 +1,9 @@
 #include "engine/telegramdecoder.h"
 
-#include "display/mainview.h"
+#include "common/appstate.h"
 #include "engine/pollengine.h"
 #include "engine/telegramstore.h"
-#include "files/devicefiles.h"
-#include "search/devicesearch.h"
-#include "shell/appcontext.h"
+#include "values/devicevalues.h"
 
 #include <QLocale>
 
@@ -15,12 +13,14 @@ constexpr int kTabPages = 8;
 
 } // namespace
 
-TelegramDecoder::TelegramDecoder(AppContext& app)
+TelegramDecoder::TelegramDecoder(AppState& state, PollEngine& engine, DeviceValues& values)
     : QObject()
-    , m_app(app) {
+    , m_state(state)
+    , m_engine(engine)
+    , m_values(values) {
     m_tmrReceiveLED.disable();
     connect(&m_tmrReceiveLED, &FormTimer::timeout, this, [this] {
-        Form& display = m_app.forms().frmDisplay();
+        Form& display = m_state.forms.frmDisplay();
         for (int i = 0; i < kTabPages; ++i)
             display.setBackColor(Form::indexed(u"picReceiveLED", i), colors::kWindowBackground);
         m_tmrReceiveLED.disable();
@@ -34,29 +34,28 @@ void TelegramDecoder::DataDecoder(const Bytes& telegram) {
     setTitleBar();
 
     const engine::TelegramHead head = engine::ReadTelegramHead(telegram);
-    if (m_app.g.gDeviceSearch) {
-        m_app.search().AddDevice(head.serialNumber);
+    if (m_state.g.gDeviceSearch) {
+        Q_EMIT searchAnswer(head.serialNumber);
         return;
     }
 
     const engine::StoreOutcome outcome =
-        engine::StoreTelegram(m_app.createValues(), msLastSerialNo, telegram);
+        engine::StoreTelegram(m_values.create(), msLastSerialNo, telegram);
     if (outcome.newDevice) takeOn(head.serialText);
     if (outcome.result != engine::StoreResult::Stored) return;
 
     ShowReceiveActivity();
     setSerialLabels(head.serialText);
-    PollEngine& engine = m_app.engine();
-    if (!engine.mbCommandQueued) {
+    if (!m_engine.mbCommandQueued) {
         chooseNextTelegram(head.command);
         if (head.command == 5) endConnectionPhase();
     }
-    engine.tmrAutoSend().restart();
-    if (m_app.forms().frmDisplay().isShown()) m_app.mainView().ShowData();
+    m_engine.tmrAutoSend().restart();
+    if (m_state.forms.frmDisplay().isShown()) Q_EMIT displayRefreshDue();
 }
 
 void TelegramDecoder::ShowReceiveActivity() {
-    Form& display = m_app.forms().frmDisplay();
+    Form& display = m_state.forms.frmDisplay();
     for (int i = 0; i < kTabPages; ++i)
         display.setBackColor(Form::indexed(u"picReceiveLED", i), colors::kGreen);
     m_tmrReceiveLED.enable();
@@ -66,8 +65,8 @@ void TelegramDecoder::ShowReceiveActivity() {
 // recorded.
 void TelegramDecoder::setTitleBar() {
     const QLocale locale = QLocale::system();
-    m_app.forms().frmDisplay().setTitle(
-        m_app.g.gAppTitle + QStringLiteral(" - [") +
+    m_state.forms.frmDisplay().setTitle(
+        m_state.g.gAppTitle + QStringLiteral(" - [") +
         locale.toString(mdTelegramTime.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
         locale.toString(mdTelegramTime.time(), QLocale::LongFormat) + QLatin1Char(']'));
 }
@@ -75,30 +74,29 @@ void TelegramDecoder::setTitleBar() {
 // The read-out of a new device goes into the hidden main view; it shows itself again with
 // complete data after telegram 5.
 void TelegramDecoder::takeOn(const QString& serialNo) {
-    Form& display = m_app.forms().frmDisplay();
+    Form& display = m_state.forms.frmDisplay();
     display.hide();
     display.setValue(QStringLiteral("tabDisplay"), 0);
-    m_app.files().armAutoSave();
     Q_EMIT deviceTakenOn(serialNo);
 }
 
 void TelegramDecoder::setSerialLabels(const QString& serialNo) {
-    Form& display = m_app.forms().frmDisplay();
+    Form& display = m_state.forms.frmDisplay();
     for (int i = 0; i < kTabPages; ++i)
         display.setCaption(Form::indexed(u"lblSerialNo", i), serialNo);
 }
 
 void TelegramDecoder::chooseNextTelegram(int command) {
     static constexpr int kNextAfter[] = {0, 2, 3, 5, 5, 2};
-    if (command >= 1 && command <= 5) m_app.engine().miNextCommand = kNextAfter[command];
+    if (command >= 1 && command <= 5) m_engine.miNextCommand = kNextAfter[command];
 }
 
 void TelegramDecoder::endConnectionPhase() {
-    Forms& forms = m_app.forms();
+    Forms& forms = m_state.forms;
     Form& display = forms.frmDisplay();
     if (!display.isShown()) display.show();
     forms.frmMQ27D().hide();
     forms.frmConnect().unload();
-    m_app.files().SaveDeviceData(display.caption(QStringLiteral("lblSerialNo_0")).toDouble());
+    Q_EMIT readOutComplete(display.caption(QStringLiteral("lblSerialNo_0")).toDouble());
     forms.frmLogdataDev().load();
 }

@@ -1,10 +1,10 @@
 #include "files/devicefiles.h"
 
+#include "common/appstate.h"
 #include "files/ko3format.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
-#include "shell/appcontext.h"
-#include "values/mq27values.h"
+#include "values/devicevalues.h"
 
 #include <array>
 
@@ -19,29 +19,33 @@ const QString kAutoSaveFolderName = QStringLiteral("AutoSave");
 
 } // namespace
 
-DeviceFiles::DeviceFiles(AppContext& app)
+DeviceFiles::DeviceFiles(AppState& state, SerialLink& link, Recognition& recognition,
+                         DeviceValues& values)
     : QObject()
-    , m_app(app) {}
+    , m_state(state)
+    , m_link(link)
+    , m_recognition(recognition)
+    , m_values(values) {}
 
-void DeviceFiles::SaveDeviceData(double dblSerialNo) {
-    clsMQ27Values* values = m_app.values();
+void DeviceFiles::SaveDeviceData(double serialNo) {
+    clsMQ27Values* values = m_values.get();
     if (!values) return;
     std::array<Bytes, 5> telegrams;
     for (std::int16_t command = 1; command <= 5; ++command)
         if (values->GetDataArray(telegrams[static_cast<std::size_t>(command - 1)], command) != 0)
             return;
-    MakeSaveString(ko3::BuildSaveBlock(telegrams), dblSerialNo);
+    MakeSaveString(ko3::BuildSaveBlock(telegrams), serialNo);
 }
 
-void DeviceFiles::MakeSaveString(const Bytes& vaData, double dblSerialNo) {
-    if (dblSerialNo == 0) {
-        saveByUser(vaData);
+void DeviceFiles::MakeSaveString(const Bytes& block, double serialNo) {
+    if (serialNo == 0) {
+        saveByUser(block);
         return;
     }
     // Once per take-on; a device taken on from a file never writes itself back.
     const bool pending = m_autoSavePending;
     m_autoSavePending = false;
-    if (pending && !m_app.link().dataFromFile()) autoSave(vaData, dblSerialNo);
+    if (pending && !m_link.dataFromFile()) autoSave(block, serialNo);
 }
 
 bool DeviceFiles::SaveData(const QString& fileName, const Bytes& block) {
@@ -51,21 +55,20 @@ bool DeviceFiles::SaveData(const QString& fileName, const Bytes& block) {
 void DeviceFiles::LoadDeviceFile(const QString& fileName) {
     const std::optional<Bytes> block = ReadDeviceFile(fileName);
     if (!block) return;
-    SerialLink& link = m_app.link();
-    if (link.isPortOpen()) link.closePort();
+    if (m_link.isPortOpen()) m_link.closePort();
     for (const Bytes& telegram : ko3::SplitDeviceBlock(*block).telegrams) {
-        link.setDataFromFile(true);
-        m_app.recognition().RcvDataHandle(telegram);
+        m_link.setDataFromFile(true);
+        m_recognition.RcvDataHandle(telegram);
         // A telegram of another family has handed the tool over and closed it.
-        if (m_app.g.gClosing) return;
+        if (m_state.g.gClosing) return;
     }
 }
 
 std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString& fileName) {
     QString name = fileName;
     if (name.isEmpty()) {
-        const std::optional<QString> chosen = m_app.services().dialogs->openFileName(
-            m_app.messages.loadFilter, QStringLiteral("ko3"));
+        const std::optional<QString> chosen = m_state.services.dialogs->openFileName(
+            m_state.messages.loadFilter, QStringLiteral("ko3"));
         if (!chosen || chosen->isEmpty()) return std::nullopt;
         name = *chosen;
     }
@@ -73,12 +76,12 @@ std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString& fileName) {
     if (!line) return std::nullopt;
     Bytes bytes = ko3::ParseHexLine(*line);
     if (bytes.empty()) return std::nullopt;
-    m_app.link().setLoadedFileName(name);
+    m_link.setLoadedFileName(name);
     return bytes;
 }
 
 QString DeviceFiles::autoSaveFolder() const {
-    const Services& services = m_app.services();
+    const Services& services = m_state.services;
     const QString base =
         QFileInfo(services.programDir).isWritable() ? services.programDir : services.dataDir;
     return QDir(base).filePath(kAutoSaveFolderName);
@@ -88,17 +91,17 @@ void DeviceFiles::saveByUser(const Bytes& block) {
     // The dialogs run their own event loop, in which the poll may ask to save again.
     if (m_userSaveOpen) return;
     m_userSaveOpen = true;
-    UserDialogs& dialogs = *m_app.services().dialogs;
-    const QString& title = m_app.g.gAppTitle;
+    UserDialogs& dialogs = *m_state.services.dialogs;
+    const QString& title = m_state.g.gAppTitle;
     const std::optional<QString> name = dialogs.saveFileName(kUserSaveName, kSaveFilter);
     const bool overwrite =
         name && !name->isEmpty() &&
         (QFileInfo(*name).size() == 0 ||
-         dialogs.messageBox(m_app.messages.saveQuestion, title, UserDialogs::Buttons::YesNo,
+         dialogs.messageBox(m_state.messages.saveQuestion, title, UserDialogs::Buttons::YesNo,
                             UserDialogs::Icon::Question,
                             UserDialogs::Answer::Yes) == UserDialogs::Answer::Yes);
     if (overwrite && SaveData(*name, block))
-        dialogs.information(*name + QStringLiteral("\r\n\r\n") + m_app.messages.saveConfirmation,
+        dialogs.information(*name + QStringLiteral("\r\n\r\n") + m_state.messages.saveConfirmation,
                             title);
     m_userSaveOpen = false;
 }
@@ -107,6 +110,6 @@ void DeviceFiles::autoSave(const Bytes& block, double serial) {
     const QString folder = autoSaveFolder();
     // The user's data folder may not exist yet; beside the program only AutoSave is made.
     QDir().mkpath(QFileInfo(folder).path());
-    const QDate today = m_app.services().clock->now().date();
+    const QDate today = m_state.now().date();
     SaveData(QDir(folder).filePath(ko3::AutoSaveFileName(serial, today)), block);
 }

@@ -1,13 +1,16 @@
 #pragma once
 
-#include "link/bytes.h"
+#include "common/bytes.h"
 
 #include <optional>
 
 #include <QObject>
 #include <QString>
 
-class AppContext;
+class AppState;
+class DeviceValues;
+class Recognition;
+class SerialLink;
 
 // Saved read-outs: the user's save and load through the dialogs, the automatic save after
 // the first complete read-out of a device, and the replay of a file through the handler of
@@ -16,11 +19,11 @@ class DeviceFiles : public QObject {
     Q_OBJECT
 
 public:
-    explicit DeviceFiles(AppContext& app);
+    DeviceFiles(AppState& state, SerialLink& link, Recognition& recognition, DeviceValues& values);
 
     // 0: the user asked (save dialog); otherwise the serial number for the automatic save.
-    void SaveDeviceData(double dblSerialNo);
-    void MakeSaveString(const Bytes& vaData, double dblSerialNo);
+    void SaveDeviceData(double serialNo);
+    void MakeSaveString(const Bytes& block, double serialNo);
     bool SaveData(const QString& fileName, const Bytes& block);
 
     // Empty `fileName`: ask the user. Closes the port and feeds the telegrams to
@@ -41,7 +44,10 @@ private:
     void saveByUser(const Bytes& block);
     void autoSave(const Bytes& block, double serial);
 
-    AppContext& m_app;
+    AppState& m_state;
+    SerialLink& m_link;
+    Recognition& m_recognition;
+    DeviceValues& m_values;
     bool m_autoSavePending = false;
     bool m_userSaveOpen = false;
 };

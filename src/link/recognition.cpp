@@ -1,13 +1,10 @@
 #include "link/recognition.h"
 
-#include "engine/telegramdecoder.h"
+#include "common/appstate.h"
 #include "link/seriallink.h"
 #include "link/telegram.h"
-#include "search/devicesearch.h"
-#include "shell/appcontext.h"
-#include "shell/appshell.h"
-#include "shell/languages.h"
 #include "values/conversions.h"
+#include "values/devicevalues.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -28,13 +25,18 @@ const Bytes kSearchSecondFamily{0x07, 0x01, 0x00, 0x00, 0x00, 0x00};
 
 } // namespace
 
-Recognition::Recognition(AppContext& app)
+Recognition::Recognition(AppState& state, SerialLink& link, DeviceValues& values)
     : QObject()
-    , m_app(app) {}
+    , m_state(state)
+    , m_link(link)
+    , m_values(values) {
+    connect(&m_link, &SerialLink::telegramReceived, this, &Recognition::RcvDataHandle);
+    connect(&m_link, &SerialLink::searchStepDue, this, &Recognition::SearchStep);
+}
 
 void Recognition::SearchStep() {
-    SerialLink& link = m_app.link();
-    Form& startWindow = m_app.forms().frmMQ27D();
+    SerialLink& link = m_link;
+    Form& startWindow = m_state.forms.frmMQ27D();
     if (!link.isPortOpen()) {
         startWindow.setCaption(kLblDevice, QStringLiteral("COM port OFF"));
         return;
@@ -54,13 +56,13 @@ void Recognition::SearchStep() {
 }
 
 void Recognition::RcvDataHandle(const Bytes& t) {
-    if (m_app.g.gClosing) return;
+    if (m_state.g.gClosing) return;
     const std::optional<telegram::Accepted> accepted = telegram::AcceptStampedTelegram(t);
     if (!accepted) return;
 
-    SerialLink& link = m_app.link();
+    SerialLink& link = m_link;
     link.ReceiveLEDGreen();
-    m_app.forms().frmMQ27D().setCaption(kLblDevice, telegram::DeviceKindName(accepted->deviceKind) +
+    m_state.forms.frmMQ27D().setCaption(kLblDevice, telegram::DeviceKindName(accepted->deviceKind) +
                                                         QStringLiteral(" recognized"));
     link.RestartSearchTimer();
 
@@ -72,38 +74,45 @@ void Recognition::RcvDataHandle(const Bytes& t) {
 }
 
 // A device that isn't known yet must introduce itself with telegram 1; while the device
-// search runs, every device is welcome.
+// search runs, every device is welcome. While a device chosen in the search has not yet
+// answered, a late answer of another one must not take the choice over.
 void Recognition::handleOwnTelegram(const Bytes& t, std::size_t h) {
-    m_app.createValues();
+    m_values.create();
     if (t.size() < h + 6) return;
     const QString serialNo =
         QString::number(Byte2ULong(t[h + 2], t[h + 3], t[h + 4], t[h + 5]), 'f', 0);
     const int command = t[h + 1];
 
     const bool known =
-        serialNo == m_app.forms().frmDisplay().caption(QStringLiteral("lblSerialNo_0"));
-    if (!known && !m_app.g.gDeviceSearch) {
-        if (command != 1) return;
-        m_app.languages().SwitchToLanguage(m_app.g.gLanguage);
-        m_app.search().ShowConnect(serialNo + QStringLiteral(" - ") + m_app.g.gAppTitle);
+        serialNo == m_state.forms.frmDisplay().caption(QStringLiteral("lblSerialNo_0"));
+    if (known && command == 1) m_awaitedSerialNo.clear();
+    if (!known && !m_state.g.gDeviceSearch) {
+        if (command != 1 || !m_awaitedSerialNo.isEmpty()) return;
+        Q_EMIT languageRefreshNeeded();
+        Q_EMIT connectionWindowRequested(serialNo + QStringLiteral(" - ") + m_state.g.gAppTitle);
     }
-    Q_EMIT ownTelegram(t);
-    m_app.decoder().DataDecoder(t);
+    Q_EMIT ownTelegramAccepted(t);
 }
 
+// The suite is looked for before it is started: a start that cannot succeed must not be
+// tried, and a start that fails is said as plainly as a missing program.
 void Recognition::StartExtKOMPA(const QString& file) {
-    const QString program = QDir(m_app.services().programDir).filePath(kSuiteProgram);
+    const QString program = QDir(m_state.services.programDir).filePath(kSuiteProgram);
     const QStringList arguments = file.isEmpty() ? QStringList() : QStringList{file};
     // The suite opens the port itself.
-    m_app.link().closePort();
-    if (!m_app.g.gClosing) {
-        m_app.services().launcher->startDetached(program, arguments);
-        if (!QFileInfo::exists(program)) {
-            m_app.services().dialogs->messageBox(
-                QStringLiteral("Program not found\r\n\r\n") + QDir::toNativeSeparators(program),
-                QStringLiteral("Error"), UserDialogs::Buttons::Ok, UserDialogs::Icon::Critical,
-                UserDialogs::Answer::Ok);
-        }
+    m_link.closePort();
+    if (!m_state.g.gClosing) {
+        if (!QFileInfo::exists(program))
+            reportStartFailure(QStringLiteral("Program not found"), program);
+        else if (!m_state.services.launcher->startDetached(program, arguments))
+            reportStartFailure(QStringLiteral("Program could not be started"), program);
     }
-    m_app.shell().CloseApplication();
+    Q_EMIT closeRequested();
+}
+
+void Recognition::reportStartFailure(const QString& text, const QString& program) {
+    m_state.services.dialogs->messageBox(text + QStringLiteral("\r\n\r\n") +
+                                             QDir::toNativeSeparators(program),
+                                         QStringLiteral("Error"), UserDialogs::Buttons::Ok,
+                                         UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
 }

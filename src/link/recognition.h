@@ -1,22 +1,24 @@
 #pragma once
 
-#include "link/bytes.h"
+#include "common/bytes.h"
 
 #include <cstddef>
 
 #include <QObject>
 #include <QString>
 
-class AppContext;
+class AppState;
+class DeviceValues;
+class SerialLink;
 
 // Tells the device kind of every accepted telegram, from the line or from a file: the own
-// kind goes to the decoder, another family hands the port over to the suite program.
+// kind goes on to the decoder, another family hands the port over to the suite program.
 // While the line is silent, the search step asks the three families in turn.
 class Recognition : public QObject {
     Q_OBJECT
 
 public:
-    explicit Recognition(AppContext& app);
+    Recognition(AppState& state, SerialLink& link, DeviceValues& values);
 
     // Tick of tmrZeroCommand: "COM port OFF" with the port closed, else the next of the
     // three search telegrams.
@@ -31,13 +33,27 @@ public:
     // any) and closes the tool; "Program not found" when it isn't there.
     void StartExtKOMPA(const QString& file);
 
+    // The user has chosen `serialNo` in the device search: until it has introduced itself,
+    // no other device is taken on. An empty number ends the wait.
+    void awaitChosenDevice(const QString& serialNo) { m_awaitedSerialNo = serialNo; }
+
 Q_SIGNALS:
-    // A telegram of the own family is on its way to the decoder.
-    void ownTelegram(const Bytes& t);
+    // A telegram of the own family for the decoder.
+    void ownTelegramAccepted(const Bytes& t);
+    // The window texts are to be rewritten in the current language.
+    void languageRefreshNeeded();
+    // A new device has introduced itself: the connection window with this title.
+    void connectionWindowRequested(const QString& title);
+    // The tool is to shut down (after a hand-over).
+    void closeRequested();
 
 private:
     void handleOwnTelegram(const Bytes& t, std::size_t h);
+    void reportStartFailure(const QString& text, const QString& program);
 
-    AppContext& m_app;
+    AppState& m_state;
+    SerialLink& m_link;
+    DeviceValues& m_values;
     int m_counter = 0;
+    QString m_awaitedSerialNo;
 };

@@ -1,14 +1,10 @@
 #include "link/seriallink.h"
 
+#include "common/appstate.h"
+#include "common/colors.h"
 #include "link/checksum.h"
-#include "link/recognition.h"
 #include "link/serialport.h"
 #include "link/telegram.h"
-#include "shell/appcontext.h"
-#include "shell/appshell.h"
-#include "shell/colors.h"
-#include "shell/languages.h"
-#include "shell/regsettings.h"
 
 #include <QLocale>
 
@@ -58,12 +54,12 @@ QString portEntry(int port, const QString& deviceName) {
 
 } // namespace
 
-SerialLink::SerialLink(AppContext& app)
+SerialLink::SerialLink(AppState& state, SerialPortDevice* port)
     : QObject()
-    , m_app(app) {
+    , m_state(state)
+    , m_port(port) {
     connect(&m_tmrToRx, &FormTimer::timeout, this, &SerialLink::onToRxTick);
-    connect(&m_tmrZeroCommand, &FormTimer::timeout, this,
-            [this] { m_app.recognition().SearchStep(); });
+    connect(&m_tmrZeroCommand, &FormTimer::timeout, this, &SerialLink::searchStepDue);
     connect(&m_tmrReceiveLED, &FormTimer::timeout, this, [this] {
         ReceiveLEDOff();
         m_tmrReceiveLED.disable();
@@ -72,27 +68,27 @@ SerialLink::SerialLink(AppContext& app)
         SendLEDOff();
         m_tmrSendLED.disable();
     });
-    if (SerialPortDevice* device = port()) {
+    if (m_port) {
         // Later bytes of a burst don't prolong the collecting window.
-        connect(device, &SerialPortDevice::received, this, [this] { m_tmrToRx.enable(); });
+        connect(m_port, &SerialPortDevice::received, this, [this] { m_tmrToRx.enable(); });
         // The port closed itself; a pending collecting window has nothing left to read.
-        connect(device, &SerialPortDevice::lost, this, [this] { m_tmrToRx.disable(); });
+        connect(m_port, &SerialPortDevice::lost, this, [this] { m_tmrToRx.disable(); });
     }
     startWindow().setChecked(kChkSendEnable, true);
-    connect(&m_app.forms().frmInterface(), &Form::clicked, this, &SerialLink::onInterfaceClicked);
+    connect(&m_state.forms.frmInterface(), &Form::clicked, this, &SerialLink::onInterfaceClicked);
 }
 
-void SerialLink::MakeSendString(const Bytes& vntData, bool blnCreateCRC) {
-    const std::optional<Bytes> frame = telegram::MakeSendFrame(vntData, blnCreateCRC);
+void SerialLink::MakeSendString(const Bytes& body, bool createCRC) {
+    const std::optional<Bytes> frame = telegram::MakeSendFrame(body, createCRC);
     if (frame) DataTx(*frame);
 }
 
 void SerialLink::DataTx(const Bytes& s) {
     if (!isPortOpen()) return;
-    startWindow().setCaption(kTxtComSend, monitorText(now(), s));
+    startWindow().setCaption(kTxtComSend, monitorText(m_state.now(), s));
     m_lastSent = s;
     if (startWindow().isChecked(kChkSendEnable)) {
-        port()->write(toByteArray(s));
+        m_port->write(toByteArray(s));
         SendLEDOn();
     }
     RestartSearchTimer();
@@ -101,8 +97,8 @@ void SerialLink::DataTx(const Bytes& s) {
 void SerialLink::RcvDataGet() {
     if (!isPortOpen()) return;
     ReceiveLEDYellow();
-    const Bytes burst = toBytes(port()->readAll());
-    startWindow().setCaption(kTxtComReceive, monitorText(now(), burst));
+    const Bytes burst = toBytes(m_port->readAll());
+    startWindow().setCaption(kTxtComReceive, monitorText(m_state.now(), burst));
 
     std::int32_t first = 0;
     std::int32_t last = 0;
@@ -110,10 +106,10 @@ void SerialLink::RcvDataGet() {
     const Bytes t(burst.begin() + first, burst.begin() + last + 1);
     if (isEcho(t, m_lastSent) || isSearchTelegram(t)) return;
 
-    const std::optional<Bytes> stamped = telegram::StampTelegram(t, now());
+    const std::optional<Bytes> stamped = telegram::StampTelegram(t, m_state.now());
     if (!stamped) return;
     m_dataFromFile = false;
-    m_app.recognition().RcvDataHandle(*stamped);
+    Q_EMIT telegramReceived(*stamped);
 }
 
 void SerialLink::RestartSearchTimer() {
@@ -150,33 +146,32 @@ void SerialLink::SendLEDOff() {
 void SerialLink::SwitchToComPort(int portNumber) {
     closePort();
     if (portNumber >= kFirstPort && portNumber <= kLastPort) {
-        if (!port() || !port()->open(portNumber)) {
+        if (!m_port || !m_port->open(portNumber)) {
             closePort();
             return;
         }
     } else {
         portNumber = 0;
     }
-    RegSettings& settings = m_app.settings();
+    RegSettings& settings = m_state.settings;
     if (portNumber != settings.GetPort()) settings.SetPort(portNumber);
 }
 
 bool SerialLink::isPortOpen() const {
-    const SerialPortDevice* device = port();
-    return device && device->isOpen();
+    return m_port && m_port->isOpen();
 }
 
 void SerialLink::closePort() {
-    if (isPortOpen()) port()->close();
+    if (isPortOpen()) m_port->close();
 }
 
 void SerialLink::ShowCOMPort() {
-    SerialPortDevice* device = port();
+    SerialPortDevice* device = m_port;
     if (!device) return;
     const int rememberedPort = device->portNumber();
     const bool wasOpen = device->isOpen();
 
-    QStringList entries{m_app.str(kStringPortOff)};
+    QStringList entries{m_state.str(kStringPortOff)};
     for (int i = kFirstPort; i <= kLastPort; ++i) {
         if (device->isOpen()) device->close();
         const bool available = device->open(i);
@@ -186,15 +181,9 @@ void SerialLink::ShowCOMPort() {
     // Probing took the port away; give it back as it was.
     if (wasOpen) device->open(rememberedPort);
 
-    Form& window = m_app.forms().frmInterface();
+    Form& window = m_state.forms.frmInterface();
     window.setItems(kCboPort, entries);
     window.setValue(kCboPort, device->isOpen() ? device->portNumber() : 0);
-}
-
-void SerialLink::ShowInterface() {
-    m_app.languages().SwitchToLanguage(m_app.g.gLanguage);
-    m_app.forms().frmInterface().show(false);
-    ShowCOMPort();
 }
 
 void SerialLink::stopTimers() {
@@ -205,7 +194,7 @@ void SerialLink::stopTimers() {
 }
 
 void SerialLink::onInterfaceClicked(const QString& element) {
-    Form& window = m_app.forms().frmInterface();
+    Form& window = m_state.forms.frmInterface();
     if (element == u"cmdCancelButton") {
         window.unload();
     } else if (element == u"cmdOKButton") {
@@ -227,22 +216,11 @@ void SerialLink::onToRxTick() {
 void SerialLink::setIconBit(int bit, bool on) {
     const int mask = 1 << bit;
     const int index = on ? (m_iconIndex | mask) : (m_iconIndex & ~mask);
-    if (index != m_iconIndex) {
-        m_iconIndex = index;
-        Q_EMIT iconIndexChanged(m_iconIndex);
-    }
-    m_app.shell().TrayIconUpdate();
+    if (index == m_iconIndex) return;
+    m_iconIndex = index;
+    Q_EMIT iconIndexChanged(m_iconIndex);
 }
 
 Form& SerialLink::startWindow() {
-    return m_app.forms().frmMQ27D();
-}
-
-SerialPortDevice* SerialLink::port() const {
-    return m_app.services().port;
-}
-
-QDateTime SerialLink::now() const {
-    const Clock* clock = m_app.services().clock;
-    return clock ? clock->now() : QDateTime::currentDateTime();
+    return m_state.forms.frmMQ27D();
 }

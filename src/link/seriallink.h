@@ -1,13 +1,13 @@
 #pragma once
 
-#include "link/bytes.h"
-#include "shell/formtimer.h"
+#include "common/bytes.h"
+#include "common/formtimer.h"
 
 #include <QDateTime>
 #include <QObject>
 #include <QString>
 
-class AppContext;
+class AppState;
 class Form;
 class SerialPortDevice;
 
@@ -16,20 +16,21 @@ class SerialPortDevice;
 // hexadecimal monitor, and the choice of the port in frmInterface.
 //
 // Owns the four timers of frmMQ27D: tmrToRx (321 ms), tmrZeroCommand (1789 ms, whose
-// tick is the search step of Recognition), tmrReceiveLED and tmrSendLED (100 ms).
+// tick is the search step of Recognition), tmrReceiveLED and tmrSendLED (100 ms). Works
+// without a port (`port` null): then it is never open.
 class SerialLink : public QObject {
     Q_OBJECT
 
 public:
-    explicit SerialLink(AppContext& app);
+    SerialLink(AppState& state, SerialPortDevice* port);
 
-    // Frames `vntData` (CRC when asked, header, sum) and hands it to DataTx; a frame that
+    // Frames `body` (CRC when asked, header, sum) and hands it to DataTx; a frame that
     // cannot be built is dropped without a word.
-    void MakeSendString(const Bytes& vntData, bool blnCreateCRC);
+    void MakeSendString(const Bytes& body, bool createCRC);
     // Puts a frame on the line: monitor text, echo memory, port, send LED, search restart.
     void DataTx(const Bytes& s);
     // Tick of tmrToRx: reads the burst, finds the newest frame, filters echo and search
-    // telegrams, stamps it and hands it to Recognition::RcvDataHandle.
+    // telegrams, stamps it and hands it on (telegramReceived).
     void RcvDataGet();
 
     void RestartSearchTimer();
@@ -51,8 +52,6 @@ public:
     // opens, "--" for one that doesn't, entry 0 is string 53; selects the open port's entry.
     // The port in use is closed for the probe and given back.
     void ShowCOMPort();
-    // mnuInterface: language, frmInterface non-modal, ShowCOMPort.
-    void ShowInterface();
 
     // Whether the telegram being handled came from a saved file; cleared by RcvDataGet.
     bool dataFromFile() const { return m_dataFromFile; }
@@ -69,16 +68,19 @@ public:
 
 Q_SIGNALS:
     void iconIndexChanged(int index);
+    // A stamped telegram from the line, for the acceptance checks.
+    void telegramReceived(const Bytes& stamped);
+    // tmrZeroCommand: the line has been silent for a whole search step.
+    void searchStepDue();
 
 private:
     void onInterfaceClicked(const QString& element);
     void onToRxTick();
     void setIconBit(int bit, bool on);
     Form& startWindow();
-    SerialPortDevice* port() const;
-    QDateTime now() const;
 
-    AppContext& m_app;
+    AppState& m_state;
+    SerialPortDevice* m_port;
     FormTimer m_tmrToRx{321};
     FormTimer m_tmrZeroCommand{1789};
     FormTimer m_tmrReceiveLED{100};

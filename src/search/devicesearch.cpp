@@ -1,10 +1,9 @@
 #include "search/devicesearch.h"
 
+#include "common/appstate.h"
 #include "engine/pollengine.h"
+#include "link/recognition.h"
 #include "link/seriallink.h"
-#include "shell/appcontext.h"
-#include "shell/languages.h"
-#include "shell/regsettings.h"
 
 namespace {
 
@@ -17,21 +16,25 @@ const QString kCancel = QStringLiteral("cmdCancel");
 
 } // namespace
 
-DeviceSearch::DeviceSearch(AppContext& app)
+DeviceSearch::DeviceSearch(AppState& state, SerialLink& link, Recognition& recognition,
+                           PollEngine& engine)
     : QObject()
-    , m_app(app) {
+    , m_state(state)
+    , m_link(link)
+    , m_recognition(recognition)
+    , m_engine(engine) {
     m_tmrDataLED.disable();
     m_tmrBlink.disable();
     connect(&m_tmrDataLED, &FormTimer::timeout, this, [this] {
-        m_app.forms().frmDeviceSearch().setBackColor(kDataLED, colors::kDefault);
+        m_state.forms.frmDeviceSearch().setBackColor(kDataLED, colors::kDefault);
         m_tmrDataLED.disable();
     });
     connect(&m_tmrBlink, &FormTimer::timeout, this, [this] {
-        Form& connectWindow = m_app.forms().frmConnect();
+        Form& connectWindow = m_state.forms.frmConnect();
         connectWindow.setVisible(kConnection, !connectWindow.isVisible(kConnection));
     });
 
-    Form& search = m_app.forms().frmDeviceSearch();
+    Form& search = m_state.forms.frmDeviceSearch();
     connect(&search, &Form::clicked, this, &DeviceSearch::onSearchWindowClicked);
     connect(&search, &Form::doubleClicked, this, [this](const QString& element) {
         if (element == kDeviceList) selectListedDevice();
@@ -39,27 +42,26 @@ DeviceSearch::DeviceSearch(AppContext& app)
     // Closing the window by its frame is a cancel: otherwise the poll would stay stopped
     // with the main view hidden.
     search.setCloseHandler([this] {
-        if (!m_app.g.gClosing) selectPreviousDevice();
+        if (!m_state.g.gClosing) selectPreviousDevice();
         return true;
     });
 
-    Form& connectWindow = m_app.forms().frmConnect();
+    Form& connectWindow = m_state.forms.frmConnect();
     connect(&connectWindow, &Form::clicked, this, &DeviceSearch::onConnectClicked);
     connect(&connectWindow, &Form::windowChanged, this, &DeviceSearch::onConnectWindowChanged);
     connectWindow.setCloseHandler([this] {
-        if (!m_app.g.gClosing) cancelConnection();
+        if (!m_state.g.gClosing) cancelConnection();
         return true;
     });
 }
 
 void DeviceSearch::mnuDeviceSearch_Click() {
-    m_app.engine().stop();
-    SerialLink& link = m_app.link();
-    if (!link.isPortOpen()) link.SwitchToComPort(m_app.settings().GetPort());
+    m_engine.stop();
+    if (!m_link.isPortOpen()) m_link.SwitchToComPort(m_state.settings.GetPort());
 
-    Form& display = m_app.forms().frmDisplay();
-    Form& search = m_app.forms().frmDeviceSearch();
-    search.setTitle(m_app.g.gAppTitle + QStringLiteral(" - ") +
+    Form& display = m_state.forms.frmDisplay();
+    Form& search = m_state.forms.frmDeviceSearch();
+    search.setTitle(m_state.g.gAppTitle + QStringLiteral(" - ") +
                     display.caption(QStringLiteral("mnuDeviceSelect")));
     search.setCaption(QStringLiteral("lblDataLEDLegend"),
                       display.caption(QStringLiteral("lblReceiveLEDLegend_0")));
@@ -71,13 +73,17 @@ void DeviceSearch::mnuDeviceSearch_Click() {
     search.centreOver(display);
     search.show();
 
-    AddDevice(display.caption(kSerialNo).toDouble());
+    // Row 0 is the device shown, the one that Cancel goes back to; before any device has been
+    // shown there is none.
+    bool shownIsNumber = false;
+    const double shown = display.caption(kSerialNo).toDouble(&shownIsNumber);
+    if (shownIsNumber) AddDevice(shown);
     display.hide();
-    m_app.g.gDeviceSearch = true;
+    m_state.g.gDeviceSearch = true;
 }
 
 void DeviceSearch::AddDevice(double serial) {
-    Form& search = m_app.forms().frmDeviceSearch();
+    Form& search = m_state.forms.frmDeviceSearch();
     search.setBackColor(kDataLED, colors::kGreen);
     m_tmrDataLED.enable();
 
@@ -92,23 +98,23 @@ void DeviceSearch::AddDevice(double serial) {
 }
 
 void DeviceSearch::DeviceSelection(const QString& serial) {
-    Form& display = m_app.forms().frmDisplay();
-    PollEngine& engine = m_app.engine();
+    Form& display = m_state.forms.frmDisplay();
     if (serial == display.caption(kSerialNo)) {
-        engine.miNextCommand = 2;
+        m_engine.miNextCommand = 2;
         display.show();
     } else {
         display.setCaption(kSerialNo, serial);
-        engine.miNextCommand = 1;
-        m_app.languages().SwitchToLanguage(m_app.g.gLanguage);
-        ShowConnect(m_app.g.gAppTitle + QStringLiteral(" - ") + serial);
+        m_engine.miNextCommand = 1;
+        m_recognition.awaitChosenDevice(serial);
+        Q_EMIT languageRefreshNeeded();
+        ShowConnect(m_state.g.gAppTitle + QStringLiteral(" - ") + serial);
     }
-    m_app.g.gDeviceSearch = false;
-    engine.tmrAutoSend().enable();
+    m_state.g.gDeviceSearch = false;
+    m_engine.tmrAutoSend().enable();
 }
 
 void DeviceSearch::ShowConnect(const QString& title) {
-    Forms& forms = m_app.forms();
+    Forms& forms = m_state.forms;
     Form& connectWindow = forms.frmConnect();
     connectWindow.setTitle(title);
     connectWindow.centreOver(forms.frmMQ27D());
@@ -130,7 +136,7 @@ void DeviceSearch::onConnectClicked(const QString& element) {
 
 // Without a selected row there is nothing to choose, and the window stays open.
 void DeviceSearch::selectListedDevice() {
-    Form& search = m_app.forms().frmDeviceSearch();
+    Form& search = m_state.forms.frmDeviceSearch();
     const QStringList listed = search.items(kDeviceList);
     const double row = search.value(kDeviceList);
     if (!(row >= 0 && row < listed.size())) return;
@@ -140,7 +146,7 @@ void DeviceSearch::selectListedDevice() {
 
 // Row 0 is the device that was selected when the search began.
 void DeviceSearch::selectPreviousDevice() {
-    Form& search = m_app.forms().frmDeviceSearch();
+    Form& search = m_state.forms.frmDeviceSearch();
     const QStringList listed = search.items(kDeviceList);
     if (listed.isEmpty()) return;
     DeviceSelection(listed.first());
@@ -148,9 +154,10 @@ void DeviceSearch::selectPreviousDevice() {
 }
 
 void DeviceSearch::cancelConnection() {
-    m_app.engine().stop();
-    m_app.forms().frmMQ27D().show();
-    m_app.forms().frmConnect().unload();
+    m_engine.stop();
+    m_recognition.awaitChosenDevice(QString());
+    m_state.forms.frmMQ27D().show();
+    m_state.forms.frmConnect().unload();
 }
 
 void DeviceSearch::onConnectWindowChanged(Form::WindowChange change) {
@@ -158,6 +165,6 @@ void DeviceSearch::onConnectWindowChanged(Form::WindowChange change) {
         m_tmrBlink.enable();
     } else if (change == Form::WindowChange::Hidden || change == Form::WindowChange::Unloaded) {
         m_tmrBlink.disable();
-        m_app.forms().frmConnect().setVisible(kConnection, true);
+        m_state.forms.frmConnect().setVisible(kConnection, true);
     }
 }

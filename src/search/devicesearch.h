@@ -1,12 +1,15 @@
 #pragma once
 
-#include "shell/formmodel.h"
-#include "shell/formtimer.h"
+#include "common/formmodel.h"
+#include "common/formtimer.h"
 
 #include <QObject>
 #include <QString>
 
-class AppContext;
+class AppState;
+class PollEngine;
+class Recognition;
+class SerialLink;
 
 // Listing the devices that talk on the line and choosing one (frmDeviceSearch), and the
 // connection window frmConnect shown until a chosen or new device is read out.
@@ -14,7 +17,7 @@ class DeviceSearch : public QObject {
     Q_OBJECT
 
 public:
-    explicit DeviceSearch(AppContext& app);
+    DeviceSearch(AppState& state, SerialLink& link, Recognition& recognition, PollEngine& engine);
 
     // mnuDeviceSearch of the main view: stops the poll and lists the devices heard.
     void mnuDeviceSearch_Click();
@@ -29,6 +32,10 @@ public:
     FormTimer& tmrDataLED() { return m_tmrDataLED; }
     FormTimer& tmrBlink() { return m_tmrBlink; }
 
+Q_SIGNALS:
+    // The window texts are to be rewritten in the current language.
+    void languageRefreshNeeded();
+
 private:
     void onSearchWindowClicked(const QString& element);
     void onConnectClicked(const QString& element);
@@ -37,7 +44,10 @@ private:
     void selectPreviousDevice();
     void cancelConnection();
 
-    AppContext& m_app;
+    AppState& m_state;
+    SerialLink& m_link;
+    Recognition& m_recognition;
+    PollEngine& m_engine;
     FormTimer m_tmrDataLED{100};
     FormTimer m_tmrBlink{500};
 };

@@ -1,11 +1,10 @@
 #include "shell/appshell.h"
 
+#include "common/appstate.h"
 #include "files/devicefiles.h"
 #include "link/seriallink.h"
-#include "shell/appcontext.h"
 #include "shell/languages.h"
-#include "shell/regsettings.h"
-#include "values/mq27values.h"
+#include "values/devicevalues.h"
 
 namespace {
 
@@ -40,72 +39,84 @@ QString twoPlaces(const QString& text) {
 
 } // namespace
 
-AppShell::AppShell(AppContext& app)
+AppShell::AppShell(AppState& state, SerialLink& link, DeviceFiles& files, Languages& languages,
+                   DeviceValues& values)
     : QObject()
-    , m_app(app) {
-    Form& start = m_app.forms().frmMQ27D();
+    , m_state(state)
+    , m_link(link)
+    , m_files(files)
+    , m_languages(languages)
+    , m_values(values) {
+    Form& start = m_state.forms.frmMQ27D();
     start.setVisible(kTrayIcon, false);
-    start.setCloseHandler([this] { return CloseApplication(); });
-    connect(&start, &Form::clicked, this, &AppShell::onStartWindowClicked);
-    connect(&m_app.forms().frmAbout(), &Form::clicked, this, &AppShell::onAboutClicked);
-    connect(&m_app.link(), &SerialLink::iconIndexChanged, this, &AppShell::TrayIconUpdate);
+    // Closing the main view is closing the tool, and asks as the start window does.
+    for (Form* window : {&start, &m_state.forms.frmDisplay()}) {
+        window->setCloseHandler([this] { return CloseApplication(); });
+        connect(window, &Form::clicked, this, &AppShell::onMenuClicked);
+    }
+    connect(&m_state.forms.frmAbout(), &Form::clicked, this, &AppShell::onAboutClicked);
+    connect(&m_link, &SerialLink::iconIndexChanged, this, &AppShell::TrayIconUpdate);
 }
 
 void AppShell::Startup(const QString& rawCommandLineArgs) {
-    if (m_app.g.gClosing) return;
-    SerialLink& link = m_app.link();
+    if (m_state.g.gClosing) return;
+    SerialLink& link = m_link;
     link.tmrZeroCommand().enable();
     link.tmrToRx().disable();
     link.tmrReceiveLED().disable();
     link.tmrSendLED().disable();
 
-    const RegSettings& settings = m_app.settings();
-    m_app.g.gLanguage = settings.GetLanguage();
-    m_app.g.gTemperatureUnit = settings.GetTemperature();
-    m_app.g.gSmokeUnit = settings.GetSmoke();
-    m_app.g.gVersionSuffix = versionSuffix(settings.GetVersion());
+    const RegSettings& settings = m_state.settings;
+    m_state.g.gLanguage = settings.GetLanguage();
+    m_state.g.gTemperatureUnit = settings.GetTemperature();
+    m_state.g.gSmokeUnit = settings.GetSmoke();
+    m_state.g.gVersionSuffix = versionSuffix(settings.GetVersion());
 
     // The main view loads before the first language switch reaches it, with the units read.
-    m_app.forms().frmDisplay().load();
-    m_app.languages().SwitchToLanguage(m_app.g.gLanguage);
+    m_state.forms.frmDisplay().load();
+    m_languages.SwitchToLanguage(m_state.g.gLanguage);
     link.SwitchToComPort(settings.GetPort());
-    m_app.forms().frmMQ27D().show(false);
+    m_state.forms.frmMQ27D().show(false);
     TrayIconAdd();
 
-    m_app.g.gCmdArgs = GetCommandLineArgs(rawCommandLineArgs, 1);
+    m_state.g.gCmdArgs = GetCommandLineArgs(rawCommandLineArgs, 1);
     handleCommandLine();
 }
 
 bool AppShell::CloseApplication() {
-    if (m_app.g.gClosing) return true;
-    if (m_app.values() && m_app.values()->GetBuzzerShouldBeOff() == 1) {
-        const auto answer = m_app.services().dialogs->messageBox(
-            m_app.messages.buzzerWarning + kCrLf2 + m_app.messages.closeQuestion, m_app.str(0),
-            UserDialogs::Buttons::YesNo, UserDialogs::Icon::Warning, UserDialogs::Answer::No);
+    if (m_state.g.gClosing) return true;
+    clsMQ27Values* values = m_values.get();
+    if (values && values->GetBuzzerShouldBeOff() == 1) {
+        const auto answer = m_state.services.dialogs->messageBox(
+            m_state.messages.buzzerWarning + kCrLf2 + m_state.messages.closeQuestion,
+            m_state.str(0), UserDialogs::Buttons::YesNo, UserDialogs::Icon::Warning,
+            UserDialogs::Answer::No);
         if (answer == UserDialogs::Answer::No) return false;
     }
-    m_app.link().stopTimers();
-    if (m_app.link().isPortOpen()) m_app.link().closePort();
-    m_app.g.gClosing = true;
+    m_link.stopTimers();
+    if (m_link.isPortOpen()) m_link.closePort();
+    m_state.g.gClosing = true;
     unloadAll();
     return true;
 }
 
 void AppShell::ShowInterface() {
-    m_app.link().ShowInterface();
+    m_languages.SwitchToLanguage(m_state.g.gLanguage);
+    m_state.forms.frmInterface().show(false);
+    m_link.ShowCOMPort();
 }
 
 void AppShell::ShowLoadFile() {
-    m_app.files().LoadDeviceFile(QString());
+    m_files.LoadDeviceFile(QString());
 }
 
 void AppShell::ShowLanguage() {
-    m_app.languages().ShowLanguage();
+    m_languages.ShowLanguage();
 }
 
 void AppShell::ShowInfo() {
-    m_app.languages().SwitchToLanguage(m_app.g.gLanguage);
-    m_app.forms().frmAbout().show(true);
+    m_languages.SwitchToLanguage(m_state.g.gLanguage);
+    m_state.forms.frmAbout().show(true);
 }
 
 QStringList AppShell::GetCommandLineArgs(const QString& commandLine, int maxArgs) {
@@ -135,8 +146,8 @@ QString AppShell::versionSuffix(const QString& version) {
 
 void AppShell::TrayIconAdd() {
     if (m_trayIconAdded) return;
-    Form& start = m_app.forms().frmMQ27D();
-    start.setValue(kTrayIcon, m_app.link().iconIndex());
+    Form& start = m_state.forms.frmMQ27D();
+    start.setValue(kTrayIcon, m_link.iconIndex());
     start.setToolTip(kTrayIcon, start.title());
     start.setVisible(kTrayIcon, true);
     m_trayIconAdded = true;
@@ -144,26 +155,26 @@ void AppShell::TrayIconAdd() {
 
 void AppShell::TrayIconUpdate() {
     if (!m_trayIconAdded) return;
-    m_app.forms().frmMQ27D().setValue(kTrayIcon, m_app.link().iconIndex());
+    m_state.forms.frmMQ27D().setValue(kTrayIcon, m_link.iconIndex());
 }
 
 void AppShell::TrayIconRemove() {
     if (!m_trayIconAdded) return;
-    m_app.forms().frmMQ27D().setVisible(kTrayIcon, false);
+    m_state.forms.frmMQ27D().setVisible(kTrayIcon, false);
     m_trayIconAdded = false;
 }
 
 void AppShell::trayIconActivated() {
-    Forms& forms = m_app.forms();
+    Forms& forms = m_state.forms;
     for (Form* form : {&forms.frmMQ27D(), &forms.frmDisplay(), &forms.frmConnect()}) {
         if (form->isShown()) form->bringToFront();
     }
 }
 
-void AppShell::onStartWindowClicked(const QString& element) {
+void AppShell::onMenuClicked(const QString& element) {
     if (element == u"mnuLoad")
         ShowLoadFile();
-    else if (element == u"mnuCloseApp")
+    else if (element == u"mnuCloseApp" || element == u"mnuExit")
         CloseApplication();
     else if (element == u"mnuInterface")
         ShowInterface();
@@ -174,24 +185,24 @@ void AppShell::onStartWindowClicked(const QString& element) {
 }
 
 void AppShell::onAboutClicked(const QString& element) {
-    if (element == u"cmdOK") m_app.forms().frmAbout().unload();
+    if (element == u"cmdOK") m_state.forms.frmAbout().unload();
 }
 
 // Only the first argument counts (gCmdArgs[0]): the logger switch, or a saved device file.
 void AppShell::handleCommandLine() {
-    if (m_app.g.gCmdArgs.isEmpty()) return;
-    const QString& argument = m_app.g.gCmdArgs.first();
+    if (m_state.g.gCmdArgs.isEmpty()) return;
+    const QString& argument = m_state.g.gCmdArgs.first();
     if (argument.isEmpty() || argument.toUpper() == u"/LOGGER") return;
     if (argument.size() >= 5 && argument.right(4).startsWith(u".ko"))
-        m_app.files().LoadDeviceFile(argument);
+        m_files.LoadDeviceFile(argument);
 }
 
 void AppShell::unloadAll() {
     TrayIconRemove();
-    Forms& forms = m_app.forms();
+    Forms& forms = m_state.forms;
     for (const QString& name : kUnloadOrder) {
         if (forms.exists(name)) forms.get(name).unload();
     }
     forms.frmMQ27D().unload();
-    Q_EMIT m_app.quitRequested();
+    Q_EMIT quitRequested();
 }

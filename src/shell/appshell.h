@@ -4,15 +4,20 @@
 #include <QString>
 #include <QStringList>
 
-class AppContext;
+class AppState;
+class DeviceFiles;
+class DeviceValues;
+class Languages;
+class SerialLink;
 
-// Start-up and shutdown of the tool, its command line, the start window's menus, the
-// About box and the notification-area icon.
+// Start-up and shutdown of the tool, its command line, the menus of the start window and
+// the main view that belong to the whole tool, the About box and the notification-area icon.
 class AppShell : public QObject {
     Q_OBJECT
 
 public:
-    explicit AppShell(AppContext& app);
+    AppShell(AppState& state, SerialLink& link, DeviceFiles& files, Languages& languages,
+             DeviceValues& values);
 
     // The load of frmMQ27D: timers, settings, language, port, window, tray icon, command
     // line.
@@ -22,6 +27,7 @@ public:
     // asked first.
     bool CloseApplication();
 
+    // mnuInterface: language, frmInterface non-modal, ShowCOMPort.
     void ShowInterface();
     void ShowLoadFile();
     void ShowLanguage();
@@ -39,12 +45,20 @@ public:
     // A left click or double click on the tray icon: visible windows to the front.
     void trayIconActivated();
 
+Q_SIGNALS:
+    // Shutdown has unloaded the start window; the program ends.
+    void quitRequested();
+
 private:
-    void onStartWindowClicked(const QString& element);
+    void onMenuClicked(const QString& element);
     void onAboutClicked(const QString& element);
     void handleCommandLine();
     void unloadAll();
 
-    AppContext& m_app;
+    AppState& m_state;
+    SerialLink& m_link;
+    DeviceFiles& m_files;
+    Languages& m_languages;
+    DeviceValues& m_values;
     bool m_trayIconAdded = false;
 };

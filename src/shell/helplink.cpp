@@ -1,6 +1,6 @@
 #include "shell/helplink.h"
 
-#include "shell/appcontext.h"
+#include "common/appstate.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -19,13 +19,13 @@ QString threeDigits(int number) {
 
 } // namespace
 
-HelpLink::HelpLink(AppContext& app)
-    : m_app(app) {}
+HelpLink::HelpLink(AppState& state)
+    : m_state(state) {}
 
 void HelpLink::ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QString& Remark) {
     if (Mode != 1 && Mode != 2) return;
     const QString file =
-        QDir(m_app.services().programDir).filePath(helpFileName(DeviceNumber, m_app.g.gLanguage));
+        QDir(m_state.services.programDir).filePath(helpFileName(DeviceNumber, m_state.g.gLanguage));
     const QString destination = threeDigits(PDF_Target);
     if (Mode == 2)
         describe(PDF_Target, file, destination, Remark);
@@ -35,9 +35,9 @@ void HelpLink::ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QStrin
 
 // Only viewers that can be told a named destination on their command line will do: one
 // that opens the first page would leave the user searching.
-QString HelpLink::Acrobat_viewer() const {
+QString HelpLink::PdfViewer() const {
     for (const QString& name : {kEvince, kOkular}) {
-        const QString path = m_app.services().launcher->findExecutable(name);
+        const QString path = m_state.services.launcher->findExecutable(name);
         if (!path.isEmpty()) return path;
     }
     return {};
@@ -60,19 +60,19 @@ void HelpLink::describe(int target, const QString& file, const QString& destinat
                          kCrLf2 + QStringLiteral("PDF-File :                ") + file + kCrLf2 +
                          QStringLiteral("PDF-File Target :    ") + destination + kCrLf2 +
                          QStringLiteral("Remark :                 ") + remark;
-    m_app.services().dialogs->information(text, m_app.g.gAppTitle);
+    m_state.services.dialogs->information(text, m_state.g.gAppTitle);
 }
 
 void HelpLink::open(const QString& file, const QString& destination) {
-    UserDialogs& dialogs = *m_app.services().dialogs;
-    const QString viewer = Acrobat_viewer();
+    UserDialogs& dialogs = *m_state.services.dialogs;
+    const QString viewer = PdfViewer();
     if (viewer.isEmpty()) {
-        dialogs.information(m_app.messages.viewerMissing, m_app.g.gAppTitle);
+        dialogs.information(m_state.messages.viewerMissing, m_state.g.gAppTitle);
         return;
     }
     if (!QFileInfo::exists(file)) {
-        dialogs.information(m_app.messages.fileMissing + kCrLf2 + file, m_app.g.gAppTitle);
+        dialogs.information(m_state.messages.fileMissing + kCrLf2 + file, m_state.g.gAppTitle);
         return;
     }
-    m_app.services().launcher->startDetached(viewer, viewerArguments(viewer, file, destination));
+    m_state.services.launcher->startDetached(viewer, viewerArguments(viewer, file, destination));
 }

@@ -3,18 +3,18 @@
 #include <QString>
 #include <QStringList>
 
-class AppContext;
+class AppState;
 
 // Context help: KompaHelp_<device>_<language>.pdf beside the program, opened at a named
 // destination by a PDF viewer found on the PATH.
 class HelpLink {
 public:
-    explicit HelpLink(AppContext& app);
+    explicit HelpLink(AppState& state);
 
     // Mode 1 opens the viewer at the destination, mode 2 shows what would be opened.
     void ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QString& Remark);
     // The viewer's path, or empty when no viewer that can jump to a destination is found.
-    QString Acrobat_viewer() const;
+    QString PdfViewer() const;
 
     static QString helpFileName(int deviceNumber, int language);
     // How `viewer` is told to open `file` at `destination`.
@@ -26,5 +26,5 @@ private:
                   const QString& remark);
     void open(const QString& file, const QString& destination);
 
-    AppContext& m_app;
+    AppState& m_state;
 };

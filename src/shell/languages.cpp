@@ -1,8 +1,7 @@
 #include "shell/languages.h"
 
-#include "shell/appcontext.h"
-#include "shell/regsettings.h"
-#include "shell/stringtable.h"
+#include "common/appstate.h"
+#include "common/stringtable.h"
 
 namespace {
 
@@ -39,10 +38,10 @@ private:
     int m_language;
 };
 
-Languages::Languages(AppContext& app)
+Languages::Languages(AppState& state)
     : QObject()
-    , m_app(app) {
-    Form& dialog = m_app.forms().frmLanguage();
+    , m_state(state) {
+    Form& dialog = m_state.forms.frmLanguage();
     connect(&dialog, &Form::loaded, this, &Languages::checkCurrentLanguage);
     connect(&dialog, &Form::clicked, this, &Languages::onLanguageClicked);
     connect(&dialog, &Form::edited, this, &Languages::onLanguageEdited);
@@ -56,36 +55,14 @@ void Languages::SwitchToLanguage(int language) {
     applyMainView(s);
     applyAbout(s);
     applyConnectAndSearch(s);
-    if (m_app.settings().GetLanguage() != s.language()) m_app.settings().SetLanguage(s.language());
-    m_app.g.gLanguage = s.language();
+    if (m_state.settings.GetLanguage() != s.language()) m_state.settings.SetLanguage(s.language());
+    m_state.g.gLanguage = s.language();
     Q_EMIT languageSwitched(s.language());
 }
 
-void Languages::SwitchToTemperature(int unit) {
-    m_app.settings().SetTemperature(unit);
-    m_app.g.gTemperatureUnit = unit == 2 ? 2 : 1;
-    checkUnitMenus();
-}
-
-void Languages::SwitchToSmokeUnit(int unit) {
-    m_app.settings().SetSmoke(unit);
-    m_app.g.gSmokeUnit = unit == 2 ? 2 : 1;
-    checkUnitMenus();
-}
-
-void Languages::checkUnitMenus() {
-    Form& view = m_app.forms().frmDisplay();
-    const bool fahrenheit = m_app.g.gTemperatureUnit == 2;
-    view.setChecked(QStringLiteral("mnuCelsius"), !fahrenheit);
-    view.setChecked(QStringLiteral("mnuFahrenheit"), fahrenheit);
-    const bool feet = m_app.g.gSmokeUnit == 2;
-    view.setChecked(QStringLiteral("mnuPercentMeter"), !feet);
-    view.setChecked(QStringLiteral("mnuPercentFeet"), feet);
-}
-
 void Languages::ShowLanguage() {
-    SwitchToLanguage(m_app.g.gLanguage);
-    m_app.forms().frmLanguage().show(false);
+    SwitchToLanguage(m_state.g.gLanguage);
+    m_state.forms.frmLanguage().show(false);
 }
 
 QString Languages::versionText() {
@@ -98,7 +75,7 @@ QString Languages::versionNumber() {
 }
 
 void Languages::applyStartWindow(const Texts& s) {
-    Form& form = m_app.forms().frmMQ27D();
+    Form& form = m_state.forms.frmMQ27D();
     form.setTitle(s(0) + versionText());
     setCaptions(form,
                 {{"mnuFile", s(1)},
@@ -124,8 +101,8 @@ void Languages::applyStartWindow(const Texts& s) {
 }
 
 void Languages::applyMessages(const Texts& s) {
-    m_app.g.gAppTitle = s(0);
-    AppMessages& m = m_app.messages;
+    m_state.g.gAppTitle = s(0);
+    AppMessages& m = m_state.messages;
     m.saveQuestion = s(104);
     m.saveConfirmation = s(105);
     m.loadFilter = s(100) + s(101);
@@ -140,7 +117,7 @@ void Languages::applyMessages(const Texts& s) {
 }
 
 void Languages::applyInterfaceAndLanguage(const Texts& s) {
-    Form& ports = m_app.forms().frmInterface();
+    Form& ports = m_state.forms.frmInterface();
     ports.setTitle(s(106));
     setCaptions(ports,
                 {{"lblCOMPort", s(107)}, {"cmdOKButton", s(71)}, {"cmdCancelButton", s(49)}});
@@ -152,7 +129,7 @@ void Languages::applyInterfaceAndLanguage(const Texts& s) {
         ports.setItems(portList, entries);
     }
 
-    Form& dialog = m_app.forms().frmLanguage();
+    Form& dialog = m_state.forms.frmLanguage();
     dialog.setTitle(s(7));
     setCaptions(dialog, {{"optLanguage_0", QStringLiteral("Default")},
                          {"optLanguage_1", QStringLiteral("Deutsch")},
@@ -163,7 +140,7 @@ void Languages::applyInterfaceAndLanguage(const Texts& s) {
 }
 
 void Languages::applyMainView(const Texts& s) {
-    Form& view = m_app.forms().frmDisplay();
+    Form& view = m_state.forms.frmDisplay();
     setCaptions(view, {{"mnuFile", s(1)},
                        {"mnuLoad", s(3)},
                        {"mnuSave", s(2)},
@@ -192,10 +169,10 @@ void Languages::applyMainView(const Texts& s) {
 }
 
 void Languages::applyAbout(const Texts& s) {
-    Form& about = m_app.forms().frmAbout();
+    Form& about = m_state.forms.frmAbout();
     about.setTitle(s(113));
     setCaptions(about,
-                {{"lblKompaVersion", s(114) + m_app.g.gVersionSuffix},
+                {{"lblKompaVersion", s(114) + m_state.g.gVersionSuffix},
                  {"lblDisplay", s(115) + u' ' + s(0) + QStringLiteral(",  V") + versionNumber()},
                  {"lblCopyright_0", s(116)},
                  {"lblCopyright_1", s(117)},
@@ -203,14 +180,14 @@ void Languages::applyAbout(const Texts& s) {
 }
 
 void Languages::applyConnectAndSearch(const Texts& s) {
-    setCaptions(m_app.forms().frmConnect(), {{"lblConnection", s(418)}, {"cmdCancel", s(49)}});
-    setCaptions(m_app.forms().frmDeviceSearch(),
+    setCaptions(m_state.forms.frmConnect(), {{"lblConnection", s(418)}, {"cmdCancel", s(49)}});
+    setCaptions(m_state.forms.frmDeviceSearch(),
                 {{"lblDataLEDLegend", s(54)}, {"cmdOK", s(51)}, {"cmdCancel", s(49)}});
 }
 
 void Languages::onLanguageClicked(const QString& element) {
     if (element != QStringLiteral("cmdOK")) return;
-    Form& dialog = m_app.forms().frmLanguage();
+    Form& dialog = m_state.forms.frmLanguage();
     int checked = 0;
     for (int i = 0; i < kLanguageOptions; ++i) {
         if (dialog.isChecked(languageOption(i))) {
@@ -224,7 +201,7 @@ void Languages::onLanguageClicked(const QString& element) {
 
 // The options form one group: choosing one clears the others.
 void Languages::onLanguageEdited(const QString& element) {
-    Form& dialog = m_app.forms().frmLanguage();
+    Form& dialog = m_state.forms.frmLanguage();
     if (!element.startsWith(u"optLanguage_") || !dialog.isChecked(element)) return;
     for (int i = 0; i < kLanguageOptions; ++i) {
         if (languageOption(i) != element) dialog.setChecked(languageOption(i), false);
@@ -232,7 +209,7 @@ void Languages::onLanguageEdited(const QString& element) {
 }
 
 void Languages::checkCurrentLanguage() {
-    Form& dialog = m_app.forms().frmLanguage();
+    Form& dialog = m_state.forms.frmLanguage();
     for (int i = 0; i < kLanguageOptions; ++i)
-        dialog.setChecked(languageOption(i), i == m_app.g.gLanguage);
+        dialog.setChecked(languageOption(i), i == m_state.g.gLanguage);
 }

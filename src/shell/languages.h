@@ -3,26 +3,20 @@
 #include <QObject>
 #include <QString>
 
-class AppContext;
+class AppState;
 class Form;
 
-// Every visible word of every window from the four-language string table, the units of
-// temperature and smoke, and the language dialog frmLanguage.
+// Every visible word of every window from the four-language string table, and the language
+// dialog frmLanguage.
 class Languages : public QObject {
     Q_OBJECT
 
 public:
-    explicit Languages(AppContext& app);
+    explicit Languages(AppState& state);
 
     // Rewrites all window models and the message texts in `language` (1 to 4; anything
     // else is German), and stores a changed language.
     void SwitchToLanguage(int language);
-    // Store the unit unconditionally; a value other than 1 and 2 is stored but used as 1.
-    void SwitchToTemperature(int unit);
-    void SwitchToSmokeUnit(int unit);
-    // The unit menus of frmDisplay checked as gTemperatureUnit and gSmokeUnit say.
-    void checkUnitMenus();
-
     // mnuLanguage: frmLanguage non-modal with the current language checked.
     void ShowLanguage();
 
@@ -48,5 +42,5 @@ private:
     void onLanguageEdited(const QString& element);
     void checkCurrentLanguage();
 
-    AppContext& m_app;
+    AppState& m_state;
 };

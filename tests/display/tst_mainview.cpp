@@ -22,7 +22,7 @@ private Q_SLOTS:
 
 void TestMainView::loadPreparesMenusAndTabs() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.g.gTemperatureUnit = 2;
     Form& view = app.forms().frmDisplay();
     view.setValue("tabDisplay", 4);
@@ -38,7 +38,7 @@ void TestMainView::loadPreparesMenusAndTabs() {
 
 void TestMainView::unitMenusSwapAndStore() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     Form& view = app.forms().frmDisplay();
     view.load();
 
@@ -62,7 +62,7 @@ void TestMainView::unitMenusSwapAndStore() {
 
 void TestMainView::menusReachTheirParts() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.shell().Startup(QString());
     Form& view = app.forms().frmDisplay();
 
@@ -88,9 +88,9 @@ void TestMainView::menusReachTheirParts() {
 
 void TestMainView::exitIgnoresTheAnswer() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.shell().Startup(QString());
-    QSignalSpy quit(&app, &AppContext::quitRequested);
+    QSignalSpy quit(&app, &Program::quitRequested);
     app.forms().frmDisplay().click("mnuExit");
     QVERIFY(app.g.gClosing);
     QCOMPARE(quit.count(), 1);
@@ -98,7 +98,7 @@ void TestMainView::exitIgnoresTheAnswer() {
 
 void TestMainView::closeButtonFollowsTheAnswer() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.shell().Startup(QString());
     Form& view = app.forms().frmDisplay();
     view.show();

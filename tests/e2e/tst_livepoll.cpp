@@ -1,13 +1,13 @@
 // The tool with all its windows against the virtual device on a pseudo-terminal: take-on,
 // the poll cycle and its pace, the automatic save, writes, and a line that misbehaves.
+#include "common/formmodel.h"
+#include "common/forms.h"
 #include "engine/pollengine.h"
 #include "files/devicefiles.h"
 #include "files/ko3format.h"
 #include "link/seriallink.h"
 #include "link/telegram.h"
-#include "shell/appcontext.h"
-#include "shell/formmodel.h"
-#include "shell/forms.h"
+#include "shell/program.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
 #include "values/mq27values.h"

@@ -1,16 +1,17 @@
 // The tool as the engineer meets it around the poll: the search on a silent line, the
 // hand-over to the suite program, a saved read-out replayed offline, the language switch,
 // settings across a restart, and closing with the buzzer silenced.
+#include "common/formmodel.h"
+#include "common/forms.h"
+#include "common/platformservices.h"
+#include "display/mainview.h"
 #include "engine/telegramstore.h"
 #include "files/devicefiles.h"
 #include "files/ko3format.h"
 #include "link/seriallink.h"
-#include "shell/appcontext.h"
 #include "shell/appshell.h"
-#include "shell/formmodel.h"
-#include "shell/forms.h"
 #include "shell/languages.h"
-#include "shell/platformservices.h"
+#include "shell/program.h"
 #include "shell/ui/toolruntime.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
@@ -190,7 +191,7 @@ void TestLiveShell::settingsSurviveARestart() {
         LiveTool tool(QStringLiteral("/nonexistent/port"), settings.get());
         tool.start();
         tool.app().languages().SwitchToLanguage(3);
-        tool.app().languages().SwitchToTemperature(2);
+        tool.app().mainView().SwitchToTemperature(2);
         QVERIFY(tool.app().shell().CloseApplication());
     }
     auto settings = store();

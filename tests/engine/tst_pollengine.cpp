@@ -75,7 +75,7 @@ Setter setterOf(int command) {
 // A program on fakes with its port open and device 1234567 shown.
 struct Rig {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     PollEngine& engine = app.engine();
 
     Rig() {

@@ -21,7 +21,7 @@ Bytes ownTelegram(int command, std::uint32_t serial = kSerial, std::uint8_t fill
     return testsupport::ownTelegram(command, serial, fill, when, extraBytes);
 }
 
-Bytes stored(AppContext& app, int command) {
+Bytes stored(Program& app, int command) {
     Bytes out;
     if (app.values()) app.values()->GetDataArray(out, static_cast<std::int16_t>(command));
     return out;
@@ -39,7 +39,7 @@ QString expectedTitle(const QString& appTitle, const QDateTime& when) {
 
 struct Rig {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     TelegramDecoder& decoder = app.decoder();
     PollEngine& engine = app.engine();
     Form& display = app.forms().frmDisplay();

@@ -63,7 +63,7 @@ void writeFile(const QString& path, const QByteArray& content) {
     file.write(content);
 }
 
-Bytes stored(AppContext& app, int command) {
+Bytes stored(Program& app, int command) {
     Bytes out;
     if (app.values()) app.values()->GetDataArray(out, static_cast<std::int16_t>(command));
     return out;
@@ -71,7 +71,7 @@ Bytes stored(AppContext& app, int command) {
 
 struct Rig {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     DeviceFiles& files = app.files();
 
     Rig() {
@@ -373,6 +373,7 @@ private slots:
 
     void fileOfAnotherFamilyHandsItsPathOver() {
         Rig rig;
+        rig.t.installSuite();
         const QString path = rig.tempFile("varlix.ko3");
         writeFile(path, fileText(saveBlock({foreignTelegram(), ownTelegram(1)})));
         rig.files.LoadDeviceFile(path);

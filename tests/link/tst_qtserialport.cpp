@@ -196,24 +196,17 @@ void TestQtSerialPort::toolOnPseudoTerminal() {
     QVERIFY(line.isValid());
     mapPort(1, line.path());
     QtSerialPortDevice device;
-    ScriptedDialogs dialogs;
-    FakeLauncher launcher;
-    MemorySettings settings;
-    FixedClock clock;
-    Services services;
-    services.port = &device;
-    services.dialogs = &dialogs;
-    services.launcher = &launcher;
-    services.settings = &settings;
-    services.clock = &clock;
-    AppContext app(services);
-    SerialLink& link = app.link();
-    Form& start = app.forms().frmMQ27D();
-    QSignalSpy own(&app.recognition(), &Recognition::ownTelegram);
+    FakeWorld world;
+    AppState state(world.services());
+    DeviceValues values;
+    SerialLink link(state, &device);
+    Recognition recognition(state, link, values);
+    Form& start = state.forms.frmMQ27D();
+    QSignalSpy own(&recognition, &Recognition::ownTelegramAccepted);
 
     link.SwitchToComPort(1);
     QVERIFY(link.isPortOpen());
-    app.recognition().SearchStep();
+    recognition.SearchStep();
     QCOMPARE(line.receive(12),
              toByteArray(bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94})));
 
@@ -226,9 +219,9 @@ void TestQtSerialPort::toolOnPseudoTerminal() {
 
     line.closeMaster();
     QTRY_VERIFY_WITH_TIMEOUT(!link.isPortOpen(), 3000);
-    app.recognition().SearchStep();
+    recognition.SearchStep();
     QCOMPARE(start.caption(QStringLiteral("lblDevice")), QStringLiteral("COM port OFF"));
-    QVERIFY(!app.g.gClosing);
+    QVERIFY(!state.g.gClosing);
 }
 
 QTEST_GUILESS_MAIN(TestQtSerialPort)

@@ -54,23 +54,14 @@ Bytes withFixedSum(Bytes t) {
 }
 
 struct Context {
-    TestApp t;
-    Recognition& recognition = t.app->recognition();
-    SerialLink& link = t.app->link();
-    Form& start = t.app->forms().frmMQ27D();
+    LinkRig t;
+    Recognition& recognition = t.recognition;
+    SerialLink& link = t.link;
+    Form& start = t.state.forms.frmMQ27D();
 
     Context() { link.SwitchToComPort(1); }
-    QString suitePath() const {
-#ifdef Q_OS_WIN
-        return QDir(t.programDir()).filePath(QStringLiteral("Kompa3.exe"));
-#else
-        return QDir(t.programDir()).filePath(QStringLiteral("Kompa3"));
-#endif
-    }
-    void installSuite() const {
-        QFile file(suitePath());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-    }
+    QString suitePath() const { return t.suitePath(); }
+    void installSuite() const { t.installSuite(); }
 };
 
 } // namespace
@@ -88,10 +79,12 @@ private Q_SLOTS:
     void otherFamiliesHandOver();
     void handOverOfLoadedFile();
     void programNotFound();
+    void failedStartIsSaid();
     void noStartOnceClosing();
     void ownTelegramRoutes_data();
     void ownTelegramRoutes();
     void extendedFormReadsSerialBehindLongHeader();
+    void chosenDeviceIsNotTakenOver();
 };
 
 void TestRecognition::searchCycle() {
@@ -173,7 +166,7 @@ void TestRecognition::rejected() {
     QFETCH(Bytes, telegram);
     Context c;
     c.link.stopTimers();
-    QSignalSpy own(&c.recognition, &Recognition::ownTelegram);
+    QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
 
     c.recognition.RcvDataHandle(telegram);
     QVERIFY(c.start.caption(kLblDevice).isEmpty());
@@ -182,18 +175,18 @@ void TestRecognition::rejected() {
     QVERIFY(c.link.isPortOpen());
     QVERIFY(c.t.launcher.started.isEmpty());
     QCOMPARE(own.count(), 0);
-    QVERIFY(!c.t.app->values());
+    QVERIFY(!c.t.values.get());
 }
 
 void TestRecognition::ignoredWhileClosing() {
     Context c;
     c.link.stopTimers();
-    c.t.app->g.gClosing = true;
+    c.t.state.g.gClosing = true;
     c.recognition.RcvDataHandle(kindTelegram(1, 48));
     c.recognition.RcvDataHandle(ownTelegram(1));
     QVERIFY(c.start.caption(kLblDevice).isEmpty());
     QVERIFY(c.t.launcher.started.isEmpty());
-    QVERIFY(!c.t.app->values());
+    QVERIFY(!c.t.values.get());
 }
 
 void TestRecognition::otherFamiliesHandOver_data() {
@@ -217,7 +210,7 @@ void TestRecognition::otherFamiliesHandOver() {
     Context c;
     c.installSuite();
     c.link.stopTimers();
-    QSignalSpy own(&c.recognition, &Recognition::ownTelegram);
+    QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
 
     c.recognition.RcvDataHandle(telegram);
     QCOMPARE(c.start.caption(kLblDevice), text);
@@ -246,9 +239,11 @@ void TestRecognition::handOverOfLoadedFile() {
 
 void TestRecognition::programNotFound() {
     Context c;
+    QSignalSpy closing(&c.recognition, &Recognition::closeRequested);
     c.recognition.RcvDataHandle(kindTelegram(9, 291));
 
-    QCOMPARE(c.t.launcher.started.size(), 1);
+    QVERIFY2(c.t.launcher.started.isEmpty(), "a missing suite is not started");
+    QCOMPARE(closing.count(), 1);
     QCOMPARE(c.t.dialogs.shown.size(), 1);
     const ScriptedDialogs::Shown& box = c.t.dialogs.shown[0];
     QCOMPARE(box.text,
@@ -259,9 +254,21 @@ void TestRecognition::programNotFound() {
     QVERIFY(!c.link.isPortOpen());
 }
 
+void TestRecognition::failedStartIsSaid() {
+    Context c;
+    c.installSuite();
+    c.t.launcher.startSucceeds = false;
+    c.recognition.RcvDataHandle(kindTelegram(1, 48));
+
+    QCOMPARE(c.t.launcher.started.size(), 1);
+    QCOMPARE(c.t.dialogs.shown.size(), 1);
+    QCOMPARE(c.t.dialogs.shown[0].text, QStringLiteral("Program could not be started\r\n\r\n") +
+                                            QDir::toNativeSeparators(c.suitePath()));
+}
+
 void TestRecognition::noStartOnceClosing() {
     Context c;
-    c.t.app->g.gClosing = true;
+    c.t.state.g.gClosing = true;
     c.recognition.StartExtKOMPA(QStringLiteral("x.ko3"));
     QVERIFY(c.t.launcher.started.isEmpty());
     QVERIFY(c.t.dialogs.shown.isEmpty());
@@ -292,36 +299,57 @@ void TestRecognition::ownTelegramRoutes() {
     QFETCH(bool, connecting);
     Context c;
     c.link.stopTimers();
-    c.t.app->forms().frmDisplay().setCaption(QStringLiteral("lblSerialNo_0"), shownSerial);
-    c.t.app->g.gDeviceSearch = deviceSearch;
-    QSignalSpy own(&c.recognition, &Recognition::ownTelegram);
+    c.t.state.forms.frmDisplay().setCaption(QStringLiteral("lblSerialNo_0"), shownSerial);
+    c.t.state.g.gDeviceSearch = deviceSearch;
+    QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
+    QSignalSpy connectWindow(&c.recognition, &Recognition::connectionWindowRequested);
     const Bytes telegram = ownTelegram(command);
 
     c.recognition.RcvDataHandle(telegram);
     QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kGreen);
     QVERIFY(c.link.tmrZeroCommand().isEnabled());
-    // Taking a new device on switches the language, which clears the status line.
-    if (!connecting) QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("SHELLIX recognized"));
-    QVERIFY2(c.t.app->values(), "the first own telegram creates the value store");
+    QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("SHELLIX recognized"));
+    QVERIFY2(c.t.values.get(), "the first own telegram creates the value store");
     QCOMPARE(own.count(), decoded ? 1 : 0);
     if (decoded) QCOMPARE(own.at(0).at(0).value<Bytes>(), telegram);
-    Form& connect = c.t.app->forms().frmConnect();
-    QCOMPARE(connect.isShown(), connecting);
-    if (connecting) QCOMPARE(connect.title(), QStringLiteral("1234567 - ") + c.t.app->g.gAppTitle);
+    QCOMPARE(connectWindow.count(), connecting ? 1 : 0);
+    if (connecting) QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567 - "));
     QVERIFY(c.t.launcher.started.isEmpty());
     QVERIFY(c.link.isPortOpen());
 }
 
 void TestRecognition::extendedFormReadsSerialBehindLongHeader() {
     Context c;
-    QSignalSpy own(&c.recognition, &Recognition::ownTelegram);
+    QSignalSpy connectWindow(&c.recognition, &Recognition::connectionWindowRequested);
     const Bytes telegram = ownTelegram(1, 300);
     QCOMPARE(telegram[1], 255);
 
     c.recognition.RcvDataHandle(telegram);
-    QCOMPARE(own.count(), 1);
-    QCOMPARE(c.t.app->forms().frmConnect().title(),
-             QStringLiteral("1234567 - ") + c.t.app->g.gAppTitle);
+    QCOMPARE(connectWindow.count(), 1);
+    QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567 - "));
+}
+
+// A late answer to a search telegram must not take over the device the user has chosen.
+void TestRecognition::chosenDeviceIsNotTakenOver() {
+    Context c;
+    c.link.stopTimers();
+    Form& display = c.t.state.forms.frmDisplay();
+    const QString shown = QStringLiteral("lblSerialNo_0");
+    QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
+
+    // 7654321 chosen; 1234567 answers late.
+    display.setCaption(shown, QStringLiteral("7654321"));
+    c.recognition.awaitChosenDevice(QStringLiteral("7654321"));
+    c.recognition.RcvDataHandle(ownTelegram(1));
+    QCOMPARE(own.count(), 0);
+
+    // 1234567 chosen: its telegram 1 ends the wait, and later another device may call.
+    display.setCaption(shown, QStringLiteral("1234567"));
+    c.recognition.awaitChosenDevice(QStringLiteral("1234567"));
+    c.recognition.RcvDataHandle(ownTelegram(1));
+    display.setCaption(shown, QStringLiteral("7654321"));
+    c.recognition.RcvDataHandle(ownTelegram(1));
+    QCOMPARE(own.count(), 2);
 }
 
 QTEST_GUILESS_MAIN(TestRecognition)

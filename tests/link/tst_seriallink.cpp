@@ -57,9 +57,9 @@ QString hexOf(const Bytes& b) {
 
 // A context with port 1 open and the search timer at rest.
 struct OpenLink {
-    TestApp t;
-    SerialLink& link = t.app->link();
-    Form& start = t.app->forms().frmMQ27D();
+    LinkRig t;
+    SerialLink& link = t.link;
+    Form& start = t.state.forms.frmMQ27D();
 
     OpenLink() {
         t.settings.values[QStringLiteral("Port")] = QStringLiteral("1");
@@ -102,9 +102,9 @@ private Q_SLOTS:
 };
 
 void TestSerialLink::startState() {
-    TestApp t;
-    SerialLink& link = t.app->link();
-    QVERIFY(t.app->forms().frmMQ27D().isChecked(QStringLiteral("chkSendEnable")));
+    LinkRig t;
+    SerialLink& link = t.link;
+    QVERIFY(t.state.forms.frmMQ27D().isChecked(QStringLiteral("chkSendEnable")));
     QCOMPARE(link.tmrToRx().interval(), 321);
     QCOMPARE(link.tmrZeroCommand().interval(), 1789);
     QCOMPARE(link.tmrReceiveLED().interval(), 100);
@@ -154,13 +154,13 @@ void TestSerialLink::sendWithSendEnableCleared() {
 }
 
 void TestSerialLink::sendWithPortClosedDoesNothing() {
-    TestApp t;
-    SerialLink& link = t.app->link();
+    LinkRig t;
+    SerialLink& link = t.link;
     link.DataTx(pollFrame(2));
     link.MakeSendString(bytes({0x0A, 0x01, 0, 0, 0, 0}), true);
     QVERIFY(t.port.written.isEmpty());
     QVERIFY(link.lastSent().empty());
-    QVERIFY(t.app->forms().frmMQ27D().caption(QStringLiteral("txtComSend")).isEmpty());
+    QVERIFY(t.state.forms.frmMQ27D().caption(QStringLiteral("txtComSend")).isEmpty());
     QVERIFY(!link.tmrZeroCommand().isEnabled());
     QVERIFY(!link.tmrSendLED().isEnabled());
 }
@@ -236,6 +236,7 @@ void TestSerialLink::laterFrameOfBurstWins() {
     }
     {
         OpenLink l;
+        l.t.installSuite();
         l.receive(concat(answerFrame(2), siblingFrame()));
         QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("VARLIX recognized"));
         QCOMPARE(l.t.launcher.started.size(), 1);
@@ -244,7 +245,7 @@ void TestSerialLink::laterFrameOfBurstWins() {
 
 void TestSerialLink::stampedTelegramAndFileFlag() {
     OpenLink l;
-    QSignalSpy own(&l.t.app->recognition(), &Recognition::ownTelegram);
+    QSignalSpy own(&l.t.recognition, &Recognition::ownTelegramAccepted);
     l.link.setDataFromFile(true);
 
     l.receive(bytes({0x02, 0x00, 0x13}));
@@ -342,9 +343,9 @@ void TestSerialLink::lostPortLeavesToolRunning() {
     QVERIFY2(!l.t.port.incoming.isEmpty(), "a closed port is not read");
     QVERIFY(!l.recognized());
 
-    l.t.app->recognition().SearchStep();
+    l.t.recognition.SearchStep();
     QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
-    QVERIFY(!l.t.app->g.gClosing);
+    QVERIFY(!l.t.state.g.gClosing);
 
     // The user picks the port again.
     l.link.SwitchToComPort(1);
@@ -372,12 +373,12 @@ void TestSerialLink::switchToComPort() {
     QFETCH(int, port);
     QFETCH(bool, open);
     QFETCH(QString, storedAfter);
-    TestApp t;
+    LinkRig t;
     QVERIFY(t.port.open(1));
     if (!stored.isNull()) t.settings.values[QStringLiteral("Port")] = stored;
 
-    t.app->link().SwitchToComPort(port);
-    QCOMPARE(t.app->link().isPortOpen(), open);
+    t.link.SwitchToComPort(port);
+    QCOMPARE(t.link.isPortOpen(), open);
     if (open) QCOMPARE(t.port.portNumber(), port);
     QCOMPARE(t.settings.values.value(QStringLiteral("Port")), storedAfter);
 }
@@ -385,14 +386,12 @@ void TestSerialLink::switchToComPort() {
 void TestSerialLink::portList() {
     OpenLink l;
     l.link.SwitchToComPort(2);
-    Form& window = l.t.app->forms().frmInterface();
+    Form& window = l.t.state.forms.frmInterface();
 
-    l.link.ShowInterface();
-    QVERIFY(window.isShown());
-    QVERIFY(!window.isModal());
+    l.link.ShowCOMPort();
     const QStringList entries = window.items(kCboPort);
     QCOMPARE(entries.size(), 17);
-    QCOMPARE(entries.at(0), l.t.app->str(53));
+    QCOMPARE(entries.at(0), l.t.state.str(53));
     QCOMPARE(entries.at(1), QStringLiteral("1  (/dev/fake1)"));
     QCOMPARE(entries.at(3), QStringLiteral("3  (/dev/fake3)"));
     for (int i = 4; i <= 16; ++i)
@@ -431,8 +430,9 @@ void TestSerialLink::interfaceButtons() {
     QFETCH(QString, storedAfter);
     OpenLink l;
     l.link.SwitchToComPort(2);
-    Form& window = l.t.app->forms().frmInterface();
-    l.link.ShowInterface();
+    Form& window = l.t.state.forms.frmInterface();
+    window.show();
+    l.link.ShowCOMPort();
 
     if (busyMeanwhile) l.t.port.available.remove(entry);
     window.userSetValue(kCboPort, entry);
@@ -443,7 +443,7 @@ void TestSerialLink::interfaceButtons() {
     if (openPort != 0) QCOMPARE(l.t.port.portNumber(), openPort);
     QCOMPARE(l.t.settings.values.value(QStringLiteral("Port")), storedAfter);
     if (openPort == 0) {
-        l.t.app->recognition().SearchStep();
+        l.t.recognition.SearchStep();
         QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
     }
 }

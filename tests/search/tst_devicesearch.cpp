@@ -25,7 +25,7 @@ Bytes ownTelegram(int command, std::uint32_t serial) {
 // switch gives it.
 struct Rig {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     DeviceSearch& search = app.search();
     PollEngine& engine = app.engine();
     Form& display = app.forms().frmDisplay();

@@ -13,7 +13,7 @@ namespace {
 constexpr int kBuzzerFlagOffset = 144;
 
 // The device reports its buzzer switched off (telegram 3, bit 0 of the flags byte).
-void silenceBuzzer(AppContext& app) {
+void silenceBuzzer(Program& app) {
     clsMQ27Values& values = app.createValues();
     Bytes telegram;
     QCOMPARE(values.GetDataArray(telegram, 3), 0);
@@ -63,7 +63,7 @@ private:
 
 void TestAppShell::firstStartOnACleanStore() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     start(t);
 
     QCOMPARE(app.g.gLanguage, 1);
@@ -101,7 +101,7 @@ void TestAppShell::startReadsTheStoredSettings() {
                          {"Smoke", "2"},
                          {"Version", "12345"}};
     start(t);
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     QCOMPARE(app.g.gLanguage, 2);
     // A unit outside 1 and 2 is taken as it is at start-up.
     QCOMPARE(app.g.gTemperatureUnit, 3);
@@ -232,8 +232,8 @@ void TestAppShell::answerNoLeavesEverythingRunning() {
     t.settings.values["Port"] = "1";
     start(t);
     silenceBuzzer(*t.app);
-    AppContext& app = *t.app;
-    QSignalSpy quit(&app, &AppContext::quitRequested);
+    Program& app = *t.app;
+    QSignalSpy quit(&app, &Program::quitRequested);
     t.dialogs.answers = {UserDialogs::Answer::No};
 
     QVERIFY(!app.shell().CloseApplication());
@@ -261,13 +261,13 @@ void TestAppShell::closeTakesEveryWindowDown() {
     TestApp t;
     t.settings.values["Port"] = "3";
     start(t);
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.forms().frmDisplay().show();
     app.forms().frmConnect().show();
     silenceBuzzer(app);
     t.dialogs.answers = {UserDialogs::Answer::Yes};
     app.link().tmrToRx().enable();
-    QSignalSpy quit(&app, &AppContext::quitRequested);
+    QSignalSpy quit(&app, &Program::quitRequested);
 
     QVERIFY(app.shell().CloseApplication());
 
@@ -302,7 +302,7 @@ void TestAppShell::startWindowCloseButtonAsks() {
 void TestAppShell::startWindowMenus() {
     TestApp t;
     start(t);
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     Form& startWindow = app.forms().frmMQ27D();
 
     startWindow.click("mnuLanguage");
@@ -315,7 +315,7 @@ void TestAppShell::startWindowMenus() {
     startWindow.click("mnuLoad");
     QCOMPARE(t.dialogs.lastFilter, app.messages.loadFilter);
 
-    QSignalSpy quit(&app, &AppContext::quitRequested);
+    QSignalSpy quit(&app, &Program::quitRequested);
     startWindow.click("mnuCloseApp");
     QCOMPARE(quit.count(), 1);
     QVERIFY(app.g.gClosing);
@@ -325,7 +325,7 @@ void TestAppShell::aboutBoxIsModalAndClosesOnOk() {
     TestApp t;
     t.settings.values["Version"] = "30105";
     start(t);
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     // The language changes behind the About box's back; showing it brings it up to date.
     app.g.gLanguage = 2;
     app.forms().frmMQ27D().click("mnuInfo");
@@ -341,7 +341,7 @@ void TestAppShell::aboutBoxIsModalAndClosesOnOk() {
 
 void TestAppShell::trayIconFollowsTheLink() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     const Form& startWindow = app.forms().frmMQ27D();
     QVERIFY(!startWindow.isVisible("trayIcon"));
     app.shell().TrayIconUpdate();
@@ -365,7 +365,7 @@ void TestAppShell::trayIconFollowsTheLink() {
 
 void TestAppShell::trayClickRaisesTheVisibleWindows() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     Forms& forms = app.forms();
     forms.frmConnect().show();
     forms.frmMQ27D().show();

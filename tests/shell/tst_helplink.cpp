@@ -47,7 +47,7 @@ void TestHelpLink::fileNameHasThreePlaces() {
 
 void TestHelpLink::modeTwoShowsWhatWouldOpen() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.languages().SwitchToLanguage(2);
     app.help().ShowHelp(10, 2, 7, "Air flow");
 
@@ -88,11 +88,11 @@ void TestHelpLink::noViewerIsReportedEvenWithTheFile() {
     t.app->languages().SwitchToLanguage(1);
     t.launcher.onPath["xdg-open"] = "/usr/bin/xdg-open";
     createHelpFile(t, "KompaHelp_010_001.pdf");
-    QCOMPARE(t.app->help().Acrobat_viewer(), QString());
+    QCOMPARE(t.app->help().PdfViewer(), QString());
 
     t.app->help().ShowHelp(10, 1, 0, QString());
     QCOMPARE(t.dialogs.shown.size(), 1);
-    QCOMPARE(t.dialogs.shown.first().text, QStringLiteral("Acrobat Reader nicht gefunden"));
+    QCOMPARE(t.dialogs.shown.first().text, QStringLiteral("PDF-Betrachter nicht gefunden"));
     QCOMPARE(t.dialogs.shown.first().title, QStringLiteral("ORVANIS SHEL·LIX"));
     QCOMPARE(t.dialogs.shown.first().icon, UserDialogs::Icon::Information);
     QVERIFY(t.launcher.started.isEmpty());

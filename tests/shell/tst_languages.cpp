@@ -1,6 +1,7 @@
+#include "common/regsettings.h"
+#include "common/stringtable.h"
+#include "display/mainview.h"
 #include "shell/languages.h"
-#include "shell/regsettings.h"
-#include "shell/stringtable.h"
 #include "support/fakes.h"
 
 #include <QtTest>
@@ -85,7 +86,7 @@ void TestLanguages::everyWindowSpeaksEachLanguage_data() {
 void TestLanguages::everyWindowSpeaksEachLanguage() {
     QFETCH(int, language);
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.languages().SwitchToLanguage(language);
 
     for (auto it = kTranslatedElements.cbegin(); it != kTranslatedElements.cend(); ++it) {
@@ -108,7 +109,7 @@ void TestLanguages::everyWindowSpeaksEachLanguage() {
 
 void TestLanguages::messagesAreComposed() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.languages().SwitchToLanguage(1);
     const AppMessages& m = app.messages;
     QCOMPARE(app.g.gAppTitle, QStringLiteral("ORVANIS SHEL·LIX"));
@@ -128,7 +129,7 @@ void TestLanguages::messagesAreComposed() {
     app.languages().SwitchToLanguage(2);
     QCOMPARE(m.saveQuestion, QStringLiteral("File already exists. Overwrite?"));
     QCOMPARE(m.fileMissing, QStringLiteral("File not found"));
-    QCOMPARE(m.viewerMissing, QStringLiteral("Acrobat Reader not found"));
+    QCOMPARE(m.viewerMissing, QStringLiteral("PDF viewer not found"));
     QCOMPARE(m.closeQuestion,
              QStringLiteral("Do you really want to terminate the diagnosis software ?"));
 }
@@ -143,7 +144,7 @@ void TestLanguages::unknownLanguageIsGermanAndStored_data() {
 void TestLanguages::unknownLanguageIsGermanAndStored() {
     QFETCH(int, language);
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.languages().SwitchToLanguage(2);
     app.languages().SwitchToLanguage(language);
     QCOMPARE(app.g.gLanguage, 1);
@@ -160,7 +161,7 @@ void TestLanguages::unchangedLanguageIsNotWrittenAgain() {
 
 void TestLanguages::switchRewritesOpenAndClosedWindowsAtOnce() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.languages().SwitchToLanguage(1);
     Form& view = app.forms().frmDisplay();
     view.show();
@@ -216,7 +217,7 @@ void TestLanguages::versionFollowsTheBuild() {
     QCOMPARE(Languages::versionText(), " - V" + version);
 
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.g.gVersionSuffix = ",  V3.01.05";
     app.languages().SwitchToLanguage(1);
     QCOMPARE(app.forms().frmMQ27D().title(), "ORVANIS SHEL·LIX - V" + version);
@@ -239,9 +240,9 @@ void TestLanguages::unitsAreStoredAsGivenButUsedAsKnown() {
     QFETCH(int, unit);
     QFETCH(int, used);
     TestApp t;
-    AppContext& app = *t.app;
-    app.languages().SwitchToTemperature(unit);
-    app.languages().SwitchToSmokeUnit(unit);
+    Program& app = *t.app;
+    app.mainView().SwitchToTemperature(unit);
+    app.mainView().SwitchToSmokeUnit(unit);
     QCOMPARE(t.settings.values.value("Temperature"), QString::number(unit));
     QCOMPARE(t.settings.values.value("Smoke"), QString::number(unit));
     QCOMPARE(app.g.gTemperatureUnit, used);
@@ -256,7 +257,7 @@ void TestLanguages::unitsAreStoredAsGivenButUsedAsKnown() {
 
 void TestLanguages::languageDialogChecksTheCurrentLanguage() {
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.languages().SwitchToLanguage(3);
     app.languages().ShowLanguage();
     const Form& dialog = app.forms().frmLanguage();
@@ -279,7 +280,7 @@ void TestLanguages::languageDialogSwitchesToTheCheckedOption() {
     QFETCH(int, option);
     QFETCH(int, language);
     TestApp t;
-    AppContext& app = *t.app;
+    Program& app = *t.app;
     app.languages().SwitchToLanguage(2);
     app.languages().ShowLanguage();
     Form& dialog = app.forms().frmLanguage();

@@ -1,6 +1,7 @@
 #include "support/fakes.h"
 
 #include <QDir>
+#include <QFile>
 
 bool FakeSerialPort::open(int portNumber) {
     m_open = false;
@@ -64,26 +65,49 @@ std::optional<QString> MemorySettings::read(const QString& name) const {
     return *it;
 }
 
-TestApp::TestApp() {
+FakeWorld::FakeWorld() {
     QDir(folder.path()).mkdir(QStringLiteral("program"));
     QDir(folder.path()).mkdir(QStringLiteral("data"));
+}
+
+Services FakeWorld::services() {
     Services services;
-    services.port = &port;
     services.dialogs = &dialogs;
     services.launcher = &launcher;
     services.settings = &settings;
     services.clock = &clock;
     services.programDir = programDir();
     services.dataDir = dataDir();
-    app = std::make_unique<AppContext>(services);
+    return services;
 }
 
-TestApp::~TestApp() = default;
-
-QString TestApp::programDir() const {
+QString FakeWorld::programDir() const {
     return folder.filePath(QStringLiteral("program"));
 }
 
-QString TestApp::dataDir() const {
+QString FakeWorld::dataDir() const {
     return folder.filePath(QStringLiteral("data"));
 }
+
+QString FakeWorld::suitePath() const {
+#ifdef Q_OS_WIN
+    return QDir(programDir()).filePath(QStringLiteral("Kompa3.exe"));
+#else
+    return QDir(programDir()).filePath(QStringLiteral("Kompa3"));
+#endif
+}
+
+void FakeWorld::installSuite() const {
+    QFile file(suitePath());
+    if (!file.open(QIODevice::WriteOnly)) qFatal("cannot make the stand-in suite program");
+}
+
+TestApp::TestApp()
+    : app(std::make_unique<Program>(services(), &port)) {}
+
+TestApp::~TestApp() = default;
+
+LinkRig::LinkRig()
+    : state(services())
+    , link(state, &port)
+    , recognition(state, link, values) {}

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "common/appstate.h"
+#include "link/recognition.h"
+#include "link/seriallink.h"
 #include "link/serialport.h"
-#include "shell/appcontext.h"
-#include "shell/services.h"
+#include "shell/program.h"
+#include "values/devicevalues.h"
 
 #include <QHash>
 #include <QList>
@@ -90,11 +93,10 @@ public:
     QDateTime now() const override { return time; }
 };
 
-// A whole program context on fakes, with its program and data folders in a temporary
+// The outside world of one test, faked, with its program and data folders in a temporary
 // folder.
-struct TestApp {
-    TestApp();
-    ~TestApp();
+struct FakeWorld {
+    FakeWorld();
 
     FakeSerialPort port;
     ScriptedDialogs dialogs;
@@ -102,8 +104,29 @@ struct TestApp {
     MemorySettings settings;
     FixedClock clock;
     QTemporaryDir folder;
-    std::unique_ptr<AppContext> app;
 
+    Services services();
     QString programDir() const;
     QString dataDir() const;
+    // The suite program beside the tool, for a hand-over that finds it.
+    QString suitePath() const;
+    void installSuite() const;
+};
+
+// The whole program on fakes.
+struct TestApp : FakeWorld {
+    TestApp();
+    ~TestApp();
+
+    std::unique_ptr<Program> app;
+};
+
+// The telegram link alone on fakes: a test of the link builds nothing above it.
+struct LinkRig : FakeWorld {
+    LinkRig();
+
+    AppState state;
+    DeviceValues values;
+    SerialLink link;
+    Recognition recognition;
 };

@@ -1,9 +1,9 @@
 #include "support/livetool.h"
 
-#include "shell/appcontext.h"
+#include "common/formmodel.h"
+#include "common/forms.h"
 #include "shell/appshell.h"
-#include "shell/formmodel.h"
-#include "shell/forms.h"
+#include "shell/program.h"
 #include "shell/ui/toolruntime.h"
 
 #include <QDir>
@@ -35,7 +35,7 @@ void LiveTool::start(const QString& commandLine) {
     m_runtime->start(commandLine);
 }
 
-AppContext& LiveTool::app() {
+Program& LiveTool::app() {
     return m_runtime->app();
 }
 

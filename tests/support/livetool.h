@@ -7,7 +7,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
-class AppContext;
+class Program;
 class Form;
 class SettingsStore;
 class ToolRuntime;
@@ -24,7 +24,7 @@ public:
     LiveTool& operator=(const LiveTool&) = delete;
 
     void start(const QString& commandLine = {});
-    AppContext& app();
+    Program& app();
     ToolRuntime& runtime() { return *m_runtime; }
     Form& display();
     QString programDir() const;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/bytes.h"
+#include "common/bytes.h"
 
 #include <cstdint>
 

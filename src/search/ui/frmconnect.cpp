@@ -1,8 +1,8 @@
 #include "search/ui/frmconnect.h"
 
-#include "shell/ui/artwork.h"
-#include "shell/ui/formview.h"
-#include "shell/ui/windowparts.h"
+#include "common/ui/artwork.h"
+#include "common/ui/formview.h"
+#include "common/ui/windowparts.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "search/ui/frmdevicesearch.h"
 
-#include "shell/ui/formview.h"
-#include "shell/ui/lamp.h"
-#include "shell/ui/windowparts.h"
+#include "common/ui/formview.h"
+#include "common/ui/lamp.h"
+#include "common/ui/windowparts.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

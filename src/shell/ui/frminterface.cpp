@@ -1,7 +1,7 @@
 #include "shell/ui/frminterface.h"
 
-#include "shell/ui/formview.h"
-#include "shell/ui/windowparts.h"
+#include "common/ui/formview.h"
+#include "common/ui/windowparts.h"
 
 #include <QComboBox>
 #include <QFormLayout>

@@ -1,8 +1,8 @@
 #include "shell/ui/frmlanguage.h"
 
-#include "shell/ui/artwork.h"
-#include "shell/ui/formview.h"
-#include "shell/ui/windowparts.h"
+#include "common/ui/artwork.h"
+#include "common/ui/formview.h"
+#include "common/ui/windowparts.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>

@@ -1,9 +1,9 @@
 #include "shell/ui/frmmq27d.h"
 
-#include "shell/ui/artwork.h"
-#include "shell/ui/formview.h"
-#include "shell/ui/ledpair.h"
-#include "shell/ui/windowparts.h"
+#include "common/ui/artwork.h"
+#include "common/ui/formview.h"
+#include "common/ui/ledpair.h"
+#include "common/ui/windowparts.h"
 
 #include <QCheckBox>
 #include <QFontDatabase>

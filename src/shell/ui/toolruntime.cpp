@@ -1,19 +1,19 @@
 #include "shell/ui/toolruntime.h"
 
+#include "common/platformservices.h"
+#include "common/ui/artwork.h"
+#include "common/ui/widgetdialogs.h"
 #include "display/ui/frmdisplay.h"
 #include "link/qtserialportdevice.h"
 #include "search/ui/frmconnect.h"
 #include "search/ui/frmdevicesearch.h"
-#include "shell/appcontext.h"
 #include "shell/appshell.h"
-#include "shell/platformservices.h"
-#include "shell/ui/artwork.h"
+#include "shell/program.h"
 #include "shell/ui/frmabout.h"
 #include "shell/ui/frminterface.h"
 #include "shell/ui/frmlanguage.h"
 #include "shell/ui/frmmq27d.h"
 #include "shell/ui/trayicon.h"
-#include "shell/ui/widgetdialogs.h"
 
 #include <QApplication>
 #include <QStandardPaths>
@@ -49,7 +49,6 @@ ToolRuntime::ToolRuntime(Options options)
     QApplication::setWindowIcon(artwork::trayIcon(0));
 
     Services services;
-    services.port = lentOrOwn(m_options.port, m_own->port);
     services.dialogs = lentOrOwn(m_options.dialogs, m_own->dialogs);
     services.launcher = lentOrOwn(m_options.launcher, m_own->launcher);
     services.settings = lentOrOwn(m_options.settings, m_own->settings);
@@ -57,11 +56,11 @@ ToolRuntime::ToolRuntime(Options options)
     services.programDir = m_options.programDir.value_or(QCoreApplication::applicationDirPath());
     services.dataDir = m_options.dataDir.value_or(
         QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
-    m_app = std::make_unique<AppContext>(services);
+    m_app = std::make_unique<Program>(services, lentOrOwn(m_options.port, m_own->port));
 
     createWindows();
-    m_trayIcon = std::make_unique<TrayIcon>(*m_app);
-    connect(m_app.get(), &AppContext::quitRequested, this, &ToolRuntime::onQuitRequested);
+    m_trayIcon = std::make_unique<TrayIcon>(m_app->forms().frmMQ27D(), m_app->shell());
+    connect(m_app.get(), &Program::quitRequested, this, &ToolRuntime::onQuitRequested);
 }
 
 ToolRuntime::~ToolRuntime() {

@@ -9,7 +9,7 @@
 #include <QString>
 #include <QStringList>
 
-class AppContext;
+class Program;
 class ProcessLauncher;
 class SerialPortDevice;
 class SettingsStore;
@@ -40,7 +40,7 @@ public:
     explicit ToolRuntime(Options options);
     ~ToolRuntime() override;
 
-    AppContext& app() { return *m_app; }
+    Program& app() { return *m_app; }
     // The window of a form, null for a form without one.
     QWidget* window(const QString& formName) const { return m_windows.value(formName); }
     // The forms that have a window, in the order they were made.
@@ -62,7 +62,7 @@ private:
 
     Options m_options;
     std::unique_ptr<OwnServices> m_own;
-    std::unique_ptr<AppContext> m_app;
+    std::unique_ptr<Program> m_app;
     std::vector<std::unique_ptr<QWidget>> m_windowStore;
     QHash<QString, QWidget*> m_windows;
     std::unique_ptr<TrayIcon> m_trayIcon;

@@ -1,8 +1,8 @@
 #include "shell/ui/trayicon.h"
 
-#include "shell/appcontext.h"
+#include "common/formmodel.h"
+#include "common/ui/artwork.h"
 #include "shell/appshell.h"
-#include "shell/ui/artwork.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,10 +13,10 @@ const QString kElement = QStringLiteral("trayIcon");
 constexpr int kTipLength = 63;
 } // namespace
 
-TrayIcon::TrayIcon(AppContext& app, QObject* parent)
+TrayIcon::TrayIcon(Form& startWindow, AppShell& shell, QObject* parent)
     : QObject(parent)
-    , m_app(app)
-    , m_form(app.forms().frmMQ27D()) {
+    , m_shell(shell)
+    , m_form(startWindow) {
     for (int state = 0; state < 4; ++state)
         m_images[state] = artwork::trayIcon(state);
     connect(&m_form, &Form::elementChanged, this, [this](const QString& element) {
@@ -60,5 +60,5 @@ void TrayIcon::sync() {
 
 void TrayIcon::onActivated(QSystemTrayIcon::ActivationReason reason) {
     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
-        m_app.shell().trayIconActivated();
+        m_shell.trayIconActivated();
 }

@@ -7,7 +7,7 @@
 #include <QObject>
 #include <QSystemTrayIcon>
 
-class AppContext;
+class AppShell;
 class Form;
 
 // The notification-area icon as the start window's model describes it: the element
@@ -18,7 +18,7 @@ class TrayIcon : public QObject {
     Q_OBJECT
 
 public:
-    explicit TrayIcon(AppContext& app, QObject* parent = nullptr);
+    TrayIcon(Form& startWindow, AppShell& shell, QObject* parent = nullptr);
     ~TrayIcon() override;
 
     // The icon on the desktop; null while none is shown or none can be.
@@ -31,7 +31,7 @@ private:
     bool wanted() const;
     void onActivated(QSystemTrayIcon::ActivationReason reason);
 
-    AppContext& m_app;
+    AppShell& m_shell;
     Form& m_form;
     std::array<QIcon, 4> m_images;
     std::unique_ptr<QSystemTrayIcon> m_icon;

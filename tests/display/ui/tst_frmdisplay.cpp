@@ -1,8 +1,8 @@
+#include "common/ui/formview.h"
+#include "common/ui/lamp.h"
 #include "display/ui/frmdisplay.h"
-#include "shell/appcontext.h"
 #include "shell/languages.h"
-#include "shell/ui/formview.h"
-#include "shell/ui/lamp.h"
+#include "shell/program.h"
 #include "support/fakes.h"
 
 #include <QAction>

@@ -1,9 +1,9 @@
+#include "common/ui/formview.h"
+#include "common/ui/lamp.h"
 #include "search/ui/frmconnect.h"
 #include "search/ui/frmdevicesearch.h"
-#include "shell/appcontext.h"
 #include "shell/languages.h"
-#include "shell/ui/formview.h"
-#include "shell/ui/lamp.h"
+#include "shell/program.h"
 #include "support/fakes.h"
 
 #include <QLabel>

@@ -1,8 +1,8 @@
-#include "shell/appcontext.h"
+#include "common/ui/artwork.h"
+#include "common/ui/formview.h"
 #include "shell/appshell.h"
 #include "shell/languages.h"
-#include "shell/ui/artwork.h"
-#include "shell/ui/formview.h"
+#include "shell/program.h"
 #include "shell/ui/toolruntime.h"
 #include "shell/ui/trayicon.h"
 #include "support/fakes.h"
@@ -157,7 +157,7 @@ private Q_SLOTS:
 
     void longTextsFitInEveryLanguage() {
         runtime->start(QString());
-        AppContext& app = runtime->app();
+        Program& app = runtime->app();
         app.shell().ShowInterface();
         app.shell().ShowLanguage();
         app.forms().frmAbout().show(false);
@@ -182,7 +182,7 @@ private Q_SLOTS:
         const QString folder = qEnvironmentVariable("MQ27_GRAB_DIR");
         if (folder.isEmpty()) QSKIP("MQ27_GRAB_DIR not set");
         runtime->start(QString());
-        AppContext& app = runtime->app();
+        Program& app = runtime->app();
         Form& start = app.forms().frmMQ27D();
         start.setCaption(QStringLiteral("lblDevice"), QStringLiteral("MQ27D  Serien Nr. 1001"));
         start.setBackColor(QStringLiteral("picReceive"), colors::kGreen);

@@ -1,0 +1,67 @@
+#!/bin/sh
+# Fails when an include of src/ climbs a floor.
+#
+# Each folder of src/ stands on a floor; a folder includes only its own headers and those of
+# lower floors. A ui/ subfolder stands beside its folder: it may include its folder and the
+# ui/ folders of lower floors, while no logic folder includes a ui/ folder. Folders on the
+# same floor do not include each other. The programs in apps/ stand on top of everything,
+# widgets included. What lies above reaches down by Qt signals that
+# the composition root (shell/program.cpp) connects. docs/architecture.md draws the floors.
+#
+# usage: check-floors.sh [SRC_DIR]
+set -eu
+src=${1:-$(dirname "$0")/../src}
+
+floors='
+common 0
+values 1
+link 2
+engine 3
+files 4
+search 5
+display 6
+localize 7
+extinguish 7
+devicesettings 7
+record 8
+logger 8
+shell 9
+apps 10
+'
+
+find "$src" -name '*.h' -o -name '*.cpp' | sort | while read -r file; do
+    rel=${file#"$src"/}
+    folder=$(dirname "$rel")
+    grep -n '^[[:space:]]*#[[:space:]]*include[[:space:]]*"[^"]*/[^"]*"' "$file" |
+        sed 's/^\([0-9]*\):.*"\([^"]*\)".*/\1 \2/' |
+        while read -r line header; do
+            echo "$rel $line $folder $(dirname "$header")"
+        done
+done | awk -v floors="$floors" '
+BEGIN {
+    n = split(floors, rows, "\n")
+    for (i = 1; i <= n; i++) {
+        if (split(rows[i], f, " ") == 2) floor[f[1]] = f[2]
+    }
+}
+function base(folder) { sub(/\/ui$/, "", folder); return folder }
+function isUi(folder) { return folder ~ /\/ui$/ }
+function fail(why) {
+    printf "%s:%s: includes %s/: %s\n", $1, $2, $4, why
+    bad = 1
+}
+{
+    from = $3; to = $4
+    if (from == to) next
+    if (!(base(from) in floor)) { fail("folder " base(from) " has no floor"); next }
+    if (!(base(to) in floor)) { fail("folder " base(to) " has no floor"); next }
+    if (isUi(to) && !isUi(from) && from != "apps") { fail("logic includes widgets"); next }
+    if (isUi(from) && to == base(from)) next
+    if (floor[base(to)] < floor[base(from)]) next
+    if (floor[base(to)] == floor[base(from)])
+        fail("same floor as " base(from))
+    else
+        fail("climbs from floor " floor[base(from)] " to floor " floor[base(to)])
+}
+END { exit bad }
+'

@@ -1,0 +1,159 @@
+#include "common/formmodel.h"
+
+namespace {
+const Element kDesignDefaults;
+}
+
+Form::Form(const QString& name, QObject* parent)
+    : QObject(parent)
+    , m_name(name) {}
+
+QString Form::indexed(QStringView base, int index) {
+    return base.toString() + QLatin1Char('_') + QString::number(index);
+}
+
+const Element& Form::element(const QString& element) const {
+    const auto it = m_elements.constFind(element);
+    return it == m_elements.constEnd() ? kDesignDefaults : *it;
+}
+
+Element& Form::writable(const QString& element) {
+    return m_elements[element];
+}
+
+template <typename T>
+void Form::assign(const QString& element, T Element::*field, const T& value, ElementProperty what) {
+    Element& e = writable(element);
+    if (e.*field == value) return;
+    e.*field = value;
+    Q_EMIT elementChanged(element, what);
+}
+
+void Form::setCaption(const QString& element, const QString& caption) {
+    assign(element, &Element::caption, caption, ElementProperty::Caption);
+}
+
+void Form::setValue(const QString& element, double value) {
+    assign(element, &Element::value, value, ElementProperty::Value);
+}
+
+void Form::setRange(const QString& element, double minimum, double maximum, double step) {
+    Element& e = writable(element);
+    if (e.minimum == minimum && e.maximum == maximum && e.step == step) return;
+    e.minimum = minimum;
+    e.maximum = maximum;
+    e.step = step;
+    Q_EMIT elementChanged(element, ElementProperty::Range);
+}
+
+void Form::setGaugeRange(const QString& element, double minimum, double centre, double maximum) {
+    Element& e = writable(element);
+    if (e.minimum == minimum && e.maximum == maximum && e.centre == centre) return;
+    e.minimum = minimum;
+    e.centre = centre;
+    e.maximum = maximum;
+    Q_EMIT elementChanged(element, ElementProperty::Range);
+}
+
+void Form::setVisible(const QString& element, bool visible) {
+    assign(element, &Element::visible, visible, ElementProperty::Visible);
+}
+
+void Form::setEnabled(const QString& element, bool enabled) {
+    assign(element, &Element::enabled, enabled, ElementProperty::Enabled);
+}
+
+void Form::setBackColor(const QString& element, std::uint32_t color) {
+    assign(element, &Element::backColor, color, ElementProperty::BackColor);
+}
+
+void Form::setForeColor(const QString& element, std::uint32_t color) {
+    assign(element, &Element::foreColor, color, ElementProperty::ForeColor);
+}
+
+void Form::setToolTip(const QString& element, const QString& toolTip) {
+    assign(element, &Element::toolTip, toolTip, ElementProperty::ToolTip);
+}
+
+void Form::setItems(const QString& element, const QStringList& items) {
+    assign(element, &Element::items, items, ElementProperty::Items);
+}
+
+void Form::addItem(const QString& element, const QString& item) {
+    writable(element).items.append(item);
+    Q_EMIT elementChanged(element, ElementProperty::Items);
+}
+
+void Form::setTop(const QString& element, int top) {
+    assign(element, &Element::top, top, ElementProperty::Top);
+}
+
+void Form::setTitle(const QString& title) {
+    if (m_title == title) return;
+    m_title = title;
+    Q_EMIT windowChanged(WindowChange::Title);
+}
+
+void Form::load() {
+    if (m_loaded) return;
+    m_loaded = true;
+    Q_EMIT loaded();
+}
+
+void Form::show(bool modal) {
+    load();
+    m_modal = modal;
+    m_shown = true;
+    Q_EMIT windowChanged(WindowChange::Shown);
+}
+
+void Form::hide() {
+    if (!m_shown) return;
+    m_shown = false;
+    Q_EMIT windowChanged(WindowChange::Hidden);
+}
+
+void Form::unload() {
+    hide();
+    if (!m_loaded) return;
+    m_loaded = false;
+    m_modal = false;
+    Q_EMIT windowChanged(WindowChange::Unloaded);
+}
+
+void Form::bringToFront() {
+    if (m_shown) Q_EMIT windowChanged(WindowChange::Raised);
+}
+
+void Form::centreOver(const Form& other) {
+    m_centredOver = other.name();
+    Q_EMIT windowChanged(WindowChange::Centred);
+}
+
+void Form::userSetCaption(const QString& element, const QString& caption) {
+    Element& e = writable(element);
+    if (e.caption == caption) return;
+    e.caption = caption;
+    Q_EMIT edited(element);
+}
+
+void Form::userSetValue(const QString& element, double value) {
+    Element& e = writable(element);
+    if (e.value == value) return;
+    e.value = value;
+    Q_EMIT edited(element);
+}
+
+void Form::click(const QString& element) {
+    Q_EMIT clicked(element);
+}
+
+void Form::doubleClick(const QString& element) {
+    Q_EMIT doubleClicked(element);
+}
+
+bool Form::requestClose() {
+    if (m_closeHandler && !m_closeHandler()) return false;
+    unload();
+    return true;
+}

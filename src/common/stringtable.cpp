@@ -1,0 +1,62 @@
+#include "common/stringtable.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace {
+
+QByteArray readCompiledTable() {
+    QFile file(QStringLiteral(":/common/strings.tsv"));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return file.readAll();
+}
+
+} // namespace
+
+const StringTable& StringTable::instance() {
+    static const StringTable table = [] {
+        // The table lives in a static library, whose resources are not registered by
+        // themselves.
+        Q_INIT_RESOURCE(strings);
+        return StringTable(readCompiledTable());
+    }();
+    return table;
+}
+
+StringTable::StringTable(const QByteArray& tsv)
+    : mRows(IndexLimit) {
+    const QList<QByteArray> lines = tsv.split('\n');
+    // The first line names the columns.
+    for (qsizetype i = 1; i < lines.size(); ++i)
+        addLine(lines[i]);
+    std::sort(mIndices.begin(), mIndices.end());
+}
+
+void StringTable::addLine(const QByteArray& line) {
+    QByteArray content = line;
+    if (content.endsWith('\r')) content.chop(1);
+    const QList<QByteArray> fields = content.split('\t');
+    if (fields.size() != 1 + LanguageCount) return;
+    bool isNumber = false;
+    const int index = fields[0].toInt(&isNumber);
+    if (!isNumber || index < 0 || index >= IndexLimit || mIndices.contains(index)) return;
+    Row& row = mRows[static_cast<std::size_t>(index)];
+    for (int language = 0; language < LanguageCount; ++language)
+        row[static_cast<std::size_t>(language)] = QString::fromUtf8(fields[language + 1]);
+    mIndices.append(index);
+}
+
+QString StringTable::text(int language, int index) const {
+    if (index < 0 || index >= IndexLimit) return {};
+    const Row& row = mRows[static_cast<std::size_t>(index)];
+    return row[static_cast<std::size_t>(clampLanguage(language) - 1)];
+}
+
+int StringTable::clampLanguage(int language) {
+    return language >= German && language <= Dutch ? language : German;
+}
+
+QList<int> StringTable::indices() const {
+    return mIndices;
+}

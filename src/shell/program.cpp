@@ -1,0 +1,65 @@
+#include "shell/program.h"
+
+#include "display/mainview.h"
+#include "engine/pollengine.h"
+#include "engine/telegramdecoder.h"
+#include "files/devicefiles.h"
+#include "link/recognition.h"
+#include "link/seriallink.h"
+#include "search/devicesearch.h"
+#include "shell/appshell.h"
+#include "shell/helplink.h"
+#include "shell/languages.h"
+
+Program::Program(const Services& services, SerialPortDevice* port, QObject* parent)
+    : QObject(parent)
+    , g(m_state.g)
+    , messages(m_state.messages)
+    , m_state(services) {
+    m_link = std::make_unique<SerialLink>(m_state, port);
+    m_recognition = std::make_unique<Recognition>(m_state, *m_link, m_values);
+    m_engine = std::make_unique<PollEngine>(m_state, *m_link, m_values);
+    m_decoder = std::make_unique<TelegramDecoder>(m_state, *m_engine, m_values);
+    m_files = std::make_unique<DeviceFiles>(m_state, *m_link, *m_recognition, m_values);
+    m_search = std::make_unique<DeviceSearch>(m_state, *m_link, *m_recognition, *m_engine);
+    m_mainView = std::make_unique<MainView>(m_state, *m_files, *m_search);
+    m_languages = std::make_unique<Languages>(m_state);
+    m_help = std::make_unique<HelpLink>(m_state);
+    m_shell = std::make_unique<AppShell>(m_state, *m_link, *m_files, *m_languages, m_values);
+    connectParts();
+}
+
+Program::~Program() = default;
+
+void Program::connectParts() {
+    const auto refreshLanguage = [this] { m_languages->SwitchToLanguage(m_state.g.gLanguage); };
+    const auto direct = Qt::DirectConnection;
+
+    connect(m_recognition.get(), &Recognition::ownTelegramAccepted, m_decoder.get(),
+            &TelegramDecoder::DataDecoder, direct);
+    connect(m_recognition.get(), &Recognition::languageRefreshNeeded, this, refreshLanguage,
+            direct);
+    connect(m_recognition.get(), &Recognition::connectionWindowRequested, m_search.get(),
+            &DeviceSearch::ShowConnect, direct);
+    connect(
+        m_recognition.get(), &Recognition::closeRequested, this,
+        [this] { m_shell->CloseApplication(); }, direct);
+
+    connect(m_decoder.get(), &TelegramDecoder::searchAnswer, m_search.get(),
+            &DeviceSearch::AddDevice, direct);
+    connect(m_decoder.get(), &TelegramDecoder::deviceTakenOn, m_files.get(),
+            &DeviceFiles::armAutoSave, direct);
+    connect(m_decoder.get(), &TelegramDecoder::readOutComplete, m_files.get(),
+            &DeviceFiles::SaveDeviceData, direct);
+    connect(m_decoder.get(), &TelegramDecoder::displayRefreshDue, m_mainView.get(),
+            &MainView::ShowData, direct);
+
+    connect(m_search.get(), &DeviceSearch::languageRefreshNeeded, this, refreshLanguage, direct);
+    connect(
+        m_mainView.get(), &MainView::helpRequested, this,
+        [this](int device, int mode, int topic, const QString& text) {
+            m_help->ShowHelp(device, mode, topic, text);
+        },
+        direct);
+    connect(m_shell.get(), &AppShell::quitRequested, this, &Program::quitRequested, direct);
+}

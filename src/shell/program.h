@@ -1,0 +1,76 @@
+#pragma once
+
+#include "common/appstate.h"
+#include "values/devicevalues.h"
+
+#include <memory>
+
+#include <QObject>
+#include <QString>
+
+class SerialPortDevice;
+class SerialLink;
+class Recognition;
+class PollEngine;
+class TelegramDecoder;
+class DeviceSearch;
+class DeviceFiles;
+class MainView;
+class Languages;
+class HelpLink;
+class AppShell;
+
+// The one place where the program is put together: it makes every part, gives each the
+// parts below it, and connects the signals by which a lower part reaches a higher one.
+// The connections are direct, so a telegram still takes its whole road within one call.
+class Program : public QObject {
+    Q_OBJECT
+
+public:
+    // `port` may be null: the program then runs without a line, as for a saved read-out.
+    Program(const Services& services, SerialPortDevice* port, QObject* parent = nullptr);
+    ~Program() override;
+
+    AppState& state() { return m_state; }
+    Forms& forms() { return m_state.forms; }
+    AppGlobals& g;
+    AppMessages& messages;
+    const Services& services() const { return m_state.services; }
+    RegSettings& settings() { return m_state.settings; }
+    QString str(int index) const { return m_state.str(index); }
+
+    // The value store exists from the first telegram of the own device kind on.
+    clsMQ27Values* values() { return m_values.get(); }
+    clsMQ27Values& createValues() { return m_values.create(); }
+
+    SerialLink& link() { return *m_link; }
+    Recognition& recognition() { return *m_recognition; }
+    PollEngine& engine() { return *m_engine; }
+    TelegramDecoder& decoder() { return *m_decoder; }
+    DeviceSearch& search() { return *m_search; }
+    DeviceFiles& files() { return *m_files; }
+    MainView& mainView() { return *m_mainView; }
+    Languages& languages() { return *m_languages; }
+    HelpLink& help() { return *m_help; }
+    AppShell& shell() { return *m_shell; }
+
+Q_SIGNALS:
+    // Shutdown has unloaded the start window; the program ends.
+    void quitRequested();
+
+private:
+    void connectParts();
+
+    AppState m_state;
+    DeviceValues m_values;
+    std::unique_ptr<SerialLink> m_link;
+    std::unique_ptr<Recognition> m_recognition;
+    std::unique_ptr<PollEngine> m_engine;
+    std::unique_ptr<TelegramDecoder> m_decoder;
+    std::unique_ptr<DeviceFiles> m_files;
+    std::unique_ptr<DeviceSearch> m_search;
+    std::unique_ptr<MainView> m_mainView;
+    std::unique_ptr<Languages> m_languages;
+    std::unique_ptr<HelpLink> m_help;
+    std::unique_ptr<AppShell> m_shell;
+};

@@ -1,0 +1,400 @@
+#include "common/ui/colorbox.h"
+#include "common/ui/formview.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QtTest>
+#include <QVBoxLayout>
+
+#include <memory>
+
+namespace {
+
+// One element of every kind the binder knows, in a dialog so that Escape counts.
+class Sample : public QDialog {
+public:
+    explicit Sample(const QString& name = QStringLiteral("frmSample")) {
+        setObjectName(name);
+        auto* bar = new QMenuBar(this);
+        menu = named<QMenu>(QStringLiteral("mnuFile"), bar);
+        bar->addMenu(menu);
+        action = named<QAction>(QStringLiteral("mnuLoad"), this);
+        menu->addAction(action);
+        check = named<QAction>(QStringLiteral("mnuCelsius"), this);
+        check->setCheckable(true);
+        menu->addAction(check);
+
+        tabs = named<QTabWidget>(QStringLiteral("tabMain"));
+        for (int i = 0; i < 3; ++i)
+            tabs->addTab(named<QWidget>(Form::indexed(u"tabMain", i)), QString());
+
+        auto* layout = new QVBoxLayout(this);
+        layout->setMenuBar(bar);
+        for (QWidget* w : std::initializer_list<QWidget*>{
+                 label = named<QLabel>(QStringLiteral("lblText"), QStringLiteral("design")),
+      button = named<QPushButton>(QStringLiteral("cmdGo")),
+      line = named<QLineEdit>(QStringLiteral("txtLine")),
+      text = named<QPlainTextEdit>(QStringLiteral("txtMulti")),
+      frame = named<QGroupBox>(QStringLiteral("fraBox")),
+      tick = named<QCheckBox>(QStringLiteral("chkTick")),
+      optionA = named<QRadioButton>(QStringLiteral("optChoice_0")),
+      optionB = named<QRadioButton>(QStringLiteral("optChoice_1")),
+      combo = named<QComboBox>(QStringLiteral("cboList")),
+      list = named<QListWidget>(QStringLiteral("lstList")),
+      spin = named<QSpinBox>(QStringLiteral("ctrUpDown")),
+      box = named<ColorBox>(QStringLiteral("picLamp")), tabs})
+            layout->addWidget(w);
+    }
+
+    QMenu* menu;
+    QAction* action;
+    QAction* check;
+    QTabWidget* tabs;
+    QLabel* label;
+    QPushButton* button;
+    QLineEdit* line;
+    QPlainTextEdit* text;
+    QGroupBox* frame;
+    QCheckBox* tick;
+    QRadioButton* optionA;
+    QRadioButton* optionB;
+    QComboBox* combo;
+    QListWidget* list;
+    QSpinBox* spin;
+    ColorBox* box;
+};
+
+QColor rgb(int r, int g, int b) {
+    return QColor(r, g, b);
+}
+
+} // namespace
+
+class TestFormView : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        form = std::make_unique<Form>(QStringLiteral("frmSample"));
+        window = std::make_unique<Sample>();
+        view = std::make_unique<FormView>(*form, window.get());
+    }
+    void cleanup() {
+        view.reset();
+        window.reset();
+        form.reset();
+    }
+
+    void findsWidgetsActionsAndMenus() {
+        for (const char* name :
+             {"mnuFile", "mnuLoad", "tabMain", "tabMain_2", "lblText", "txtMulti", "picLamp"})
+            QVERIFY2(view->target(QString::fromLatin1(name)), name);
+        QCOMPARE(view->target(QStringLiteral("mnuLoad")), window->action);
+        QVERIFY(!view->target(QStringLiteral("lblNowhere")));
+    }
+
+    void captionReachesEveryKind() {
+        const QStringList names = {"lblText", "cmdGo",   "txtLine", "txtMulti", "fraBox",
+                                   "mnuFile", "mnuLoad", "chkTick", "tabMain_1"};
+        for (const QString& name : names)
+            form->setCaption(name, name + QStringLiteral(" ÄÖÜ"));
+        auto expect = [](const QString& shown, const QString& name) {
+            QCOMPARE(shown, name + QStringLiteral(" ÄÖÜ"));
+        };
+        expect(window->label->text(), "lblText");
+        expect(window->button->text(), "cmdGo");
+        expect(window->line->text(), "txtLine");
+        expect(window->text->toPlainText(), "txtMulti");
+        expect(window->frame->title(), "fraBox");
+        expect(window->menu->title(), "mnuFile");
+        expect(window->action->text(), "mnuLoad");
+        expect(window->tick->text(), "chkTick");
+        expect(window->tabs->tabText(1), "tabMain_1");
+    }
+
+    void valueReachesEveryKind() {
+        window->combo->addItems({"a", "b", "c"});
+        window->list->addItems({"x", "y", "z"});
+        form->setRange(QStringLiteral("ctrUpDown"), 0, 50, 5);
+        form->setChecked(QStringLiteral("chkTick"), true);
+        form->setChecked(QStringLiteral("mnuCelsius"), true);
+        form->setChecked(QStringLiteral("optChoice_1"), true);
+        form->setValue(QStringLiteral("cboList"), 2);
+        form->setValue(QStringLiteral("lstList"), 1);
+        form->setValue(QStringLiteral("tabMain"), 2);
+        form->setValue(QStringLiteral("ctrUpDown"), 35);
+        QVERIFY(window->tick->isChecked());
+        QVERIFY(window->check->isChecked());
+        QVERIFY(window->optionB->isChecked());
+        QCOMPARE(window->combo->currentIndex(), 2);
+        QCOMPARE(window->list->currentRow(), 1);
+        QCOMPARE(window->tabs->currentIndex(), 2);
+        QCOMPARE(window->spin->value(), 35);
+        QCOMPARE(window->spin->maximum(), 50);
+        QCOMPARE(window->spin->singleStep(), 5);
+
+        // Numbers no index can hold leave nothing selected instead of wrapping around.
+        form->setValue(QStringLiteral("cboList"), 1e300);
+        QCOMPARE(window->combo->currentIndex(), -1);
+        form->setValue(QStringLiteral("lstList"), std::nan(""));
+        QCOMPARE(window->list->currentRow(), -1);
+    }
+
+    void itemsKeepTheSelectionOfTheModel() {
+        form->setValue(QStringLiteral("cboList"), 1);
+        form->setItems(QStringLiteral("cboList"), {"Aus", "1", "--"});
+        QCOMPARE(window->combo->count(), 3);
+        QCOMPARE(window->combo->currentText(), QStringLiteral("1"));
+        form->addItem(QStringLiteral("lstList"), QStringLiteral("1001"));
+        form->addItem(QStringLiteral("lstList"), QStringLiteral("2002"));
+        QCOMPARE(window->list->count(), 2);
+        QCOMPARE(window->list->currentRow(), 0);
+    }
+
+    void visibleAndEnabledReachWidgetsActionsMenusAndTabs() {
+        window->show();
+        for (const char* name : {"lblText", "mnuFile", "mnuLoad", "tabMain_1"}) {
+            form->setVisible(name, false);
+            form->setEnabled(name, false);
+        }
+        QVERIFY(window->label->isHidden());
+        QVERIFY(!window->label->isEnabled());
+        QVERIFY(!window->menu->menuAction()->isVisible());
+        QVERIFY(!window->menu->menuAction()->isEnabled());
+        QVERIFY(!window->action->isVisible());
+        QVERIFY(!window->action->isEnabled());
+        QVERIFY(!window->tabs->isTabVisible(1));
+        QVERIFY(!window->tabs->isTabEnabled(1));
+        form->setVisible(QStringLiteral("tabMain_1"), true);
+        QVERIFY(window->tabs->isTabVisible(1));
+    }
+
+    void toolTipReachesWidgetsAndTabs() {
+        form->setToolTip(QStringLiteral("txtLine"), QStringLiteral("0 bis 99"));
+        form->setToolTip(QStringLiteral("tabMain_0"), QStringLiteral("Zustände"));
+        QCOMPARE(window->line->toolTip(), QStringLiteral("0 bis 99"));
+        QCOMPARE(window->tabs->tabToolTip(0), QStringLiteral("Zustände"));
+    }
+
+    void modelColorTranslatesNumbers_data() {
+        QTest::addColumn<quint32>("color");
+        QTest::addColumn<int>("role");
+        QTest::addColumn<QColor>("expected");
+        QPalette p;
+        p.setColor(QPalette::Base, rgb(250, 251, 252));
+        p.setColor(QPalette::Button, rgb(200, 201, 202));
+        p.setColor(QPalette::ButtonText, rgb(10, 11, 12));
+        p.setColor(QPalette::Window, rgb(230, 231, 232));
+        palette = p;
+        QTest::newRow("green") << quint32(colors::kGreen) << int(QPalette::Window)
+                               << rgb(0, 255, 0);
+        QTest::newRow("yellow") << quint32(colors::kYellow) << int(QPalette::Window)
+                                << rgb(255, 255, 0);
+        QTest::newRow("red in the low byte")
+            << quint32(colors::kRed) << int(QPalette::Window) << rgb(255, 0, 0);
+        QTest::newRow("blue in the third byte")
+            << quint32(colors::rgb(1, 2, 3)) << int(QPalette::Window) << rgb(1, 2, 3);
+        QTest::newRow("window background")
+            << quint32(colors::kWindowBackground) << int(QPalette::Window) << rgb(250, 251, 252);
+        QTest::newRow("button face")
+            << quint32(colors::kButtonFace) << int(QPalette::Window) << rgb(200, 201, 202);
+        QTest::newRow("button text")
+            << quint32(colors::kButtonText) << int(QPalette::Window) << rgb(10, 11, 12);
+        QTest::newRow("default is the own colour")
+            << quint32(colors::kDefault) << int(QPalette::Button) << rgb(200, 201, 202);
+        QTest::newRow("unknown system colour is the own colour")
+            << quint32(0x80000033) << int(QPalette::Window) << rgb(230, 231, 232);
+    }
+    void modelColorTranslatesNumbers() {
+        QFETCH(quint32, color);
+        QFETCH(int, role);
+        QFETCH(QColor, expected);
+        QCOMPARE(modelColor(color, palette, QPalette::ColorRole(role)), expected);
+    }
+
+    void coloursPaintTheRoleOfTheKindAndDefaultRestores() {
+        const QColor ownBase = window->line->palette().color(QPalette::Base);
+        form->setBackColor(QStringLiteral("lblText"), colors::kGreen);
+        form->setBackColor(QStringLiteral("txtLine"), colors::kYellow);
+        form->setForeColor(QStringLiteral("cmdGo"), colors::kRed);
+        QCOMPARE(window->label->palette().color(QPalette::Window), rgb(0, 255, 0));
+        QVERIFY(window->label->autoFillBackground());
+        QCOMPARE(window->line->palette().color(QPalette::Base), rgb(255, 255, 0));
+        QCOMPARE(window->button->palette().color(QPalette::ButtonText), rgb(255, 0, 0));
+
+        form->setBackColor(QStringLiteral("lblText"), colors::kDefault);
+        form->setBackColor(QStringLiteral("txtLine"), colors::kDefault);
+        QVERIFY(!window->label->autoFillBackground());
+        QCOMPARE(window->line->palette().color(QPalette::Base), ownBase);
+    }
+
+    void drawnElementsGetTheModelNumbers() {
+        form->setBackColor(QStringLiteral("picLamp"), colors::kGreen);
+        form->setForeColor(QStringLiteral("picLamp"), colors::kRed);
+        QCOMPARE(window->box->backColor(), colors::kGreen);
+        QCOMPARE(window->box->foreColor(), colors::kRed);
+        QVERIFY(!window->box->autoFillBackground());
+    }
+
+    void bindAppliesWhatTheModelHeldBefore() {
+        Form early(QStringLiteral("frmEarly"));
+        early.setCaption(QStringLiteral("cmdGo"), QStringLiteral("Übernehmen"));
+        early.setItems(QStringLiteral("cboList"), {"Aus", "1", "2"});
+        early.setValue(QStringLiteral("cboList"), 2);
+        early.setVisible(QStringLiteral("tabMain_2"), false);
+        early.setChecked(QStringLiteral("chkTick"), true);
+        early.setTitle(QStringLiteral("Früh"));
+        early.show(true);
+        Sample late(QStringLiteral("frmEarly"));
+        FormView lateView(early, &late);
+        QCOMPARE(late.button->text(), QStringLiteral("Übernehmen"));
+        QCOMPARE(late.combo->currentIndex(), 2);
+        QVERIFY(!late.tabs->isTabVisible(2));
+        QVERIFY(late.tick->isChecked());
+        QCOMPARE(late.windowTitle(), QStringLiteral("Früh"));
+        QVERIFY(late.isVisible());
+        QCOMPARE(late.windowModality(), Qt::ApplicationModal);
+        // What the model never set keeps the window's own design.
+        QCOMPARE(late.label->text(), QStringLiteral("design"));
+    }
+
+    void userInputReachesTheModel() {
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QSignalSpy clicked(form.get(), &Form::clicked);
+        QSignalSpy doubleClicked(form.get(), &Form::doubleClicked);
+        form->setItems(QStringLiteral("cboList"), {"a", "b", "c"});
+        form->setItems(QStringLiteral("lstList"), {"1001", "2002"});
+        form->setRange(QStringLiteral("ctrUpDown"), 0, 10);
+
+        QTest::keyClicks(window->line, QStringLiteral("42"));
+        window->text->setPlainText(QStringLiteral("zwei\nZeilen"));
+        window->tick->click();
+        window->optionB->click();
+        QTest::mouseClick(window->button, Qt::LeftButton);
+        window->combo->setFocus();
+        QTest::keyClick(window->combo, Qt::Key_Down);
+        window->tabs->setCurrentIndex(2);
+        window->spin->setValue(7);
+        window->check->trigger();
+        const QRect second = window->list->visualItemRect(window->list->item(1));
+        QTest::mouseClick(window->list->viewport(), Qt::LeftButton, {}, second.center());
+        QTest::mouseDClick(window->list->viewport(), Qt::LeftButton, {}, second.center());
+
+        QCOMPARE(form->caption(QStringLiteral("txtLine")), QStringLiteral("42"));
+        QCOMPARE(form->caption(QStringLiteral("txtMulti")), QStringLiteral("zwei\nZeilen"));
+        QVERIFY(form->isChecked(QStringLiteral("chkTick")));
+        QVERIFY(form->isChecked(QStringLiteral("optChoice_1")));
+        QCOMPARE(form->value(QStringLiteral("cboList")), 1.0);
+        QCOMPARE(form->value(QStringLiteral("tabMain")), 2.0);
+        QCOMPARE(form->value(QStringLiteral("ctrUpDown")), 7.0);
+        QCOMPARE(form->value(QStringLiteral("lstList")), 1.0);
+        QVERIFY(form->isChecked(QStringLiteral("mnuCelsius")));
+        QStringList clicks;
+        for (const auto& call : clicked)
+            clicks << call.at(0).toString();
+        QCOMPARE(clicks, QStringList({"chkTick", "optChoice_1", "cmdGo", "mnuCelsius"}));
+        QCOMPARE(doubleClicked.count(), 1);
+        QCOMPARE(doubleClicked.at(0).at(0).toString(), QStringLiteral("lstList"));
+    }
+
+    void changesOfTheModelAreNotReportedBack() {
+        window->show();
+        form->setItems(QStringLiteral("cboList"), {"a", "b", "c"});
+        form->setItems(QStringLiteral("lstList"), {"1001", "2002"});
+        form->setRange(QStringLiteral("ctrUpDown"), 0, 10);
+        form->setChecked(QStringLiteral("optChoice_0"), true);
+        QSignalSpy edited(form.get(), &Form::edited);
+        QSignalSpy clicked(form.get(), &Form::clicked);
+        form->setCaption(QStringLiteral("txtLine"), QStringLiteral("x"));
+        form->setCaption(QStringLiteral("txtMulti"), QStringLiteral("y"));
+        form->setChecked(QStringLiteral("chkTick"), true);
+        form->setChecked(QStringLiteral("optChoice_1"), true); // unchecks option 0 in the view
+        form->setChecked(QStringLiteral("mnuCelsius"), true);
+        form->setValue(QStringLiteral("cboList"), 2);
+        form->setValue(QStringLiteral("lstList"), 1);
+        form->setValue(QStringLiteral("tabMain"), 1);
+        form->setValue(QStringLiteral("ctrUpDown"), 3);
+        form->setItems(QStringLiteral("lstList"), {"3003"});
+        QCOMPARE(edited.count(), 0);
+        QCOMPARE(clicked.count(), 0);
+        QVERIFY(form->isChecked(QStringLiteral("optChoice_0"))); // the model's own business
+    }
+
+    void refusedCloseKeepsTheWindow() {
+        form->show();
+        QVERIFY(window->isVisible());
+        bool allow = false;
+        form->setCloseHandler([&allow] { return allow; });
+        QVERIFY(!window->close());
+        QVERIFY(window->isVisible());
+        QVERIFY(form->isShown());
+        allow = true;
+        QVERIFY(window->close());
+        QVERIFY(!window->isVisible());
+        QVERIFY(!form->isLoaded());
+    }
+
+    void windowFollowsTheModel() {
+        form->setTitle(QStringLiteral("ORVANIS SHEL·LIX"));
+        QCOMPARE(window->windowTitle(), QStringLiteral("ORVANIS SHEL·LIX"));
+        form->show(true);
+        QVERIFY(window->isVisible());
+        QCOMPARE(window->windowModality(), Qt::ApplicationModal);
+        form->hide();
+        QVERIFY(!window->isVisible());
+        form->show(false);
+        QVERIFY(window->isVisible());
+        QCOMPARE(window->windowModality(), Qt::NonModal);
+        form->unload();
+        QVERIFY(!window->isVisible());
+    }
+
+    void centresOverTheOtherFormsWindow() {
+        Form otherForm(QStringLiteral("frmOther"));
+        QWidget other;
+        other.setObjectName(QStringLiteral("frmOther"));
+        other.setGeometry(300, 200, 600, 400);
+        other.show();
+        window->resize(200, 100);
+        form->centreOver(otherForm);
+        form->show();
+        const QPoint offset = window->frameGeometry().center() - other.frameGeometry().center();
+        QVERIFY2(offset.manhattanLength() <= 4, qPrintable(QString::number(offset.x())));
+    }
+
+    void escapePressesOnlyTheNamedButton() {
+        window->show();
+        QSignalSpy clicked(form.get(), &Form::clicked);
+        QTest::keyClick(window.get(), Qt::Key_Escape);
+        QVERIFY(window->isVisible());
+        QCOMPARE(clicked.count(), 0);
+        view->setEscapeElement(QStringLiteral("cmdGo"));
+        QTest::keyClick(window.get(), Qt::Key_Escape);
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(clicked.at(0).at(0).toString(), QStringLiteral("cmdGo"));
+    }
+
+private:
+    std::unique_ptr<Form> form;
+    std::unique_ptr<Sample> window;
+    std::unique_ptr<FormView> view;
+    QPalette palette;
+};
+
+QTEST_MAIN(TestFormView)
+#include "tst_formview.moc"
