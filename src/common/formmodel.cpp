@@ -88,6 +88,10 @@ void Form::setTop(const QString& element, int top) {
     assign(element, &Element::top, top, ElementProperty::Top);
 }
 
+void Form::setDot(const QString& element, std::uint32_t color) {
+    assign(element, &Element::dotColor, color, ElementProperty::Dot);
+}
+
 void Form::setTitle(const QString& title) {
     if (m_title == title) return;
     m_title = title;

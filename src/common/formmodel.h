@@ -23,8 +23,9 @@ struct Element {
     std::uint32_t backColor = colors::kDefault;
     std::uint32_t foreColor = colors::kDefault;
     QString toolTip;
-    QStringList items; // entries of a list or combo box
+    QStringList items; // entries of a list or combo box; a gauge's lower, centre, upper labels
     int top = 0;       // vertical position, in twips, where the logic places an element
+    std::uint32_t dotColor = colors::kDefault; // fill of a dot drawn into a box; none by default
 };
 
 enum class ElementProperty {
@@ -37,7 +38,8 @@ enum class ElementProperty {
     ForeColor,
     ToolTip,
     Items,
-    Top
+    Top,
+    Dot
 };
 
 // The state of one window, by element name. The logic reads and writes it; a view
@@ -70,6 +72,7 @@ public:
     QString toolTip(const QString& element) const { return this->element(element).toolTip; }
     QStringList items(const QString& element) const { return this->element(element).items; }
     int top(const QString& element) const { return this->element(element).top; }
+    std::uint32_t dotColor(const QString& e) const { return element(e).dotColor; }
 
     void setCaption(const QString& element, const QString& caption);
     void setValue(const QString& element, double value);
@@ -84,6 +87,8 @@ public:
     void setItems(const QString& element, const QStringList& items);
     void addItem(const QString& element, const QString& item);
     void setTop(const QString& element, int top);
+    // A filled dot of `color` in the middle of a box; colors::kDefault takes it away.
+    void setDot(const QString& element, std::uint32_t color);
 
     // The window itself.
     QString title() const { return m_title; }

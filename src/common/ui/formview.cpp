@@ -1,6 +1,7 @@
 #include "common/ui/formview.h"
 
 #include "common/ui/colorbox.h"
+#include "common/ui/elementwidget.h"
 
 #include <algorithm>
 #include <climits>
@@ -115,7 +116,9 @@ bool differsFromDesign(const Element& e, ElementProperty property) {
     case ElementProperty::Items:
         return e.items != design.items;
     case ElementProperty::Top:
-        return false;
+        return e.top != design.top;
+    case ElementProperty::Dot:
+        return e.dotColor != design.dotColor;
     }
     return false;
 }
@@ -231,6 +234,7 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
     case ElementProperty::Items:
         return &FormView::applyItems;
     case ElementProperty::Top:
+    case ElementProperty::Dot:
         return &FormView::applyNothing;
     }
     return &FormView::applyNothing;
@@ -241,7 +245,8 @@ void FormView::applyAll() {
     static constexpr ElementProperty kOrder[] = {
         ElementProperty::Items,     ElementProperty::Range,     ElementProperty::Value,
         ElementProperty::Caption,   ElementProperty::Visible,   ElementProperty::Enabled,
-        ElementProperty::BackColor, ElementProperty::ForeColor, ElementProperty::ToolTip};
+        ElementProperty::BackColor, ElementProperty::ForeColor, ElementProperty::ToolTip,
+        ElementProperty::Top,       ElementProperty::Dot};
     for (const QString& name : m_form.elementNames()) {
         const Element& e = m_form.element(name);
         for (ElementProperty property : kOrder)
@@ -255,7 +260,14 @@ void FormView::applyElement(const QString& name, ElementProperty property) {
     QObject* target = m_targets.value(name).data();
     if (!target) return;
     ApplyingScope applying(m_applying);
-    (this->*applierFor(property))(target, m_form.element(name));
+    const Element& e = m_form.element(name);
+    const bool generic = property == ElementProperty::Visible ||
+                         property == ElementProperty::Enabled ||
+                         property == ElementProperty::ToolTip;
+    if (auto* drawn = dynamic_cast<ElementWidget*>(target); drawn && !generic)
+        drawn->applyElement(e, property);
+    else
+        (this->*applierFor(property))(target, e);
 }
 
 void FormView::applyCaption(QObject* target, const Element& e) {
