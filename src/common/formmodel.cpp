@@ -4,20 +4,44 @@ namespace {
 const Element kDesignDefaults;
 }
 
-Form::Form(const QString& name, QObject* parent)
+Form::Form(const QString& name, FormDeclaration declaration, QObject* parent)
     : QObject(parent)
-    , m_name(name) {}
+    , m_name(name) {
+    auto declare = [this](const QString& element, ElementKind kind) {
+        m_elements.insert(element, Element{});
+        m_kinds.insert(element, kind);
+    };
+    for (const ElementDecl& row : declaration) {
+        const QStringView base(row.name);
+        if (!row.isArray() || row.kind == ElementKind::Tab) declare(base.toString(), row.kind);
+        for (int i = row.first; row.isArray() && i <= row.last; ++i)
+            declare(indexedName(base, i), row.kind);
+    }
+}
 
 QString Form::indexed(QStringView base, int index) {
-    return base.toString() + QLatin1Char('_') + QString::number(index);
+    return indexedName(base, index);
+}
+
+QStringList Form::elementNames() const {
+    QStringList names = m_elements.keys();
+    names.sort();
+    return names;
 }
 
 const Element& Form::element(const QString& element) const {
     const auto it = m_elements.constFind(element);
-    return it == m_elements.constEnd() ? kDesignDefaults : *it;
+    if (it != m_elements.constEnd()) return *it;
+    reportUndeclaredElement(m_name, element);
+    return kDesignDefaults;
 }
 
+// A name the window does not declare is reported; where that lets the program go on, the
+// element is made as before, so that nothing else changes.
 Element& Form::writable(const QString& element) {
+    const auto it = m_elements.find(element);
+    if (it != m_elements.end()) return *it;
+    reportUndeclaredElement(m_name, element);
     return m_elements[element];
 }
 

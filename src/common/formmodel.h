@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/colors.h"
+#include "common/elementdecl.h"
 
 #include <functional>
 
@@ -47,19 +48,21 @@ enum class ElementProperty {
 // it, so a value shown in one place is the value another place compares or prints.
 //
 // Element names are the objectNames of the widgets: a control array member carries its
-// index behind an underscore, "lblSerialNo_0".
+// index behind an underscore, "lblSerialNo_0". A window holds exactly the elements its
+// declaration lists; any other name is refused (reportUndeclaredElement).
 class Form : public QObject {
     Q_OBJECT
 
 public:
     enum class WindowChange { Title, Shown, Hidden, Raised, Centred, Unloaded };
 
-    explicit Form(const QString& name, QObject* parent = nullptr);
+    Form(const QString& name, FormDeclaration declaration, QObject* parent = nullptr);
 
     const QString& name() const { return m_name; }
     static QString indexed(QStringView base, int index);
 
     bool has(const QString& element) const { return m_elements.contains(element); }
+    ElementKind kind(const QString& element) const { return m_kinds.value(element); }
     const Element& element(const QString& element) const;
 
     QString caption(const QString& element) const { return this->element(element).caption; }
@@ -113,7 +116,8 @@ public:
     bool requestClose();
     void setCloseHandler(std::function<bool()> handler) { m_closeHandler = std::move(handler); }
 
-    QStringList elementNames() const { return m_elements.keys(); }
+    // Every declared element, sorted.
+    QStringList elementNames() const;
 
 Q_SIGNALS:
     void elementChanged(const QString& element, ElementProperty property);
@@ -131,6 +135,7 @@ private:
     QString m_name;
     QString m_title;
     QHash<QString, Element> m_elements;
+    QHash<QString, ElementKind> m_kinds;
     bool m_loaded = false;
     bool m_shown = false;
     bool m_modal = false;

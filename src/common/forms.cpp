@@ -1,9 +1,34 @@
 #include "common/forms.h"
 
+#include "common/dialog_elements.h"
+#include "common/mainview_elements.h"
+#include "common/startwindow_elements.h"
+
+namespace {
+
+// The declaration of each window; a window without elements of its own yet has none.
+FormDeclaration declarationOf(const QString& name) {
+    static const QHash<QString, FormDeclaration> declarations = {
+        {formname::frmMQ27D, frmMQ27D::kElements},
+        {formname::frmDisplay, frmDisplay::kElements},
+        {formname::frmInterface, frmInterface::kElements},
+        {formname::frmLanguage, frmLanguage::kElements},
+        {formname::frmAbout, frmAbout::kElements},
+        {formname::frmConnect, frmConnect::kElements},
+        {formname::frmDeviceSearch, frmDeviceSearch::kElements},
+        {formname::frmLogdataDev, {}},
+    };
+    const auto it = declarations.constFind(name);
+    if (it == declarations.constEnd()) reportUndeclaredElement(name, QStringLiteral("(window)"));
+    return it == declarations.constEnd() ? FormDeclaration{} : *it;
+}
+
+} // namespace
+
 Form& Forms::get(const QString& name) {
     auto it = m_forms.find(name);
     if (it == m_forms.end()) {
-        it = m_forms.insert(name, new Form(name, this));
+        it = m_forms.insert(name, new Form(name, declarationOf(name), this));
         Q_EMIT created(**it);
     }
     return **it;

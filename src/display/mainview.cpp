@@ -1,8 +1,11 @@
 #include "display/mainview.h"
 
 #include "common/appstate.h"
+#include "common/mainview_elements.h"
 #include "files/devicefiles.h"
 #include "search/devicesearch.h"
+
+namespace el = frmDisplay;
 
 namespace {
 
@@ -21,13 +24,13 @@ MainView::MainView(AppState& state, DeviceFiles& files, DeviceSearch& search)
     : QObject()
     , m_state(state) {
     m_menuHandlers = {
-        {QStringLiteral("mnuSave"), [&files] { files.SaveDeviceData(0); }},
-        {QStringLiteral("mnuDeviceSearch"), [&search] { search.mnuDeviceSearch_Click(); }},
-        {QStringLiteral("mnuPDFHelp"), [this] { Help_Table(0, 0, QString()); }},
-        {QStringLiteral("mnuCelsius"), [this] { SwitchToTemperature(1); }},
-        {QStringLiteral("mnuFahrenheit"), [this] { SwitchToTemperature(2); }},
-        {QStringLiteral("mnuPercentMeter"), [this] { SwitchToSmokeUnit(1); }},
-        {QStringLiteral("mnuPercentFeet"), [this] { SwitchToSmokeUnit(2); }},
+        {el::mnuSave, [&files] { files.SaveDeviceData(0); }},
+        {el::mnuDeviceSearch, [&search] { search.mnuDeviceSearch_Click(); }},
+        {el::mnuPDFHelp, [this] { Help_Table(0, 0, QString()); }},
+        {el::mnuCelsius, [this] { SwitchToTemperature(1); }},
+        {el::mnuFahrenheit, [this] { SwitchToTemperature(2); }},
+        {el::mnuPercentMeter, [this] { SwitchToSmokeUnit(1); }},
+        {el::mnuPercentFeet, [this] { SwitchToSmokeUnit(2); }},
     };
     Form& view = m_state.forms.frmDisplay();
     connect(&view, &Form::loaded, this, &MainView::Form_Load);
@@ -55,20 +58,20 @@ void MainView::Help_Table(int Button, int Topic, const QString& Text) {
 
 void MainView::Form_Load() {
     Form& view = m_state.forms.frmDisplay();
-    view.setVisible(QStringLiteral("mnuLogger"), false);
-    view.setVisible(QStringLiteral("mnuLogDataDev"), false);
-    view.setValue(QStringLiteral("tabDisplay"), 0);
+    view.setVisible(el::mnuLogger, false);
+    view.setVisible(el::mnuLogDataDev, false);
+    view.setValue(el::tabDisplay.whole(), 0);
     checkUnitMenus();
 }
 
 void MainView::checkUnitMenus() {
     Form& view = m_state.forms.frmDisplay();
     const bool fahrenheit = m_state.g.gTemperatureUnit == 2;
-    view.setChecked(QStringLiteral("mnuCelsius"), !fahrenheit);
-    view.setChecked(QStringLiteral("mnuFahrenheit"), fahrenheit);
+    view.setChecked(el::mnuCelsius, !fahrenheit);
+    view.setChecked(el::mnuFahrenheit, fahrenheit);
     const bool feet = m_state.g.gSmokeUnit == 2;
-    view.setChecked(QStringLiteral("mnuPercentMeter"), !feet);
-    view.setChecked(QStringLiteral("mnuPercentFeet"), feet);
+    view.setChecked(el::mnuPercentMeter, !feet);
+    view.setChecked(el::mnuPercentFeet, feet);
 }
 
 void MainView::onClicked(const QString& element) {

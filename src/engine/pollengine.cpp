@@ -1,6 +1,7 @@
 #include "engine/pollengine.h"
 
 #include "common/appstate.h"
+#include "common/mainview_elements.h"
 #include "link/seriallink.h"
 #include "values/conversions.h"
 #include "values/devicevalues.h"
@@ -108,7 +109,7 @@ void PollEngine::stop() {
 // A serial number that is no number sends nothing; the tick still goes on, so the engine
 // keeps its pace until the label holds a number again.
 void PollEngine::sendRead() {
-    const QString serial = m_state.forms.frmDisplay().caption(QStringLiteral("lblSerialNo_0"));
+    const QString serial = m_state.forms.frmDisplay().caption(frmDisplay::lblSerialNo[0]);
     Bytes body{10, static_cast<std::uint8_t>(miNextCommand), 0, 0, 0, 0};
     if (ULong2Byte(serial, body[2], body[3], body[4], body[5]) != 0) return;
     m_link.MakeSendString(body, true);

@@ -1,6 +1,7 @@
 #include "engine/telegramdecoder.h"
 
 #include "common/appstate.h"
+#include "common/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "engine/telegramstore.h"
 #include "values/devicevalues.h"
@@ -22,7 +23,7 @@ TelegramDecoder::TelegramDecoder(AppState& state, PollEngine& engine, DeviceValu
     connect(&m_tmrReceiveLED, &FormTimer::timeout, this, [this] {
         Form& display = m_state.forms.frmDisplay();
         for (int i = 0; i < kTabPages; ++i)
-            display.setBackColor(Form::indexed(u"picReceiveLED", i), colors::kWindowBackground);
+            display.setBackColor(frmDisplay::picReceiveLED[i], colors::kWindowBackground);
         m_tmrReceiveLED.disable();
     });
 }
@@ -57,7 +58,7 @@ void TelegramDecoder::DataDecoder(const Bytes& telegram) {
 void TelegramDecoder::ShowReceiveActivity() {
     Form& display = m_state.forms.frmDisplay();
     for (int i = 0; i < kTabPages; ++i)
-        display.setBackColor(Form::indexed(u"picReceiveLED", i), colors::kGreen);
+        display.setBackColor(frmDisplay::picReceiveLED[i], colors::kGreen);
     m_tmrReceiveLED.enable();
 }
 
@@ -76,14 +77,14 @@ void TelegramDecoder::setTitleBar() {
 void TelegramDecoder::takeOn(const QString& serialNo) {
     Form& display = m_state.forms.frmDisplay();
     display.hide();
-    display.setValue(QStringLiteral("tabDisplay"), 0);
+    display.setValue(frmDisplay::tabDisplay.whole(), 0);
     Q_EMIT deviceTakenOn(serialNo);
 }
 
 void TelegramDecoder::setSerialLabels(const QString& serialNo) {
     Form& display = m_state.forms.frmDisplay();
     for (int i = 0; i < kTabPages; ++i)
-        display.setCaption(Form::indexed(u"lblSerialNo", i), serialNo);
+        display.setCaption(frmDisplay::lblSerialNo[i], serialNo);
 }
 
 void TelegramDecoder::chooseNextTelegram(int command) {
@@ -97,6 +98,6 @@ void TelegramDecoder::endConnectionPhase() {
     if (!display.isShown()) display.show();
     forms.frmMQ27D().hide();
     forms.frmConnect().unload();
-    Q_EMIT readOutComplete(display.caption(QStringLiteral("lblSerialNo_0")).toDouble());
+    Q_EMIT readOutComplete(display.caption(frmDisplay::lblSerialNo[0]).toDouble());
     forms.frmLogdataDev().load();
 }

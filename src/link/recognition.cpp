@@ -1,6 +1,8 @@
 #include "link/recognition.h"
 
 #include "common/appstate.h"
+#include "common/mainview_elements.h"
+#include "common/startwindow_elements.h"
 #include "link/seriallink.h"
 #include "link/telegram.h"
 #include "values/conversions.h"
@@ -10,8 +12,6 @@
 #include <QFileInfo>
 
 namespace {
-
-const QString kLblDevice = QStringLiteral("lblDevice");
 
 #ifdef Q_OS_WIN
 const QString kSuiteProgram = QStringLiteral("Kompa3.exe");
@@ -38,18 +38,18 @@ void Recognition::SearchStep() {
     SerialLink& link = m_link;
     Form& startWindow = m_state.forms.frmMQ27D();
     if (!link.isPortOpen()) {
-        startWindow.setCaption(kLblDevice, QStringLiteral("COM port OFF"));
+        startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("COM port OFF"));
         return;
     }
     ++m_counter;
     if (m_counter == 1) {
-        startWindow.setCaption(kLblDevice, QStringLiteral("searching for MQ27..//...."));
+        startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("searching for MQ27..//...."));
         link.MakeSendString(kSearchOwnFamily, true);
     } else if (m_counter == 2) {
-        startWindow.setCaption(kLblDevice, QStringLiteral("searching for MQ20....//.."));
+        startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("searching for MQ20....//.."));
         link.MakeSendString(kSearchSecondFamily, true);
     } else {
-        startWindow.setCaption(kLblDevice, QStringLiteral("searching for MQLR......//"));
+        startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("searching for MQLR......//"));
         link.DataTx(telegram::ZeroCommand());
         m_counter = 0;
     }
@@ -62,8 +62,9 @@ void Recognition::RcvDataHandle(const Bytes& t) {
 
     SerialLink& link = m_link;
     link.ReceiveLEDGreen();
-    m_state.forms.frmMQ27D().setCaption(kLblDevice, telegram::DeviceKindName(accepted->deviceKind) +
-                                                        QStringLiteral(" recognized"));
+    m_state.forms.frmMQ27D().setCaption(frmMQ27D::lblDevice,
+                                        telegram::DeviceKindName(accepted->deviceKind) +
+                                            QStringLiteral(" recognized"));
     link.RestartSearchTimer();
 
     if (accepted->deviceKind != telegram::kOwnDeviceKind) {
@@ -83,8 +84,7 @@ void Recognition::handleOwnTelegram(const Bytes& t, std::size_t h) {
         QString::number(Byte2ULong(t[h + 2], t[h + 3], t[h + 4], t[h + 5]), 'f', 0);
     const int command = t[h + 1];
 
-    const bool known =
-        serialNo == m_state.forms.frmDisplay().caption(QStringLiteral("lblSerialNo_0"));
+    const bool known = serialNo == m_state.forms.frmDisplay().caption(frmDisplay::lblSerialNo[0]);
     if (known && command == 1) m_awaitedSerialNo.clear();
     if (!known && !m_state.g.gDeviceSearch) {
         if (command != 1 || !m_awaitedSerialNo.isEmpty()) return;

@@ -2,6 +2,8 @@
 
 #include "common/appstate.h"
 #include "common/colors.h"
+#include "common/dialog_elements.h"
+#include "common/startwindow_elements.h"
 #include "link/checksum.h"
 #include "link/serialport.h"
 #include "link/telegram.h"
@@ -10,11 +12,6 @@
 
 namespace {
 
-const QString kPicReceive = QStringLiteral("picReceive");
-const QString kTxtComSend = QStringLiteral("txtComSend");
-const QString kTxtComReceive = QStringLiteral("txtComReceive");
-const QString kChkSendEnable = QStringLiteral("chkSendEnable");
-const QString kCboPort = QStringLiteral("cboPort");
 const QString kUnavailablePort = QStringLiteral("--");
 
 constexpr int kFirstPort = 1;
@@ -74,7 +71,7 @@ SerialLink::SerialLink(AppState& state, SerialPortDevice* port)
         // The port closed itself; a pending collecting window has nothing left to read.
         connect(m_port, &SerialPortDevice::lost, this, [this] { m_tmrToRx.disable(); });
     }
-    startWindow().setChecked(kChkSendEnable, true);
+    startWindow().setChecked(frmMQ27D::chkSendEnable, true);
     connect(&m_state.forms.frmInterface(), &Form::clicked, this, &SerialLink::onInterfaceClicked);
 }
 
@@ -85,9 +82,9 @@ void SerialLink::MakeSendString(const Bytes& body, bool createCRC) {
 
 void SerialLink::DataTx(const Bytes& s) {
     if (!isPortOpen()) return;
-    startWindow().setCaption(kTxtComSend, monitorText(m_state.now(), s));
+    startWindow().setCaption(frmMQ27D::txtComSend, monitorText(m_state.now(), s));
     m_lastSent = s;
-    if (startWindow().isChecked(kChkSendEnable)) {
+    if (startWindow().isChecked(frmMQ27D::chkSendEnable)) {
         m_port->write(toByteArray(s));
         SendLEDOn();
     }
@@ -98,7 +95,7 @@ void SerialLink::RcvDataGet() {
     if (!isPortOpen()) return;
     ReceiveLEDYellow();
     const Bytes burst = toBytes(m_port->readAll());
-    startWindow().setCaption(kTxtComReceive, monitorText(m_state.now(), burst));
+    startWindow().setCaption(frmMQ27D::txtComReceive, monitorText(m_state.now(), burst));
 
     std::int32_t first = 0;
     std::int32_t last = 0;
@@ -117,29 +114,29 @@ void SerialLink::RestartSearchTimer() {
 }
 
 void SerialLink::ReceiveLEDYellow() {
-    startWindow().setBackColor(kPicReceive, colors::kYellow);
+    startWindow().setBackColor(frmMQ27D::picReceive, colors::kYellow);
     m_tmrReceiveLED.enable();
 }
 
 void SerialLink::ReceiveLEDGreen() {
-    startWindow().setBackColor(kPicReceive, colors::kGreen);
+    startWindow().setBackColor(frmMQ27D::picReceive, colors::kGreen);
     m_tmrReceiveLED.enable();
     setIconBit(kReceiveBit, true);
 }
 
 void SerialLink::ReceiveLEDOff() {
-    startWindow().setBackColor(kPicReceive, colors::kDefault);
+    startWindow().setBackColor(frmMQ27D::picReceive, colors::kDefault);
     setIconBit(kReceiveBit, false);
 }
 
 void SerialLink::SendLEDOn() {
-    startWindow().setForeColor(kPicReceive, colors::kRed);
+    startWindow().setForeColor(frmMQ27D::picReceive, colors::kRed);
     m_tmrSendLED.enable();
     setIconBit(kSendBit, true);
 }
 
 void SerialLink::SendLEDOff() {
-    startWindow().setForeColor(kPicReceive, colors::kDefault);
+    startWindow().setForeColor(frmMQ27D::picReceive, colors::kDefault);
     setIconBit(kSendBit, false);
 }
 
@@ -182,8 +179,8 @@ void SerialLink::ShowCOMPort() {
     if (wasOpen) device->open(rememberedPort);
 
     Form& window = m_state.forms.frmInterface();
-    window.setItems(kCboPort, entries);
-    window.setValue(kCboPort, device->isOpen() ? device->portNumber() : 0);
+    window.setItems(frmInterface::cboPort, entries);
+    window.setValue(frmInterface::cboPort, device->isOpen() ? device->portNumber() : 0);
 }
 
 void SerialLink::stopTimers() {
@@ -195,11 +192,11 @@ void SerialLink::stopTimers() {
 
 void SerialLink::onInterfaceClicked(const QString& element) {
     Form& window = m_state.forms.frmInterface();
-    if (element == u"cmdCancelButton") {
+    if (element == frmInterface::cmdCancelButton) {
         window.unload();
-    } else if (element == u"cmdOKButton") {
-        const QStringList entries = window.items(kCboPort);
-        const double selected = window.value(kCboPort);
+    } else if (element == frmInterface::cmdOKButton) {
+        const QStringList entries = window.items(frmInterface::cboPort);
+        const double selected = window.value(frmInterface::cboPort);
         if (!(selected >= 0 && selected < entries.size())) return;
         const int index = static_cast<int>(selected);
         if (entries.at(index) == kUnavailablePort) return;

@@ -1,18 +1,16 @@
 #include "search/devicesearch.h"
 
 #include "common/appstate.h"
+#include "common/dialog_elements.h"
+#include "common/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
 
 namespace {
 
-const QString kDeviceList = QStringLiteral("lstDeviceList");
-const QString kDataLED = QStringLiteral("picDataLED");
-const QString kSerialNo = QStringLiteral("lblSerialNo_0");
-const QString kConnection = QStringLiteral("lblConnection");
-const QString kOK = QStringLiteral("cmdOK");
-const QString kCancel = QStringLiteral("cmdCancel");
+using namespace frmDeviceSearch;
+const QString kSerialNo = frmDisplay::lblSerialNo[0];
 
 } // namespace
 
@@ -26,18 +24,19 @@ DeviceSearch::DeviceSearch(AppState& state, SerialLink& link, Recognition& recog
     m_tmrDataLED.disable();
     m_tmrBlink.disable();
     connect(&m_tmrDataLED, &FormTimer::timeout, this, [this] {
-        m_state.forms.frmDeviceSearch().setBackColor(kDataLED, colors::kDefault);
+        m_state.forms.frmDeviceSearch().setBackColor(picDataLED, colors::kDefault);
         m_tmrDataLED.disable();
     });
     connect(&m_tmrBlink, &FormTimer::timeout, this, [this] {
         Form& connectWindow = m_state.forms.frmConnect();
-        connectWindow.setVisible(kConnection, !connectWindow.isVisible(kConnection));
+        connectWindow.setVisible(frmConnect::lblConnection,
+                                 !connectWindow.isVisible(frmConnect::lblConnection));
     });
 
     Form& search = m_state.forms.frmDeviceSearch();
     connect(&search, &Form::clicked, this, &DeviceSearch::onSearchWindowClicked);
     connect(&search, &Form::doubleClicked, this, [this](const QString& element) {
-        if (element == kDeviceList) selectListedDevice();
+        if (element == lstDeviceList) selectListedDevice();
     });
     // Closing the window by its frame is a cancel: otherwise the poll would stay stopped
     // with the main view hidden.
@@ -62,14 +61,13 @@ void DeviceSearch::mnuDeviceSearch_Click() {
     Form& display = m_state.forms.frmDisplay();
     Form& search = m_state.forms.frmDeviceSearch();
     search.setTitle(m_state.g.gAppTitle + QStringLiteral(" - ") +
-                    display.caption(QStringLiteral("mnuDeviceSelect")));
-    search.setCaption(QStringLiteral("lblDataLEDLegend"),
-                      display.caption(QStringLiteral("lblReceiveLEDLegend_0")));
-    search.setCaption(kOK, display.caption(QStringLiteral("cmdSettingsAssume")));
-    search.setCaption(kCancel, display.caption(QStringLiteral("cmdSettingsCancel")));
+                    display.caption(frmDisplay::mnuDeviceSelect));
+    search.setCaption(lblDataLEDLegend, display.caption(frmDisplay::lblReceiveLEDLegend[0]));
+    search.setCaption(cmdOK, display.caption(frmDisplay::cmdSettingsAssume));
+    search.setCaption(cmdCancel, display.caption(frmDisplay::cmdSettingsCancel));
     // A search starts with an empty list, as a freshly opened window has it.
-    search.setItems(kDeviceList, {});
-    search.setValue(kDeviceList, -1);
+    search.setItems(lstDeviceList, {});
+    search.setValue(lstDeviceList, -1);
     search.centreOver(display);
     search.show();
 
@@ -84,16 +82,16 @@ void DeviceSearch::mnuDeviceSearch_Click() {
 
 void DeviceSearch::AddDevice(double serial) {
     Form& search = m_state.forms.frmDeviceSearch();
-    search.setBackColor(kDataLED, colors::kGreen);
+    search.setBackColor(picDataLED, colors::kGreen);
     m_tmrDataLED.enable();
 
     const QString text = QString::number(serial, 'f', 0);
-    const QStringList listed = search.items(kDeviceList);
+    const QStringList listed = search.items(lstDeviceList);
     if (listed.isEmpty()) {
-        search.addItem(kDeviceList, text);
-        search.setValue(kDeviceList, 0);
+        search.addItem(lstDeviceList, text);
+        search.setValue(lstDeviceList, 0);
     } else if (!listed.contains(text)) {
-        search.addItem(kDeviceList, text);
+        search.addItem(lstDeviceList, text);
     }
 }
 
@@ -124,21 +122,21 @@ void DeviceSearch::ShowConnect(const QString& title) {
 }
 
 void DeviceSearch::onSearchWindowClicked(const QString& element) {
-    if (element == kOK)
+    if (element == cmdOK)
         selectListedDevice();
-    else if (element == kCancel)
+    else if (element == cmdCancel)
         selectPreviousDevice();
 }
 
 void DeviceSearch::onConnectClicked(const QString& element) {
-    if (element == kCancel) cancelConnection();
+    if (element == frmConnect::cmdCancel) cancelConnection();
 }
 
 // Without a selected row there is nothing to choose, and the window stays open.
 void DeviceSearch::selectListedDevice() {
     Form& search = m_state.forms.frmDeviceSearch();
-    const QStringList listed = search.items(kDeviceList);
-    const double row = search.value(kDeviceList);
+    const QStringList listed = search.items(lstDeviceList);
+    const double row = search.value(lstDeviceList);
     if (!(row >= 0 && row < listed.size())) return;
     DeviceSelection(listed.at(static_cast<qsizetype>(row)));
     search.unload();
@@ -147,7 +145,7 @@ void DeviceSearch::selectListedDevice() {
 // Row 0 is the device that was selected when the search began.
 void DeviceSearch::selectPreviousDevice() {
     Form& search = m_state.forms.frmDeviceSearch();
-    const QStringList listed = search.items(kDeviceList);
+    const QStringList listed = search.items(lstDeviceList);
     if (listed.isEmpty()) return;
     DeviceSelection(listed.first());
     search.unload();
@@ -165,6 +163,6 @@ void DeviceSearch::onConnectWindowChanged(Form::WindowChange change) {
         m_tmrBlink.enable();
     } else if (change == Form::WindowChange::Hidden || change == Form::WindowChange::Unloaded) {
         m_tmrBlink.disable();
-        m_state.forms.frmConnect().setVisible(kConnection, true);
+        m_state.forms.frmConnect().setVisible(frmConnect::lblConnection, true);
     }
 }

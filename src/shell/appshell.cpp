@@ -1,6 +1,9 @@
 #include "shell/appshell.h"
 
 #include "common/appstate.h"
+#include "common/dialog_elements.h"
+#include "common/mainview_elements.h"
+#include "common/startwindow_elements.h"
 #include "files/devicefiles.h"
 #include "link/seriallink.h"
 #include "shell/languages.h"
@@ -8,7 +11,7 @@
 
 namespace {
 
-const QString kTrayIcon = QStringLiteral("trayIcon");
+const QString kTrayIcon = frmMQ27D::trayIcon;
 const QString kCrLf2 = QStringLiteral("\r\n\r\n");
 
 // The windows taken down with the start window, in this order.
@@ -172,20 +175,21 @@ void AppShell::trayIconActivated() {
 }
 
 void AppShell::onMenuClicked(const QString& element) {
-    if (element == u"mnuLoad")
+    // Both windows name these entries alike; only the exit entries differ.
+    if (element == frmMQ27D::mnuLoad)
         ShowLoadFile();
-    else if (element == u"mnuCloseApp" || element == u"mnuExit")
+    else if (element == frmMQ27D::mnuCloseApp || element == frmDisplay::mnuExit)
         CloseApplication();
-    else if (element == u"mnuInterface")
+    else if (element == frmMQ27D::mnuInterface)
         ShowInterface();
-    else if (element == u"mnuLanguage")
+    else if (element == frmMQ27D::mnuLanguage)
         ShowLanguage();
-    else if (element == u"mnuInfo")
+    else if (element == frmMQ27D::mnuInfo)
         ShowInfo();
 }
 
 void AppShell::onAboutClicked(const QString& element) {
-    if (element == u"cmdOK") m_state.forms.frmAbout().unload();
+    if (element == frmAbout::cmdOK) m_state.forms.frmAbout().unload();
 }
 
 // Only the first argument counts (gCmdArgs[0]): the logger switch, or a saved device file.

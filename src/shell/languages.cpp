@@ -1,6 +1,9 @@
 #include "shell/languages.h"
 
 #include "common/appstate.h"
+#include "common/dialog_elements.h"
+#include "common/mainview_elements.h"
+#include "common/startwindow_elements.h"
 #include "common/stringtable.h"
 
 namespace {
@@ -14,15 +17,15 @@ QString twoDigits(int number) {
 }
 
 // Captions by element name, applied in one go.
-using Captions = std::initializer_list<std::pair<const char*, QString>>;
+using Captions = std::initializer_list<std::pair<QString, QString>>;
 
 void setCaptions(Form& form, Captions captions) {
     for (const auto& [element, caption] : captions)
-        form.setCaption(QString::fromLatin1(element), caption);
+        form.setCaption(element, caption);
 }
 
 QString languageOption(int index) {
-    return Form::indexed(u"optLanguage", index);
+    return frmLanguage::optLanguage[index];
 }
 
 } // namespace
@@ -77,27 +80,28 @@ QString Languages::versionNumber() {
 void Languages::applyStartWindow(const Texts& s) {
     Form& form = m_state.forms.frmMQ27D();
     form.setTitle(s(0) + versionText());
-    setCaptions(form,
-                {{"mnuFile", s(1)},
-                 {"mnuLoad", s(3)},
-                 {"mnuCloseApp", s(4)},
-                 {"mnuSettings", s(5)},
-                 {"mnuInterface", s(106)},
-                 {"mnuLanguage", s(7)},
-                 {"mnuHelp", s(8)},
-                 {"mnuInfo", s(9)},
-                 {"lblAppName", QString()},
-                 {"lblReceive", s(102)},
-                 {"lblSend", s(103)},
-                 {"txtComSend", QString()},
-                 {"txtComReceive", QString()},
-                 {"lblDevice", QString()},
-                 {"fraComSend", QStringLiteral("COM Port output (sent data bytes, HEX)")},
-                 {"fraComReceive", QStringLiteral("COM Port input (received data bytes, HEX)")},
-                 {"chkSendEnable", QStringLiteral("Send Enable")}});
+    setCaptions(
+        form,
+        {{frmMQ27D::mnuFile, s(1)},
+         {frmMQ27D::mnuLoad, s(3)},
+         {frmMQ27D::mnuCloseApp, s(4)},
+         {frmMQ27D::mnuSettings, s(5)},
+         {frmMQ27D::mnuInterface, s(106)},
+         {frmMQ27D::mnuLanguage, s(7)},
+         {frmMQ27D::mnuHelp, s(8)},
+         {frmMQ27D::mnuInfo, s(9)},
+         {frmMQ27D::lblAppName, QString()},
+         {frmMQ27D::lblReceive, s(102)},
+         {frmMQ27D::lblSend, s(103)},
+         {frmMQ27D::txtComSend, QString()},
+         {frmMQ27D::txtComReceive, QString()},
+         {frmMQ27D::lblDevice, QString()},
+         {frmMQ27D::fraComSend, QStringLiteral("COM Port output (sent data bytes, HEX)")},
+         {frmMQ27D::fraComReceive, QStringLiteral("COM Port input (received data bytes, HEX)")},
+         {frmMQ27D::chkSendEnable, QStringLiteral("Send Enable")}});
     // The monitor frames belong to a development build; this one keeps them hidden.
-    form.setVisible(QStringLiteral("fraComSend"), false);
-    form.setVisible(QStringLiteral("fraComReceive"), false);
+    form.setVisible(frmMQ27D::fraComSend, false);
+    form.setVisible(frmMQ27D::fraComReceive, false);
 }
 
 void Languages::applyMessages(const Texts& s) {
@@ -119,9 +123,10 @@ void Languages::applyMessages(const Texts& s) {
 void Languages::applyInterfaceAndLanguage(const Texts& s) {
     Form& ports = m_state.forms.frmInterface();
     ports.setTitle(s(106));
-    setCaptions(ports,
-                {{"lblCOMPort", s(107)}, {"cmdOKButton", s(71)}, {"cmdCancelButton", s(49)}});
-    const QString portList = QStringLiteral("cboPort");
+    setCaptions(ports, {{frmInterface::lblCOMPort, s(107)},
+                        {frmInterface::cmdOKButton, s(71)},
+                        {frmInterface::cmdCancelButton, s(49)}});
+    const QString portList = frmInterface::cboPort;
     QStringList entries = ports.items(portList);
     // Entry 0 is "off"; the others are port numbers, filled when the window is shown.
     if (!entries.isEmpty()) {
@@ -131,62 +136,64 @@ void Languages::applyInterfaceAndLanguage(const Texts& s) {
 
     Form& dialog = m_state.forms.frmLanguage();
     dialog.setTitle(s(7));
-    setCaptions(dialog, {{"optLanguage_0", QStringLiteral("Default")},
-                         {"optLanguage_1", QStringLiteral("Deutsch")},
-                         {"optLanguage_2", QStringLiteral("English")},
-                         {"optLanguage_3", QStringLiteral("Français")},
-                         {"optLanguage_4", QStringLiteral("Nederlands")},
-                         {"cmdOK", s(71)}});
+    setCaptions(dialog, {{frmLanguage::optLanguage[0], QStringLiteral("Default")},
+                         {frmLanguage::optLanguage[1], QStringLiteral("Deutsch")},
+                         {frmLanguage::optLanguage[2], QStringLiteral("English")},
+                         {frmLanguage::optLanguage[3], QStringLiteral("Français")},
+                         {frmLanguage::optLanguage[4], QStringLiteral("Nederlands")},
+                         {frmLanguage::cmdOK, s(71)}});
 }
 
 void Languages::applyMainView(const Texts& s) {
     Form& view = m_state.forms.frmDisplay();
-    setCaptions(view, {{"mnuFile", s(1)},
-                       {"mnuLoad", s(3)},
-                       {"mnuSave", s(2)},
-                       {"mnuExit", s(4)},
-                       {"mnuSettings", s(5)},
-                       {"mnuInterface", s(106)},
-                       {"mnuLanguage", s(7)},
-                       {"mnuCelsius", QStringLiteral("°C")},
-                       {"mnuFahrenheit", QStringLiteral("°F")},
-                       {"mnuPercentMeter", QStringLiteral("%/m")},
-                       {"mnuPercentFeet", QStringLiteral("%/ft")},
-                       {"mnuDeviceSelect", s(12)},
-                       {"mnuDeviceSearch", s(13)},
-                       {"mnuHelp", s(8)},
-                       {"mnuPDFHelp", s(68)},
-                       {"mnuInfo", s(9)}});
+    setCaptions(view, {{frmDisplay::mnuFile, s(1)},
+                       {frmDisplay::mnuLoad, s(3)},
+                       {frmDisplay::mnuSave, s(2)},
+                       {frmDisplay::mnuExit, s(4)},
+                       {frmDisplay::mnuSettings, s(5)},
+                       {frmDisplay::mnuInterface, s(106)},
+                       {frmDisplay::mnuLanguage, s(7)},
+                       {frmDisplay::mnuCelsius, QStringLiteral("°C")},
+                       {frmDisplay::mnuFahrenheit, QStringLiteral("°F")},
+                       {frmDisplay::mnuPercentMeter, QStringLiteral("%/m")},
+                       {frmDisplay::mnuPercentFeet, QStringLiteral("%/ft")},
+                       {frmDisplay::mnuDeviceSelect, s(12)},
+                       {frmDisplay::mnuDeviceSearch, s(13)},
+                       {frmDisplay::mnuHelp, s(8)},
+                       {frmDisplay::mnuPDFHelp, s(68)},
+                       {frmDisplay::mnuInfo, s(9)}});
     const QString a = QStringLiteral(" A");
     const QString b = QStringLiteral(" B");
     const QString tabs[kTabCount] = {s(10),     s(371), s(372),     s(11) + a,
                                      s(11) + b, s(24),  s(369) + a, s(369) + b};
     for (int i = 0; i < kTabCount; ++i) {
-        view.setCaption(Form::indexed(u"tabDisplay", i), tabs[i]);
-        view.setCaption(Form::indexed(u"lblReceiveLEDLegend", i), s(54));
-        view.setCaption(Form::indexed(u"lblSerialNoLegend", i), s(47));
+        view.setCaption(frmDisplay::tabDisplay[i], tabs[i]);
+        view.setCaption(frmDisplay::lblReceiveLEDLegend[i], s(54));
+        view.setCaption(frmDisplay::lblSerialNoLegend[i], s(47));
     }
 }
 
 void Languages::applyAbout(const Texts& s) {
     Form& about = m_state.forms.frmAbout();
     about.setTitle(s(113));
-    setCaptions(about,
-                {{"lblKompaVersion", s(114) + m_state.g.gVersionSuffix},
-                 {"lblDisplay", s(115) + u' ' + s(0) + QStringLiteral(",  V") + versionNumber()},
-                 {"lblCopyright_0", s(116)},
-                 {"lblCopyright_1", s(117)},
-                 {"cmdOK", s(71)}});
+    setCaptions(about, {{frmAbout::lblKompaVersion, s(114) + m_state.g.gVersionSuffix},
+                        {frmAbout::lblDisplay,
+                         s(115) + u' ' + s(0) + QStringLiteral(",  V") + versionNumber()},
+                        {frmAbout::lblCopyright[0], s(116)},
+                        {frmAbout::lblCopyright[1], s(117)},
+                        {frmAbout::cmdOK, s(71)}});
 }
 
 void Languages::applyConnectAndSearch(const Texts& s) {
-    setCaptions(m_state.forms.frmConnect(), {{"lblConnection", s(418)}, {"cmdCancel", s(49)}});
-    setCaptions(m_state.forms.frmDeviceSearch(),
-                {{"lblDataLEDLegend", s(54)}, {"cmdOK", s(51)}, {"cmdCancel", s(49)}});
+    setCaptions(m_state.forms.frmConnect(),
+                {{frmConnect::lblConnection, s(418)}, {frmConnect::cmdCancel, s(49)}});
+    setCaptions(m_state.forms.frmDeviceSearch(), {{frmDeviceSearch::lblDataLEDLegend, s(54)},
+                                                  {frmDeviceSearch::cmdOK, s(51)},
+                                                  {frmDeviceSearch::cmdCancel, s(49)}});
 }
 
 void Languages::onLanguageClicked(const QString& element) {
-    if (element != QStringLiteral("cmdOK")) return;
+    if (element != frmLanguage::cmdOK) return;
     Form& dialog = m_state.forms.frmLanguage();
     int checked = 0;
     for (int i = 0; i < kLanguageOptions; ++i) {
@@ -202,9 +209,12 @@ void Languages::onLanguageClicked(const QString& element) {
 // The options form one group: choosing one clears the others.
 void Languages::onLanguageEdited(const QString& element) {
     Form& dialog = m_state.forms.frmLanguage();
-    if (!element.startsWith(u"optLanguage_") || !dialog.isChecked(element)) return;
-    for (int i = 0; i < kLanguageOptions; ++i) {
-        if (languageOption(i) != element) dialog.setChecked(languageOption(i), false);
+    QStringList options;
+    for (int i = 0; i < kLanguageOptions; ++i)
+        options << languageOption(i);
+    if (!options.contains(element) || !dialog.isChecked(element)) return;
+    for (const QString& option : options) {
+        if (option != element) dialog.setChecked(option, false);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "display/ui/frmdisplay.h"
 
+#include "common/mainview_elements.h"
 #include "common/ui/formview.h"
 #include "common/ui/lamp.h"
 #include "common/ui/windowparts.h"
@@ -29,7 +30,7 @@ frmDisplayWindow::frmDisplayWindow(Form& form, QWidget* parent)
     : QMainWindow(parent) {
     setObjectName(form.name());
     buildMenus();
-    m_tabs = named<QTabWidget>(QStringLiteral("tabDisplay"));
+    m_tabs = named<QTabWidget>(frmDisplay::tabDisplay.whole());
     m_tabs->setDocumentMode(true);
     for (int page = 0; page < kPageCount; ++page)
         m_tabs->addTab(buildPage(page), QString());
@@ -45,33 +46,33 @@ QWidget* frmDisplayWindow::pageBody(int page) const {
 }
 
 void frmDisplayWindow::buildMenus() {
-    QMenu* file = namedMenu(menuBar(), QStringLiteral("mnuFile"));
-    namedEntry(file, QStringLiteral("mnuLoad"));
-    namedEntry(file, QStringLiteral("mnuSave"));
+    QMenu* file = namedMenu(menuBar(), frmDisplay::mnuFile);
+    namedEntry(file, frmDisplay::mnuLoad);
+    namedEntry(file, frmDisplay::mnuSave);
     namedSeparator(file);
-    namedEntry(file, QStringLiteral("mnuExit"));
+    namedEntry(file, frmDisplay::mnuExit);
 
-    QMenu* settings = namedMenu(menuBar(), QStringLiteral("mnuSettings"));
-    namedEntry(settings, QStringLiteral("mnuInterface"));
-    namedEntry(settings, QStringLiteral("mnuLanguage"));
+    QMenu* settings = namedMenu(menuBar(), frmDisplay::mnuSettings);
+    namedEntry(settings, frmDisplay::mnuInterface);
+    namedEntry(settings, frmDisplay::mnuLanguage);
     namedSeparator(settings);
-    makeExclusive(settings, namedEntry(settings, QStringLiteral("mnuCelsius"), true),
-                  namedEntry(settings, QStringLiteral("mnuFahrenheit"), true));
+    makeExclusive(settings, namedEntry(settings, frmDisplay::mnuCelsius, true),
+                  namedEntry(settings, frmDisplay::mnuFahrenheit, true));
     namedSeparator(settings);
-    makeExclusive(settings, namedEntry(settings, QStringLiteral("mnuPercentMeter"), true),
-                  namedEntry(settings, QStringLiteral("mnuPercentFeet"), true));
+    makeExclusive(settings, namedEntry(settings, frmDisplay::mnuPercentMeter, true),
+                  namedEntry(settings, frmDisplay::mnuPercentFeet, true));
 
-    QMenu* select = namedMenu(menuBar(), QStringLiteral("mnuDeviceSelect"));
-    namedEntry(select, QStringLiteral("mnuDeviceSearch"));
-    QMenu* logger = namedMenu(menuBar(), QStringLiteral("mnuLogger"));
-    namedEntry(logger, QStringLiteral("mnuLogDataDev"));
-    QMenu* help = namedMenu(menuBar(), QStringLiteral("mnuHelp"));
-    namedEntry(help, QStringLiteral("mnuPDFHelp"));
-    namedEntry(help, QStringLiteral("mnuInfo"));
+    QMenu* select = namedMenu(menuBar(), frmDisplay::mnuDeviceSelect);
+    namedEntry(select, frmDisplay::mnuDeviceSearch);
+    QMenu* logger = namedMenu(menuBar(), frmDisplay::mnuLogger);
+    namedEntry(logger, frmDisplay::mnuLogDataDev);
+    QMenu* help = namedMenu(menuBar(), frmDisplay::mnuHelp);
+    namedEntry(help, frmDisplay::mnuPDFHelp);
+    namedEntry(help, frmDisplay::mnuInfo);
 }
 
 QWidget* frmDisplayWindow::buildPage(int page) {
-    auto* serial = label(Form::indexed(u"lblSerialNo", page));
+    auto* serial = label(frmDisplay::lblSerialNo[page]);
     QFont bold = serial->font();
     bold.setBold(true);
     serial->setFont(bold);
@@ -79,18 +80,18 @@ QWidget* frmDisplayWindow::buildPage(int page) {
 
     auto* header = new QHBoxLayout;
     header->setSpacing(8);
-    header->addWidget(label(Form::indexed(u"lblSerialNoLegend", page)));
+    header->addWidget(label(frmDisplay::lblSerialNoLegend[page]));
     header->addWidget(serial);
     header->addStretch(1);
-    header->addWidget(named<Lamp>(Form::indexed(u"picReceiveLED", page)));
-    header->addWidget(label(Form::indexed(u"lblReceiveLEDLegend", page)));
+    header->addWidget(named<Lamp>(frmDisplay::picReceiveLED[page]));
+    header->addWidget(label(frmDisplay::lblReceiveLEDLegend[page]));
 
     auto* body = new QWidget;
     auto* bodyLayout = new QVBoxLayout(body);
     bodyLayout->setContentsMargins(0, 0, 0, 0);
     m_bodies.append(body);
 
-    auto* tab = named<QWidget>(Form::indexed(u"tabDisplay", page));
+    auto* tab = named<QWidget>(frmDisplay::tabDisplay[page]);
     auto* layout = new QVBoxLayout(tab);
     layout->setContentsMargins(14, 10, 14, 14);
     layout->setSpacing(10);

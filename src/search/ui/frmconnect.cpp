@@ -1,5 +1,6 @@
 #include "search/ui/frmconnect.h"
 
+#include "common/dialog_elements.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
@@ -17,7 +18,7 @@ frmConnectWindow::frmConnectWindow(Form& form, QWidget* parent)
     auto* device = new QLabel;
     device->setPixmap(artwork::deviceIcon(1, 40, devicePixelRatioF()));
 
-    auto* connection = label(QStringLiteral("lblConnection"));
+    auto* connection = label(frmConnect::lblConnection);
     QFont large = connection->font();
     large.setPointSizeF(large.pointSizeF() * 1.15);
     connection->setFont(large);
@@ -35,11 +36,11 @@ frmConnectWindow::frmConnectWindow(Form& form, QWidget* parent)
     root->setContentsMargins(20, 18, 20, 14);
     root->setSpacing(16);
     root->addLayout(message);
-    root->addLayout(buttonRow({button(QStringLiteral("cmdCancel"), true)}));
+    root->addLayout(buttonRow({button(frmConnect::cmdCancel, true)}));
     setMinimumWidth(360);
 
     m_view = std::make_unique<FormView>(form, this);
-    m_view->setEscapeElement(QStringLiteral("cmdCancel"));
+    m_view->setEscapeElement(frmConnect::cmdCancel);
 }
 
 frmConnectWindow::~frmConnectWindow() = default;

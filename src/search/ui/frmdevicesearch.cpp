@@ -1,5 +1,6 @@
 #include "search/ui/frmdevicesearch.h"
 
+#include "common/dialog_elements.h"
 #include "common/ui/formview.h"
 #include "common/ui/lamp.h"
 #include "common/ui/windowparts.h"
@@ -15,18 +16,18 @@ using namespace windowparts;
 frmDeviceSearchWindow::frmDeviceSearchWindow(Form& form, QWidget* parent)
     : QDialog(parent) {
     setObjectName(form.name());
-    auto* devices = named<QListWidget>(QStringLiteral("lstDeviceList"));
+    auto* devices = named<QListWidget>(frmDeviceSearch::lstDeviceList);
     devices->setSelectionMode(QAbstractItemView::SingleSelection);
     devices->setMinimumHeight(devices->fontMetrics().lineSpacing() * 9);
     devices->setAlternatingRowColors(true);
 
     auto* bottom = new QHBoxLayout;
     bottom->setSpacing(8);
-    bottom->addWidget(named<Lamp>(QStringLiteral("picDataLED")));
-    bottom->addWidget(label(QStringLiteral("lblDataLEDLegend")));
+    bottom->addWidget(named<Lamp>(frmDeviceSearch::picDataLED));
+    bottom->addWidget(label(frmDeviceSearch::lblDataLEDLegend));
     bottom->addSpacing(24);
     bottom->addLayout(
-        buttonRow({button(QStringLiteral("cmdOK"), true), button(QStringLiteral("cmdCancel"))}), 1);
+        buttonRow({button(frmDeviceSearch::cmdOK, true), button(frmDeviceSearch::cmdCancel)}), 1);
 
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(16, 16, 16, 14);
@@ -36,7 +37,7 @@ frmDeviceSearchWindow::frmDeviceSearchWindow(Form& form, QWidget* parent)
     setMinimumSize(380, 320);
 
     m_view = std::make_unique<FormView>(form, this);
-    m_view->setEscapeElement(QStringLiteral("cmdCancel"));
+    m_view->setEscapeElement(frmDeviceSearch::cmdCancel);
 }
 
 frmDeviceSearchWindow::~frmDeviceSearchWindow() = default;

@@ -1,5 +1,6 @@
 #include "shell/ui/frmabout.h"
 
+#include "common/dialog_elements.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
@@ -13,7 +14,7 @@ using namespace windowparts;
 frmAboutWindow::frmAboutWindow(Form& form, QWidget* parent)
     : QDialog(parent) {
     setObjectName(form.name());
-    auto* version = label(QStringLiteral("lblKompaVersion"));
+    auto* version = label(frmAbout::lblKompaVersion);
     QFont heading = version->font();
     heading.setBold(true);
     heading.setPointSizeF(heading.pointSizeF() * 1.15);
@@ -22,10 +23,10 @@ frmAboutWindow::frmAboutWindow(Form& form, QWidget* parent)
     auto* texts = new QVBoxLayout;
     texts->setSpacing(4);
     texts->addWidget(version);
-    texts->addWidget(label(QStringLiteral("lblDisplay")));
+    texts->addWidget(label(frmAbout::lblDisplay));
     texts->addSpacing(14);
     for (int i = 0; i < 2; ++i) {
-        auto* rights = label(Form::indexed(u"lblCopyright", i));
+        auto* rights = label(frmAbout::lblCopyright[i]);
         rights->setForegroundRole(QPalette::PlaceholderText);
         texts->addWidget(rights);
     }
@@ -36,12 +37,12 @@ frmAboutWindow::frmAboutWindow(Form& form, QWidget* parent)
     root->addWidget(new LogoView(48));
     root->addWidget(divider());
     root->addLayout(texts);
-    root->addLayout(buttonRow({button(QStringLiteral("cmdOK"), true)}));
+    root->addLayout(buttonRow({button(frmAbout::cmdOK, true)}));
     root->setSizeConstraint(QLayout::SetFixedSize);
     setMinimumWidth(380);
 
     m_view = std::make_unique<FormView>(form, this);
-    m_view->setEscapeElement(QStringLiteral("cmdOK"));
+    m_view->setEscapeElement(frmAbout::cmdOK);
 }
 
 frmAboutWindow::~frmAboutWindow() = default;

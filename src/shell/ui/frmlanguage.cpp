@@ -1,5 +1,6 @@
 #include "shell/ui/frmlanguage.h"
 
+#include "common/dialog_elements.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
@@ -29,12 +30,12 @@ frmLanguageWindow::frmLanguageWindow(Form& form, QWidget* parent)
     const int flagHeight = fontMetrics().height();
     const QSize flagSize(flagHeight * 3 / 2, flagHeight);
     for (int i = 0; i <= 4; ++i) {
-        auto* option = named<QRadioButton>(Form::indexed(u"optLanguage", i),
-                                           QString::fromUtf8(kOptionTexts[i]));
+        auto* option =
+            named<QRadioButton>(frmLanguage::optLanguage[i], QString::fromUtf8(kOptionTexts[i]));
         options->addButton(option, i);
         grid->addWidget(option, i, 1);
         if (i == 0) continue;
-        auto* flag = label(Form::indexed(u"imgFlag", i));
+        auto* flag = label(frmLanguage::imgFlag[i]);
         flag->setPixmap(artwork::flag(i, flagSize, devicePixelRatioF()));
         flag->setFixedSize(flagSize);
         grid->addWidget(flag, i, 0);
@@ -44,7 +45,7 @@ frmLanguageWindow::frmLanguageWindow(Form& form, QWidget* parent)
     root->setContentsMargins(20, 16, 20, 14);
     root->setSpacing(16);
     root->addLayout(grid);
-    root->addLayout(buttonRow({button(QStringLiteral("cmdOK"), true)}));
+    root->addLayout(buttonRow({button(frmLanguage::cmdOK, true)}));
     root->setSizeConstraint(QLayout::SetFixedSize);
 
     m_view = std::make_unique<FormView>(form, this);

@@ -1,5 +1,6 @@
 #include "shell/ui/frmmq27d.h"
 
+#include "common/startwindow_elements.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/ledpair.h"
@@ -29,15 +30,15 @@ frmMQ27DWindow::frmMQ27DWindow(Form& form, QWidget* parent)
 frmMQ27DWindow::~frmMQ27DWindow() = default;
 
 void frmMQ27DWindow::buildMenus() {
-    QMenu* file = namedMenu(menuBar(), QStringLiteral("mnuFile"));
-    namedEntry(file, QStringLiteral("mnuLoad"));
-    namedSeparator(file, QStringLiteral("mnuSep1"));
-    namedEntry(file, QStringLiteral("mnuCloseApp"));
-    QMenu* settings = namedMenu(menuBar(), QStringLiteral("mnuSettings"));
-    namedEntry(settings, QStringLiteral("mnuInterface"));
-    namedEntry(settings, QStringLiteral("mnuLanguage"));
-    QMenu* help = namedMenu(menuBar(), QStringLiteral("mnuHelp"));
-    namedEntry(help, QStringLiteral("mnuInfo"));
+    QMenu* file = namedMenu(menuBar(), frmMQ27D::mnuFile);
+    namedEntry(file, frmMQ27D::mnuLoad);
+    namedSeparator(file, frmMQ27D::mnuSep1);
+    namedEntry(file, frmMQ27D::mnuCloseApp);
+    QMenu* settings = namedMenu(menuBar(), frmMQ27D::mnuSettings);
+    namedEntry(settings, frmMQ27D::mnuInterface);
+    namedEntry(settings, frmMQ27D::mnuLanguage);
+    QMenu* help = namedMenu(menuBar(), frmMQ27D::mnuHelp);
+    namedEntry(help, frmMQ27D::mnuInfo);
 }
 
 QWidget* frmMQ27DWindow::buildLinkPanel() {
@@ -45,23 +46,23 @@ QWidget* frmMQ27DWindow::buildLinkPanel() {
     auto* leds = new QGridLayout;
     leds->setHorizontalSpacing(8);
     leds->setVerticalSpacing(0);
-    leds->addWidget(named<LedPair>(QStringLiteral("picReceive")), 0, 0, 2, 1);
-    leds->addWidget(label(QStringLiteral("lblReceive")), 0, 1, Qt::AlignVCenter);
-    leds->addWidget(label(QStringLiteral("lblSend")), 1, 1, Qt::AlignVCenter);
+    leds->addWidget(named<LedPair>(frmMQ27D::picReceive), 0, 0, 2, 1);
+    leds->addWidget(label(frmMQ27D::lblReceive), 0, 1, Qt::AlignVCenter);
+    leds->addWidget(label(frmMQ27D::lblSend), 1, 1, Qt::AlignVCenter);
 
-    auto* appName = label(QStringLiteral("lblAppName"));
+    auto* appName = label(frmMQ27D::lblAppName);
     QFont large = appName->font();
     large.setPointSizeF(large.pointSizeF() * 1.3);
     large.setBold(true);
     appName->setFont(large);
 
     auto* top = new QHBoxLayout;
-    top->addWidget(named<LogoView>(QStringLiteral("picHALVORN"), 40));
+    top->addWidget(named<LogoView>(frmMQ27D::picHALVORN, 40));
     top->addSpacing(12);
     top->addWidget(appName, 1);
     top->addLayout(leds);
 
-    auto* device = label(QStringLiteral("lblDevice"));
+    auto* device = label(frmMQ27D::lblDevice);
     device->setFrameShape(QFrame::StyledPanel);
     device->setFrameShadow(QFrame::Sunken);
     device->setMargin(6);
@@ -74,10 +75,9 @@ QWidget* frmMQ27DWindow::buildLinkPanel() {
     root->setContentsMargins(16, 14, 16, 14);
     root->setSpacing(12);
     root->addLayout(top);
-    root->addWidget(buildMonitorFrame(QStringLiteral("fraComSend"), QStringLiteral("txtComSend"),
+    root->addWidget(buildMonitorFrame(frmMQ27D::fraComSend, frmMQ27D::txtComSend,
                                       QStringLiteral("COM Port output (sent data bytes, HEX)")));
-    root->addWidget(buildMonitorFrame(QStringLiteral("fraComReceive"),
-                                      QStringLiteral("txtComReceive"),
+    root->addWidget(buildMonitorFrame(frmMQ27D::fraComReceive, frmMQ27D::txtComReceive,
                                       QStringLiteral("COM Port input (received data bytes, HEX)")));
     root->addWidget(device);
     return panel;
@@ -92,9 +92,8 @@ QWidget* frmMQ27DWindow::buildMonitorFrame(const QString& frame, const QString& 
     hex->setFixedHeight(hex->fontMetrics().lineSpacing() * 5);
     auto* layout = new QVBoxLayout(box);
     layout->addWidget(hex);
-    if (frame == QLatin1String("fraComSend"))
-        layout->addWidget(
-            named<QCheckBox>(QStringLiteral("chkSendEnable"), QStringLiteral("Send Enable")));
+    if (frame == frmMQ27D::fraComSend)
+        layout->addWidget(named<QCheckBox>(frmMQ27D::chkSendEnable, QStringLiteral("Send Enable")));
     box->setVisible(false);
     return box;
 }

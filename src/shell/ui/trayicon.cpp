@@ -1,6 +1,7 @@
 #include "shell/ui/trayicon.h"
 
 #include "common/formmodel.h"
+#include "common/startwindow_elements.h"
 #include "common/ui/artwork.h"
 #include "shell/appshell.h"
 
@@ -8,7 +9,7 @@
 #include <cmath>
 
 namespace {
-const QString kElement = QStringLiteral("trayIcon");
+const QString kElement = frmMQ27D::trayIcon;
 // The notification area's tip holds 63 characters.
 constexpr int kTipLength = 63;
 } // namespace

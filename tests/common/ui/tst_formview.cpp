@@ -22,6 +22,25 @@
 
 #include <memory>
 
+#define SAMPLE_ELEMENTS(ONE, MANY)                                                                 \
+    ONE(mnuFile, Menu)                                                                             \
+    ONE(mnuLoad, Menu)                                                                             \
+    ONE(mnuCelsius, Menu)                                                                          \
+    MANY(tabMain, Tab, 0, 2)                                                                       \
+    ONE(lblText, Label)                                                                            \
+    ONE(cmdGo, Button)                                                                             \
+    ONE(txtLine, Text)                                                                             \
+    ONE(txtMulti, Text)                                                                            \
+    ONE(fraBox, Frame)                                                                             \
+    ONE(chkTick, Check)                                                                            \
+    MANY(optChoice, Option, 0, 1)                                                                  \
+    ONE(cboList, Combo)                                                                            \
+    ONE(lstList, List)                                                                             \
+    ONE(ctrUpDown, UpDown)                                                                         \
+    ONE(picLamp, Box)                                                                              \
+    ONE(lblNowhere, Label)
+MQ27_DECLARE_FORM(frmSample, SAMPLE_ELEMENTS)
+
 namespace {
 
 // One element of every kind the binder knows, in a dialog so that Escape counts.
@@ -89,7 +108,7 @@ class TestFormView : public QObject {
 
 private Q_SLOTS:
     void init() {
-        form = std::make_unique<Form>(QStringLiteral("frmSample"));
+        form = std::make_unique<Form>(QStringLiteral("frmSample"), frmSample::kElements);
         window = std::make_unique<Sample>();
         view = std::make_unique<FormView>(*form, window.get());
     }
@@ -251,7 +270,7 @@ private Q_SLOTS:
     }
 
     void bindAppliesWhatTheModelHeldBefore() {
-        Form early(QStringLiteral("frmEarly"));
+        Form early(QStringLiteral("frmEarly"), frmSample::kElements);
         early.setCaption(QStringLiteral("cmdGo"), QStringLiteral("Übernehmen"));
         early.setItems(QStringLiteral("cboList"), {"Aus", "1", "2"});
         early.setValue(QStringLiteral("cboList"), 2);
@@ -365,7 +384,7 @@ private Q_SLOTS:
     }
 
     void centresOverTheOtherFormsWindow() {
-        Form otherForm(QStringLiteral("frmOther"));
+        Form otherForm(QStringLiteral("frmOther"), frmSample::kElements);
         QWidget other;
         other.setObjectName(QStringLiteral("frmOther"));
         other.setGeometry(300, 200, 600, 400);

@@ -1,0 +1,55 @@
+#include "common/forms.h"
+#include "common/mainview_elements.h"
+
+#include <QtTest>
+
+namespace {
+
+QStringList refused;
+
+void remember(const QString& form, const QString& element) {
+    refused << form + u'.' + element;
+}
+
+} // namespace
+
+class TestElements : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        refused.clear();
+        setUndeclaredElementHandler(remember);
+    }
+    void cleanup() { setUndeclaredElementHandler(nullptr); }
+
+    void windowHoldsExactlyItsDeclaration() {
+        Forms forms;
+        const QStringList names = forms.frmDisplay().elementNames();
+        QVERIFY(names.contains(QStringLiteral("lblSerialNo_7")));
+        QVERIFY2(names.contains(QStringLiteral("tabDisplay")), "a tab array names its widget");
+        QVERIFY(!names.contains(QStringLiteral("lblSerialNo_8")));
+        QVERIFY(!names.contains(QStringLiteral("lblSerialNo")));
+        QVERIFY(refused.isEmpty());
+    }
+
+    void misspeltNamesAreRefused() {
+        Forms forms;
+        Form& view = forms.frmDisplay();
+        view.setCaption(QStringLiteral("lblSerialNumber_0"), QStringLiteral("x"));
+        view.caption(QStringLiteral("lblSerialNo_8"));
+        QCOMPARE(frmDisplay::lblSerialNo[9], QStringLiteral("lblSerialNo_9"));
+        forms.get(QStringLiteral("frmNowhere"));
+        QCOMPARE(refused, QStringList({"frmDisplay.lblSerialNumber_0", "frmDisplay.lblSerialNo_8",
+                                       ".lblSerialNo_9", "frmNowhere.(window)"}));
+    }
+
+    void constantsNameTheirElements() {
+        QCOMPARE(QString(frmDisplay::mnuLoad), QStringLiteral("mnuLoad"));
+        QCOMPARE(frmDisplay::lblSerialNo[3], QStringLiteral("lblSerialNo_3"));
+        QCOMPARE(frmDisplay::tabDisplay.whole(), QStringLiteral("tabDisplay"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestElements)
+#include "tst_elements.moc"
