@@ -4,28 +4,28 @@
 
 // The small windows: port, language, About, connection and device search.
 
-#define FRMINTERFACE_ELEMENTS(ONE, MANY)                                                           \
+#define FRMINTERFACE_ELEMENTS(ONE, MANY, MORE)                                                     \
     ONE(lblCOMPort, Label)                                                                         \
     ONE(cboPort, Combo)                                                                            \
     ONE(cmdOKButton, Button)                                                                       \
     ONE(cmdCancelButton, Button)
 
-#define FRMLANGUAGE_ELEMENTS(ONE, MANY)                                                            \
+#define FRMLANGUAGE_ELEMENTS(ONE, MANY, MORE)                                                      \
     MANY(optLanguage, Option, 0, 4)                                                                \
     MANY(imgFlag, Image, 1, 4)                                                                     \
     ONE(cmdOK, Button)
 
-#define FRMABOUT_ELEMENTS(ONE, MANY)                                                               \
+#define FRMABOUT_ELEMENTS(ONE, MANY, MORE)                                                         \
     ONE(lblKompaVersion, Label)                                                                    \
     ONE(lblDisplay, Label)                                                                         \
     MANY(lblCopyright, Label, 0, 1)                                                                \
     ONE(cmdOK, Button)
 
-#define FRMCONNECT_ELEMENTS(ONE, MANY)                                                             \
+#define FRMCONNECT_ELEMENTS(ONE, MANY, MORE)                                                       \
     ONE(lblConnection, Label)                                                                      \
     ONE(cmdCancel, Button)
 
-#define FRMDEVICESEARCH_ELEMENTS(ONE, MANY)                                                        \
+#define FRMDEVICESEARCH_ELEMENTS(ONE, MANY, MORE)                                                  \
     ONE(lstDeviceList, List)                                                                       \
     ONE(picDataLED, Box)                                                                           \
     ONE(lblDataLEDLegend, Label)                                                                   \

@@ -11,10 +11,7 @@ QString ElementName::name() const {
 }
 
 QString ElementArray::operator[](int index) const {
-    const QStringView base(m_base);
-    if (index < m_first || index > m_last)
-        reportUndeclaredElement(QString(), indexedName(base, index));
-    return indexedName(base, index);
+    return indexedName(QStringView(m_base), index);
 }
 
 QString indexedName(QStringView base, int index) {

@@ -57,7 +57,8 @@ private:
     const char16_t* m_name;
 };
 
-// A declared control array: `lblSerialNo[3]` is the name "lblSerialNo_3".
+// A declared control array: `lblSerialNo[3]` is the name "lblSerialNo_3". Which indexes
+// exist is the window's to say; first() and last() span the first row of the array.
 class ElementArray {
 public:
     constexpr ElementArray(const char16_t* base, int first, int last)
@@ -89,10 +90,10 @@ void setUndeclaredElementHandler(UndeclaredElementHandler handler);
 
 // The macros that turn a window's table, written once as a macro of rows such as
 //
-//     ONE(lblKompaVersion, Label)  MANY(lblCopyright, Label, 0, 1)
+//     ONE(lblKompaVersion, Label)  MANY(lblCopyright, Label, 0, 1)  MORE(lblCopyright, Label, 5, 5)
 //
-// (#define FRMABOUT_ELEMENTS(ONE, MANY) followed by the rows) into a namespace with one constant
-// per row and the table itself:
+// (#define FRMABOUT_ELEMENTS(ONE, MANY, MORE) followed by the rows; MORE adds indexes to an
+// array that MANY began) into a namespace with one constant per name and the table itself:
 //
 //     MQ27_DECLARE_FORM(frmAbout, FRMABOUT_ELEMENTS)
 //
@@ -100,11 +101,13 @@ void setUndeclaredElementHandler(UndeclaredElementHandler handler);
 #define MQ27_ELEMENT_CONSTANT(name, kind) inline constexpr ElementName name{u"" #name};
 #define MQ27_ARRAY_CONSTANT(name, kind, first, last)                                               \
     inline constexpr ElementArray name{u"" #name, first, last};
+#define MQ27_NO_CONSTANT(name, kind, first, last)
 #define MQ27_ELEMENT_ROW(name, kind) ElementDecl{u"" #name, ElementKind::kind},
 #define MQ27_ARRAY_ROW(name, kind, first, last)                                                    \
     ElementDecl{u"" #name, ElementKind::kind, first, last},
 #define MQ27_DECLARE_FORM(form, TABLE)                                                             \
     namespace form {                                                                               \
-    TABLE(MQ27_ELEMENT_CONSTANT, MQ27_ARRAY_CONSTANT)                                              \
-    inline constexpr ElementDecl kElements[] = {TABLE(MQ27_ELEMENT_ROW, MQ27_ARRAY_ROW)};          \
+    TABLE(MQ27_ELEMENT_CONSTANT, MQ27_ARRAY_CONSTANT, MQ27_NO_CONSTANT)                            \
+    inline constexpr ElementDecl kElements[] = {                                                   \
+        TABLE(MQ27_ELEMENT_ROW, MQ27_ARRAY_ROW, MQ27_ARRAY_ROW)};                                  \
     }

@@ -3,7 +3,7 @@
 #include "common/elementdecl.h"
 
 // The main view frmDisplay.
-#define FRMDISPLAY_ELEMENTS(ONE, MANY)                                                             \
+#define FRMDISPLAY_ELEMENTS(ONE, MANY, MORE)                                                       \
     ONE(mnuFile, Menu)                                                                             \
     ONE(mnuLoad, Menu)                                                                             \
     ONE(mnuSave, Menu)                                                                             \

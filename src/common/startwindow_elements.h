@@ -4,7 +4,7 @@
 
 // The start window: menus, the link's lamps, the status line, the hidden byte monitor and
 // the notification-area icon.
-#define FRMMQ27D_ELEMENTS(ONE, MANY)                                                               \
+#define FRMMQ27D_ELEMENTS(ONE, MANY, MORE)                                                         \
     ONE(mnuFile, Menu)                                                                             \
     ONE(mnuLoad, Menu)                                                                             \
     ONE(mnuSep1, Menu)                                                                             \

@@ -22,7 +22,7 @@
 
 #include <memory>
 
-#define SAMPLE_ELEMENTS(ONE, MANY)                                                                 \
+#define SAMPLE_ELEMENTS(ONE, MANY, MORE)                                                           \
     ONE(mnuFile, Menu)                                                                             \
     ONE(mnuLoad, Menu)                                                                             \
     ONE(mnuCelsius, Menu)                                                                          \

@@ -1,4 +1,3 @@
-#include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "shell/appshell.h"
 #include "shell/languages.h"
@@ -9,35 +8,34 @@
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QComboBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
 #include <QSignalSpy>
-#include <QTabWidget>
 #include <QtTest>
 
 #include <memory>
 
 namespace {
 
-// The elements of each window that the logic reads or writes.
-const QHash<QString, QStringList>& elementsByWindow() {
-    static const QHash<QString, QStringList> elements = {
-        {formname::frmMQ27D,
-         {"mnuFile",      "mnuLoad",     "mnuSep1",       "mnuCloseApp",   "mnuSettings",
-          "mnuInterface", "mnuLanguage", "mnuHelp",       "mnuInfo",       "picHALVORN",
-          "lblAppName",   "picReceive",  "lblReceive",    "lblSend",       "lblDevice",
-          "fraComSend",   "txtComSend",  "chkSendEnable", "fraComReceive", "txtComReceive"}},
-        {formname::frmInterface, {"lblCOMPort", "cboPort", "cmdOKButton", "cmdCancelButton"}},
-        {formname::frmLanguage,
-         {"optLanguage_0", "optLanguage_1", "optLanguage_2", "optLanguage_3", "optLanguage_4",
-          "imgFlag_1", "imgFlag_2", "imgFlag_3", "imgFlag_4", "cmdOK"}},
-        {formname::frmAbout,
-         {"lblKompaVersion", "lblDisplay", "lblCopyright_0", "lblCopyright_1", "cmdOK"}},
-    };
-    return elements;
+// Elements that are state only: no widget shows them.
+const QStringList kStateOnly = {
+    QStringLiteral("frmMQ27D.trayIcon"),
+    QStringLiteral("frmDisplay.cmdSettingsAssume"),
+    QStringLiteral("frmDisplay.cmdSettingsCancel"),
+};
+
+// The named objects of a window: its widgets, actions and helpers, by objectName.
+QStringList namedObjects(QWidget* window) {
+    QStringList names;
+    for (QObject* object : window->findChildren<QObject*>()) {
+        const QString name = object->objectName();
+        // Element names begin with a small letter; Qt names its own helpers "qt_...",
+        // "_layout", "ScrollLeftButton".
+        if (!name.isEmpty() && name.front().isLower() && !name.startsWith(QLatin1String("qt_")))
+            names << name;
+    }
+    return names;
 }
 
 // Texts cut short by their layout: a label or button narrower than its text needs.
@@ -79,13 +77,19 @@ private Q_SLOTS:
         settings.values.clear();
     }
 
-    void everyElementHasItsWidget() {
-        for (auto it = elementsByWindow().cbegin(); it != elementsByWindow().cend(); ++it) {
-            QWidget* window = runtime->window(it.key());
-            QVERIFY2(window, qPrintable(it.key()));
-            for (const QString& name : it.value()) {
-                QObject* found = window->findChild<QObject*>(name);
-                QVERIFY2(found, qPrintable(it.key() + u' ' + name));
+    // A widget under a name its window does not declare would never be reached, and a
+    // declared element without a widget would never be seen.
+    void widgetsAndDeclarationsAgree() {
+        for (const QString& formName : runtime->windowNames()) {
+            const Form& form = runtime->app().forms().get(formName);
+            const QStringList named = namedObjects(runtime->window(formName));
+            for (const QString& name : named)
+                QVERIFY2(form.has(name),
+                         qPrintable(formName + u'.' + name + QStringLiteral(" is not declared")));
+            for (const QString& name : form.elementNames()) {
+                const QString where = formName + u'.' + name;
+                QVERIFY2(named.contains(name) || kStateOnly.contains(where),
+                         qPrintable(where + QStringLiteral(" has no widget")));
             }
         }
     }
@@ -163,7 +167,7 @@ private Q_SLOTS:
         app.forms().frmAbout().show(false);
         for (int language = 1; language <= 4; ++language) {
             app.languages().SwitchToLanguage(language);
-            for (const QString& name : elementsByWindow().keys()) {
+            for (const QString& name : runtime->windowNames()) {
                 QWidget* window = runtime->window(name);
                 window->show();
                 window->adjustSize();
@@ -173,51 +177,6 @@ private Q_SLOTS:
                                                            .arg(name)
                                                            .arg(language)
                                                            .arg(clipped.join(u", "))));
-            }
-        }
-    }
-
-    // With MQ27_GRAB_DIR set, every window as a picture in German and English, to look at.
-    void picturesOfTheWindows() {
-        const QString folder = qEnvironmentVariable("MQ27_GRAB_DIR");
-        if (folder.isEmpty()) QSKIP("MQ27_GRAB_DIR not set");
-        runtime->start(QString());
-        Program& app = runtime->app();
-        Form& start = app.forms().frmMQ27D();
-        start.setCaption(QStringLiteral("lblDevice"), QStringLiteral("MQ27D  Serien Nr. 1001"));
-        start.setBackColor(QStringLiteral("picReceive"), colors::kGreen);
-        start.setForeColor(QStringLiteral("picReceive"), colors::kRed);
-        app.shell().ShowInterface();
-        app.shell().ShowLanguage();
-        app.forms().frmAbout().show(false);
-        Form& search = app.forms().frmDeviceSearch();
-        search.setItems(QStringLiteral("lstDeviceList"), {"1001", "2002", "30417"});
-        search.setBackColor(QStringLiteral("picDataLED"), colors::kGreen);
-        search.show(false);
-        app.forms().frmConnect().setTitle(QStringLiteral("ORVANIS SHEL·LIX - 1001"));
-        app.forms().frmConnect().show(false);
-        Form& view = app.forms().frmDisplay();
-        for (int i = 0; i < 8; ++i) {
-            view.setCaption(Form::indexed(u"lblSerialNo", i), QStringLiteral("1001"));
-            view.setBackColor(Form::indexed(u"picReceiveLED", i),
-                              i % 2 ? colors::kWindowBackground : colors::kGreen);
-        }
-        view.setTitle(QStringLiteral("ORVANIS SHEL·LIX - [23.11.2026 09:30:15]"));
-        view.show(false);
-        for (int state = 0; state < 4; ++state) {
-            for (int side : {16, 64})
-                QVERIFY(
-                    artwork::deviceIcon(state, side)
-                        .save(
-                            QStringLiteral("%1/tray-%2-%3.png").arg(folder).arg(state).arg(side)));
-        }
-        for (int language = 1; language <= 4; ++language) {
-            app.languages().SwitchToLanguage(language);
-            QCoreApplication::processEvents();
-            for (const QString& name : runtime->windowNames()) {
-                QWidget* window = runtime->window(name);
-                const QString file = QStringLiteral("%1/%2-%3.png").arg(folder, name).arg(language);
-                QVERIFY(window->grab().save(file));
             }
         }
     }
