@@ -78,9 +78,7 @@ private slots:
     void everyIndexInEveryLanguage();
     void translationsDifferFromGerman();
     void fileFiltersKeepTheirPatterns();
-    void languageClamping_data();
     void languageClamping();
-    void missingIndexGivesEmptyText_data();
     void missingIndexGivesEmptyText();
     void fileLayout();
 };
@@ -93,75 +91,14 @@ void TestStringTable::givenTexts_data() {
     const auto row = [](int language, int index, const char* text) {
         QTest::addRow("%d/%d", language, index) << language << index << QByteArray(text);
     };
-    // German, byte for byte; the dot in the product names is U+00B7.
+    // Byte for byte: the dot in the product names is U+00B7, umlauts and ß stay whole, a
+    // trailing blank is kept, and each language reads its own column.
     row(German, 0, "ORVANIS SHEL\xC2\xB7LIX");
-    row(German, 24,
-        "SPOT\xC2\xB7"
-        "FIND");
-    row(German, 45, "TRUE\xC2\xB7LIX");
     row(German, 76, "Schließen");
-    row(German, 100, "KOMPA Dateien (*.ko3)|*.ko3|");
-    row(German, 101, "Alle Dateien (*.*)|*.*|");
     row(German, 104, "Datei existiert bereits. Überschreiben?");
-    row(German, 250, "Luftstrom zu groß (statische Auswertung)");
-    row(German, 350, "wechselt jetzt in den normalen Betriebsmodus.");
-    row(German, 361, "Schalten Sie zuvor SPOT·FIND im Register Einstellungen ein.");
-    row(German, 382, "Lösch-/Abschaltmodul gestört");
-    row(German, 418, "Verbindungsaufbau...");
-    row(German, 422, "Soll die Diagnosesoftware wirklich beendet werden?");
-    row(German, 423, "Intern");
-
-    row(English, 0, "ORVANIS SHEL·LIX");
-    row(English, 14, "Smoke level");
-    row(English, 15, "Fire alarm");
-    row(English, 16, "Action alarm");
-    row(English, 20, "Fault");
-    row(English, 32, "Detector state");
-    row(English, 104, "File already exists. Overwrite?");
-    row(English, 105, "Data saved");
-    row(English, 106, "Data Interface");
-    row(English, 350, "now changes to normal operating mode.");
-    row(English, 360, "Proceedings not possible at the moment.");
-    row(English, 419, "File not found");
-    row(English, 420, "PDF viewer not found");
-    row(English, 421, "Internal buzzer is switched off !");
-    row(English, 422, "Do you really want to terminate the diagnosis software ?");
-
-    // The English fault list keeps its established wording, down to the trailing blank.
-    row(English, 377, "Input voltage too low");
-    row(English, 378, "Battery fault");
-    row(English, 263, "Air flow init aborted");
-    row(English, 379, "Airflow fault");
-    row(English, 380, "System blocked");
-    row(English, 381, "System isolated");
-    row(English, 382, "Fault in exting.-/ shutdown module");
-    row(English, 383, "Pressure loss");
-    row(English, 384, "Localization error");
-    row(English, 385, "Fan fault");
-    row(English, 386, "Fault temperature measurement detector");
     row(English, 387, "Fault NTC temperature measurement ");
-    row(English, 388, "Coms fault exting.-/ shutdown module");
-    row(English, 389, "Coms fault network");
-    row(English, 390, "Coms fault detector");
-    row(English, 391, "Coms fault Fire Panel Bus");
-    row(English, 392, "Fault smoke measurement detector");
-    row(English, 393, "Fault program and memory detector");
-    row(English, 394, "Fault program and memory");
-    row(English, 332, "Detector module dusty");
-    row(English, 253, "Air flow too low (statistic evaluation)");
-    row(English, 262, "Air flow has declined (dynamic evaluation)");
-    row(English, 250, "Air flow too high (statistic evaluation)");
-    row(English, 255, "Air flow has risen (dynamic evaluation)");
-    row(English, 395, "Line fault manual release");
-    row(English, 396, "Too many exting.-/ shutdown modules");
-    row(English, 397, "Mains fault");
-    row(English, 398, "Detector fault");
-
-    row(French, 0, "ORVANIS SHEL·LIX");
+    row(English, 104, "File already exists. Overwrite?");
     row(French, 1, "Fichier");
-    row(French, 7, "Langue");
-    row(Dutch, 0, "ORVANIS SHEL·LIX");
-    row(Dutch, 1, "Bestand");
     row(Dutch, 7, "Taal");
 }
 
@@ -217,42 +154,23 @@ void TestStringTable::fileFiltersKeepTheirPatterns() {
     }
 }
 
-void TestStringTable::languageClamping_data() {
-    QTest::addColumn<int>("language");
-    QTest::addColumn<int>("clamped");
-    QTest::addColumn<QString>("fileMenu");
-
-    QTest::newRow("setting default 0") << 0 << German << QStringLiteral("Datei");
-    QTest::newRow("German") << 1 << German << QStringLiteral("Datei");
-    QTest::newRow("English") << 2 << English << QStringLiteral("File");
-    QTest::newRow("French") << 3 << French << QStringLiteral("Fichier");
-    QTest::newRow("Dutch") << 4 << Dutch << QStringLiteral("Bestand");
-    QTest::newRow("5") << 5 << German << QStringLiteral("Datei");
-    QTest::newRow("9") << 9 << German << QStringLiteral("Datei");
-    QTest::newRow("-1") << -1 << German << QStringLiteral("Datei");
-    QTest::newRow("1001") << 1001 << German << QStringLiteral("Datei");
-    QTest::newRow("INT_MIN") << INT_MIN << German << QStringLiteral("Datei");
-    QTest::newRow("INT_MAX") << INT_MAX << German << QStringLiteral("Datei");
-}
-
 void TestStringTable::languageClamping() {
-    QFETCH(int, language);
-    QFETCH(int, clamped);
-    QFETCH(QString, fileMenu);
-    QCOMPARE(StringTable::clampLanguage(language), clamped);
-    QCOMPARE(StringTable::instance().text(language, 1), fileMenu);
+    const StringTable& table = StringTable::instance();
+    for (int language : {German, English, French, Dutch})
+        QCOMPARE(StringTable::clampLanguage(language), language);
+    for (int language : {0, 5, -1, 1001, INT_MIN, INT_MAX}) {
+        QCOMPARE(StringTable::clampLanguage(language), German);
+        QCOMPARE(table.text(language, 1), QStringLiteral("Datei"));
+    }
 }
 
-void TestStringTable::missingIndexGivesEmptyText_data() {
-    QTest::addColumn<int>("index");
-    for (int index : {-1, 17, 99, 128, 249, 424, 999, 1000, 1001, 2001, INT_MIN, INT_MAX})
-        QTest::addRow("%d", index) << index;
-}
-
+// Below, between and beyond the numbers the table holds, and at the resource number limits.
 void TestStringTable::missingIndexGivesEmptyText() {
-    QFETCH(int, index);
-    for (int language = 0; language <= 5; ++language)
-        QVERIFY(StringTable::instance().text(language, index).isEmpty());
+    for (int index : {-1, 17, 99, 424, 999, 1000, 1001, INT_MIN, INT_MAX}) {
+        for (int language = 0; language <= 5; ++language)
+            QVERIFY2(StringTable::instance().text(language, index).isEmpty(),
+                     qPrintable(QStringLiteral("%1/%2").arg(language).arg(index)));
+    }
 }
 
 void TestStringTable::fileLayout() {

@@ -24,6 +24,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -125,9 +126,15 @@ void TestLiveShell::replaysASavedReadOutOffline() {
              qPrintable(title));
     QVERIFY(title.contains(QLocale::system().toString(recorded->date(), QLocale::ShortFormat)));
 
-    // Nothing goes to the device while a file is viewed, and it never saves itself.
+    // Nothing goes to the device while a file is viewed, not after a search step either, and
+    // it never saves itself.
+    SerialLink& link = tool.app().link();
     const auto sentBefore = sim.requests().size();
-    QTest::qWait(2500);
+    if (link.tmrZeroCommand().isEnabled()) {
+        QSignalSpy searchStep(&link.tmrZeroCommand(), &FormTimer::timeout);
+        QVERIFY(searchStep.wait(5000));
+    }
+    QVERIFY(!link.isPortOpen());
     QCOMPARE(sim.requests().size(), sentBefore);
     QVERIFY(!QDir(tool.programDir()).exists(QStringLiteral("AutoSave")));
 
@@ -138,7 +145,6 @@ void TestLiveShell::replaysASavedReadOutOffline() {
     cut.write(readFile(sample).left(100));
     cut.close();
     tool.app().files().LoadDeviceFile(truncated);
-    QTest::qWait(200);
     QCOMPARE(tool.display().title(), title);
     QCOMPARE(tool.display().caption(QStringLiteral("lblSerialNo_0")), QStringLiteral("1234567"));
 }

@@ -36,4 +36,12 @@ QString programPath(const QString& name) {
     return QDir(dir).filePath(name);
 }
 
+QRandomGenerator seededGenerator() {
+    bool ok = false;
+    quint32 seed = qEnvironmentVariable("MQ27_TEST_SEED").toUInt(&ok);
+    if (!ok) seed = 20270611u;
+    qInfo("random seed %u (set MQ27_TEST_SEED to repeat)", seed);
+    return QRandomGenerator(seed);
+}
+
 } // namespace testsupport

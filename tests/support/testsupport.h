@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include <QDateTime>
+#include <QRandomGenerator>
 
 #include <QString>
 
@@ -38,5 +39,9 @@ QString sourcePath(const QString& relative);
 
 // Path of a built program in build/bin.
 QString programPath(const QString& name);
+
+// A generator seeded from MQ27_TEST_SEED, or a fixed seed; the seed is logged so that a
+// failing run, a sanitizer's report included, can be repeated.
+QRandomGenerator seededGenerator();
 
 } // namespace testsupport
