@@ -50,13 +50,13 @@ std::optional<Bytes> deviceFrame(int kind, int command, std::uint32_t serial, co
 
 BusDevice::BusDevice(int kind, std::uint32_t serial, Unsolicited unsolicited, QObject* parent)
     : QObject(parent)
-    , kind_(kind)
-    , serial_(serial)
-    , unsolicited_(unsolicited) {}
+    , m_kind(kind)
+    , m_serial(serial)
+    , m_unsolicited(unsolicited) {}
 
 ForeignDevice::ForeignDevice(const DeviceProfile& profile, QObject* parent)
     : BusDevice(profile.kind, profile.serialNumber, profile.unsolicited, parent)
-    , dataBytes_(profile.dataBytes) {}
+    , m_dataBytes(profile.dataBytes) {}
 
 std::optional<Bytes> ForeignDevice::respond(const Telegram& t) {
     if (kind() == kVarlixKind) return t.isZeroCommand() ? frameFor(1) : std::nullopt;
@@ -76,7 +76,7 @@ std::optional<Bytes> ForeignDevice::frameFor(int command) const {
     if (kind() == kVarlixKind)
         return deviceFrame(kind(), command, serialNumber(), Bytes(kVarlixPayload - 6, 0), false);
     return deviceFrame(kind(), command, serialNumber(),
-                       Bytes(static_cast<std::size_t>(dataBytes_), 0), true);
+                       Bytes(static_cast<std::size_t>(m_dataBytes), 0), true);
 }
 
 } // namespace mq27sim

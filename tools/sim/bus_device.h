@@ -42,10 +42,10 @@ class BusDevice : public QObject {
 public:
     BusDevice(int kind, std::uint32_t serial, Unsolicited unsolicited, QObject* parent);
 
-    int kind() const { return kind_; }
-    std::uint32_t serialNumber() const { return serial_; }
-    const Unsolicited& unsolicited() const { return unsolicited_; }
-    void setUnsolicited(Unsolicited u) { unsolicited_ = u; }
+    int kind() const { return m_kind; }
+    std::uint32_t serialNumber() const { return m_serial; }
+    const Unsolicited& unsolicited() const { return m_unsolicited; }
+    void setUnsolicited(Unsolicited u) { m_unsolicited = u; }
 
     // The frame the device answers to a telegram heard on the line, if any.
     virtual std::optional<Bytes> respond(const Telegram& t) = 0;
@@ -57,9 +57,9 @@ signals:
     void notable(const QString& event, const QJsonObject& details);
 
 private:
-    int kind_;
-    std::uint32_t serial_;
-    Unsolicited unsolicited_;
+    int m_kind;
+    std::uint32_t m_serial;
+    Unsolicited m_unsolicited;
 };
 
 // A device of the sibling families that the tool hands over: kind 1 answers the zero
@@ -76,7 +76,7 @@ public:
 private:
     std::optional<Bytes> frameFor(int command) const;
 
-    int dataBytes_;
+    int m_dataBytes;
 };
 
 } // namespace mq27sim

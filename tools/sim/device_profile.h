@@ -26,6 +26,11 @@ struct Behaviour {
 
 // A telegram the device sends by itself every few seconds (0: never).
 struct Unsolicited {
+    // A shorter interval would flood the line, and one under a millisecond made a timer of
+    // 0 ms that fires without pause.
+    static constexpr double kMinEverySeconds = 0.01;
+    static constexpr double kMaxEverySeconds = 3600;
+
     double everySeconds = 0;
     int command = 2;
 };

@@ -6,24 +6,24 @@
 namespace mq27sim {
 
 FaultInjector::FaultInjector(FaultOptions options)
-    : options_(options) {}
+    : m_options(options) {}
 
 bool FaultInjector::silentAt(double seconds) const {
-    if (seconds < options_.silenceStart) return false;
-    return options_.silentForever || seconds < options_.silenceStart + options_.silenceSeconds;
+    if (seconds < m_options.silenceStart) return false;
+    return m_options.silentForever || seconds < m_options.silenceStart + m_options.silenceSeconds;
 }
 
 std::vector<Burst> FaultInjector::shape(const Bytes& frame, bool& corrupted) {
     Bytes answer = frame;
-    ++answers_;
+    ++m_answers;
     corrupted =
-        options_.badCrcEvery > 0 && answers_ % options_.badCrcEvery == 0 && spoilCrc(answer);
+        m_options.badCrcEvery > 0 && m_answers % m_options.badCrcEvery == 0 && spoilCrc(answer);
     std::vector<Burst> bursts;
-    if (options_.noiseBytes > 0) bursts.push_back({0, noise(), true});
-    if (options_.splitGapMs > 0 && answer.size() > 1) {
+    if (m_options.noiseBytes > 0) bursts.push_back({0, noise(), true});
+    if (m_options.splitGapMs > 0 && answer.size() > 1) {
         const auto half = static_cast<std::ptrdiff_t>(answer.size() / 2);
         bursts.push_back({0, Bytes(answer.begin(), answer.begin() + half), false});
-        bursts.push_back({options_.splitGapMs, Bytes(answer.begin() + half, answer.end()), false});
+        bursts.push_back({m_options.splitGapMs, Bytes(answer.begin() + half, answer.end()), false});
     } else {
         bursts.push_back({0, std::move(answer), false});
     }
@@ -43,9 +43,9 @@ bool FaultInjector::spoilCrc(Bytes& frame) {
 }
 
 Bytes FaultInjector::noise() {
-    Bytes bytes(static_cast<std::size_t>(options_.noiseBytes));
+    Bytes bytes(static_cast<std::size_t>(m_options.noiseBytes));
     for (std::uint8_t& b : bytes)
-        b = static_cast<std::uint8_t>(random_.bounded(256));
+        b = static_cast<std::uint8_t>(m_random.bounded(256));
     return bytes;
 }
 

@@ -33,7 +33,7 @@ class FaultInjector {
 public:
     explicit FaultInjector(FaultOptions options);
 
-    const FaultOptions& options() const { return options_; }
+    const FaultOptions& options() const { return m_options; }
     bool silentAt(double seconds) const;
     // The bursts of the next answer; `corrupted` tells whether its CRC was spoilt.
     std::vector<Burst> shape(const Bytes& frame, bool& corrupted);
@@ -42,9 +42,9 @@ private:
     static bool spoilCrc(Bytes& frame);
     Bytes noise();
 
-    FaultOptions options_;
-    std::int64_t answers_ = 0;
-    QRandomGenerator random_{20070315};
+    FaultOptions m_options;
+    std::int64_t m_answers = 0;
+    QRandomGenerator m_random{20070315};
 };
 
 } // namespace mq27sim

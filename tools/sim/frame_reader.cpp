@@ -19,7 +19,7 @@ void emitNoise(std::vector<FrameReader::Item>& items, Bytes& noise) {
 } // namespace
 
 std::vector<FrameReader::Item> FrameReader::feed(const Bytes& chunk) {
-    buffer_.insert(buffer_.end(), chunk.begin(), chunk.end());
+    m_buffer.insert(m_buffer.end(), chunk.begin(), chunk.end());
     return extract(false);
 }
 
@@ -28,33 +28,33 @@ std::vector<FrameReader::Item> FrameReader::flush() {
 }
 
 std::size_t FrameReader::announcedLength(std::size_t at) const {
-    const std::size_t left = buffer_.size() - at;
+    const std::size_t left = m_buffer.size() - at;
     if (left < 2) return 0;
-    if (buffer_[at + 1] != kExtended) return std::size_t(buffer_[at + 1]) + 4;
+    if (m_buffer[at + 1] != kExtended) return std::size_t(m_buffer[at + 1]) + 4;
     if (left < 4) return 0;
-    return std::size_t(buffer_[at + 2]) * 256 + buffer_[at + 3] + 6;
+    return std::size_t(m_buffer[at + 2]) * 256 + m_buffer[at + 3] + 6;
 }
 
 bool FrameReader::hasFrameAt(std::size_t at, std::size_t total) const {
-    if (total < 4 || at + total > buffer_.size()) return false;
-    const auto begin = buffer_.begin() + static_cast<std::ptrdiff_t>(at);
+    if (total < 4 || at + total > m_buffer.size()) return false;
+    const auto begin = m_buffer.begin() + static_cast<std::ptrdiff_t>(at);
     return modChecksum::CheckSumOfBytes(Bytes(begin, begin + static_cast<std::ptrdiff_t>(total)));
 }
 
 // A complete frame that ends with the buffer, behind a front frame that is still incomplete:
 // the tool's next frame after a broken one. Its start, or 0 if there is none.
 std::size_t FrameReader::completeFrameBehindFront() const {
-    for (std::size_t at = 1; at + 4 <= buffer_.size(); ++at)
-        if (buffer_[at] == kStx && announcedLength(at) == buffer_.size() - at &&
-            hasFrameAt(at, buffer_.size() - at))
+    for (std::size_t at = 1; at + 4 <= m_buffer.size(); ++at)
+        if (m_buffer[at] == kStx && announcedLength(at) == m_buffer.size() - at &&
+            hasFrameAt(at, m_buffer.size() - at))
             return at;
     return 0;
 }
 
 void FrameReader::dropFront(std::size_t count, Bytes& noise) {
-    const auto end = buffer_.begin() + static_cast<std::ptrdiff_t>(count);
-    noise.insert(noise.end(), buffer_.begin(), end);
-    buffer_.erase(buffer_.begin(), end);
+    const auto end = m_buffer.begin() + static_cast<std::ptrdiff_t>(count);
+    noise.insert(noise.end(), m_buffer.begin(), end);
+    m_buffer.erase(m_buffer.begin(), end);
 }
 
 // With `final`, an incomplete frame at the front counts as noise, and the search goes on
@@ -62,12 +62,12 @@ void FrameReader::dropFront(std::size_t count, Bytes& noise) {
 std::vector<FrameReader::Item> FrameReader::extract(bool final) {
     std::vector<Item> items;
     Bytes noise;
-    while (!buffer_.empty()) {
-        const auto stx = std::find(buffer_.begin(), buffer_.end(), kStx);
-        dropFront(static_cast<std::size_t>(stx - buffer_.begin()), noise);
-        if (buffer_.empty()) break;
+    while (!m_buffer.empty()) {
+        const auto stx = std::find(m_buffer.begin(), m_buffer.end(), kStx);
+        dropFront(static_cast<std::size_t>(stx - m_buffer.begin()), noise);
+        if (m_buffer.empty()) break;
         const std::size_t total = announcedLength(0);
-        const bool incomplete = total == 0 || total > buffer_.size();
+        const bool incomplete = total == 0 || total > m_buffer.size();
         if (total > kMaxFrame || (incomplete && final)) {
             dropFront(1, noise);
             continue;
@@ -82,8 +82,8 @@ std::vector<FrameReader::Item> FrameReader::extract(bool final) {
             dropFront(1, noise);
             continue;
         }
-        Bytes frame(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(total));
-        buffer_.erase(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(total));
+        Bytes frame(m_buffer.begin(), m_buffer.begin() + static_cast<std::ptrdiff_t>(total));
+        m_buffer.erase(m_buffer.begin(), m_buffer.begin() + static_cast<std::ptrdiff_t>(total));
         emitNoise(items, noise);
         items.push_back({true, std::move(frame)});
     }

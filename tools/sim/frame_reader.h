@@ -22,7 +22,7 @@ public:
 
     std::vector<Item> feed(const Bytes& chunk);
     std::vector<Item> flush();
-    bool hasPending() const { return !buffer_.empty(); }
+    bool hasPending() const { return !m_buffer.empty(); }
 
 private:
     std::vector<Item> extract(bool final);
@@ -33,7 +33,7 @@ private:
     std::size_t completeFrameBehindFront() const;
     void dropFront(std::size_t count, Bytes& noise);
 
-    Bytes buffer_;
+    Bytes m_buffer;
 };
 
 } // namespace mq27sim

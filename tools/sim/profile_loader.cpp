@@ -38,17 +38,17 @@ const QStringList kOwnKindKeys = {"behaviour", "telegram4"};
 class ProfileReader {
 public:
     explicit ProfileReader(DeviceProfile& profile)
-        : p_(profile) {}
+        : m_profile(profile) {}
 
     bool read(const QJsonObject& root);
-    const QString& error() const { return error_; }
+    const QString& error() const { return m_error; }
 
 private:
-    DeviceProfile& p_;
-    QString error_;
-    std::set<std::string> given_;
+    DeviceProfile& m_profile;
+    QString m_error;
+    std::set<std::string> m_given;
 
-    bool ok() const { return error_.isEmpty(); }
+    bool ok() const { return m_error.isEmpty(); }
     void fail(const QString& field, const QString& problem);
     std::optional<double> number(const QJsonValue& v, const QString& field, Range range,
                                  bool whole);
@@ -79,7 +79,7 @@ private:
 };
 
 void ProfileReader::fail(const QString& field, const QString& problem) {
-    if (ok()) error_ = QStringLiteral("field '%1': %2").arg(field, problem);
+    if (ok()) m_error = QStringLiteral("field '%1': %2").arg(field, problem);
 }
 
 std::optional<double> ProfileReader::number(const QJsonValue& v, const QString& field, Range range,
@@ -102,7 +102,7 @@ void ProfileReader::checkKeys(const QJsonObject& object, const QString& where,
 
 bool ProfileReader::read(const QJsonObject& root) {
     readIdentity(root);
-    if (ok() && p_.kind == kOwnKind)
+    if (ok() && m_profile.kind == kOwnKind)
         readOwn(root);
     else if (ok())
         readForeign(root);
@@ -114,27 +114,27 @@ void ProfileReader::readIdentity(const QJsonObject& root) {
         const auto kind = number(root["kind"], "kind", {1, 10}, true);
         if (kind && *kind != kOwnKind && *kind != kVarlixKind && *kind != kMinlixKind)
             fail("kind", QStringLiteral("expected 10, 1 or 7"));
-        p_.kind = kind ? static_cast<int>(*kind) : kOwnKind;
+        m_profile.kind = kind ? static_cast<int>(*kind) : kOwnKind;
     }
     if (root.contains("serialNumber")) {
         if (const auto serial =
                 number(root["serialNumber"], "serialNumber", {1, 4294967295.0}, true))
-            p_.serialNumber = static_cast<std::uint32_t>(*serial);
+            m_profile.serialNumber = static_cast<std::uint32_t>(*serial);
     }
     if (root.contains("unsolicited")) readUnsolicited(root["unsolicited"]);
 }
 
 void ProfileReader::readForeign(const QJsonObject& root) {
     QStringList allowed = kCommonKeys;
-    if (p_.kind == kMinlixKind) {
+    if (m_profile.kind == kMinlixKind) {
         allowed << "dataBytes";
         if (root.contains("dataBytes"))
             if (const auto n = number(root["dataBytes"], "dataBytes", {0, 240}, true))
-                p_.dataBytes = static_cast<int>(*n);
+                m_profile.dataBytes = static_cast<int>(*n);
     }
     for (const QString& key : root.keys())
         if (!allowed.contains(key))
-            fail(key, QStringLiteral("not used by a device of kind %1").arg(p_.kind));
+            fail(key, QStringLiteral("not used by a device of kind %1").arg(m_profile.kind));
 }
 
 void ProfileReader::readOwn(const QJsonObject& root) {
@@ -165,12 +165,18 @@ void ProfileReader::readUnsolicited(const QJsonValue& v) {
     const QJsonObject o = v.toObject();
     if (!v.isObject()) return fail("unsolicited", QStringLiteral("expected an object"));
     checkKeys(o, "unsolicited", {"everySeconds", "command"});
-    if (o.contains("everySeconds"))
-        if (const auto s = number(o["everySeconds"], "unsolicited.everySeconds", {0, 3600}, false))
-            p_.unsolicited.everySeconds = *s;
+    if (o.contains("everySeconds")) {
+        const QString field = QStringLiteral("unsolicited.everySeconds");
+        const auto s = number(o["everySeconds"], field, {0, Unsolicited::kMaxEverySeconds}, false);
+        if (s && *s != 0 && *s < Unsolicited::kMinEverySeconds)
+            fail(field, QStringLiteral("expected 0 (never) or at least %1")
+                            .arg(Unsolicited::kMinEverySeconds));
+        else if (s)
+            m_profile.unsolicited.everySeconds = *s;
+    }
     if (o.contains("command"))
         if (const auto c = number(o["command"], "unsolicited.command", {1, 5}, true))
-            p_.unsolicited.command = static_cast<int>(*c);
+            m_profile.unsolicited.command = static_cast<int>(*c);
 }
 
 void ProfileReader::readBehaviour(const QJsonValue& v) {
@@ -180,11 +186,11 @@ void ProfileReader::readBehaviour(const QJsonValue& v) {
     if (o.contains("airFlowInitSeconds"))
         if (const auto s =
                 number(o["airFlowInitSeconds"], "behaviour.airFlowInitSeconds", {0.1, 3600}, false))
-            p_.behaviour.airFlowInitSeconds = *s;
+            m_profile.behaviour.airFlowInitSeconds = *s;
     if (o.contains("identifySeconds"))
         if (const auto s =
                 number(o["identifySeconds"], "behaviour.identifySeconds", {0.1, 3600}, false))
-            p_.behaviour.identifySeconds = *s;
+            m_profile.behaviour.identifySeconds = *s;
 }
 
 void ProfileReader::readTelegram4(const QJsonValue& v) {
@@ -194,7 +200,7 @@ void ProfileReader::readTelegram4(const QJsonValue& v) {
     static const QRegularExpression hexDigits("^[0-9A-Fa-f]*$");
     if (!v.isString() || !hexDigits.match(hex).hasMatch() || raw.size() != 35)
         return fail("telegram4", QStringLiteral("expected 35 bytes as hexadecimal text"));
-    p_.telegram4 = toBytes(raw);
+    m_profile.telegram4 = toBytes(raw);
 }
 
 void ProfileReader::readSection(const ValueSection& section, const QJsonValue& v) {
@@ -225,7 +231,8 @@ int ProfileReader::readGroup(const ValueSection& section, const QJsonValue& v, i
     const bool allBlocks = section.name == "sensors";
     for (int i = 0; i < (allBlocks ? section.count : listed); ++i) {
         defineBlock(section, i);
-        if (allBlocks) p_.values.set(valueName(section.name, i, "hasNTC"), i < listed ? 1 : 0);
+        if (allBlocks)
+            m_profile.values.set(valueName(section.name, i, "hasNTC"), i < listed ? 1 : 0);
         if (i >= static_cast<int>(list.size())) continue;
         const QString where = QStringLiteral("%1[%2]").arg(field).arg(i);
         if (!list[i].isObject()) {
@@ -241,8 +248,8 @@ int ProfileReader::readGroup(const ValueSection& section, const QJsonValue& v, i
 void ProfileReader::defineBlock(const ValueSection& section, int index) {
     for (const ValueLayout& layout : section.values) {
         const bool perDetector = layout.key == "detSerialNum";
-        p_.values.define(section.nameOf(layout, index),
-                         layout.defaultValue + (perDetector ? index : 0));
+        m_profile.values.define(section.nameOf(layout, index),
+                                layout.defaultValue + (perDetector ? index : 0));
     }
 }
 
@@ -287,10 +294,11 @@ void ProfileReader::readValue(const std::string& name, const ValueLayout& layout
         break;
     }
     if (!value) return;
-    p_.values.define(name, *value);
+    m_profile.values.define(name, *value);
     if (v.isObject())
-        p_.values.setDrift(name, Drift{v["drift"].toDouble(), v["periodSeconds"].toDouble(60)});
-    given_.insert(name);
+        m_profile.values.setDrift(name,
+                                  Drift{v["drift"].toDouble(), v["periodSeconds"].toDouble(60)});
+    m_given.insert(name);
 }
 
 // A number, or {"value": v, "drift": amplitude, "periodSeconds": p} for a slow sine.
@@ -361,7 +369,7 @@ void ProfileReader::readHoleTimes(const QJsonValue& v) {
     std::vector<double> times;
     for (const QJsonValue& item : list)
         if (const auto t = number(item, field, {0.01, 655.35}, false)) times.push_back(*t);
-    if (ok()) p_.behaviour.holeTimes = times;
+    if (ok()) m_profile.behaviour.holeTimes = times;
 }
 
 // The tool treats a module as internal when its serial number has digits from the sixth
@@ -372,7 +380,7 @@ void ProfileReader::checkModules(const QJsonArray& modules) {
         const QString field = QStringLiteral("modules[%1]").arg(i);
         const QJsonObject m = modules[i].toObject();
         const auto serial =
-            static_cast<std::uint32_t>(p_.values.get(valueName("modules", i, "serialNum")));
+            static_cast<std::uint32_t>(m_profile.values.get(valueName("modules", i, "serialNum")));
         if (!m.contains("serialNum") || serial == 0)
             return fail(field + ".serialNum", QStringLiteral("a module needs a serial number"));
         if (!serials.insert(serial).second)
@@ -390,24 +398,24 @@ void ProfileReader::checkModules(const QJsonArray& modules) {
 
 void ProfileReader::deriveEquipment(int detectors, int modules) {
     const std::string two = "controller.hasTwoDetectors";
-    if (given_.count(two) && p_.values.get(two) != (detectors == 2 ? 1 : 0))
+    if (m_given.count(two) && m_profile.values.get(two) != (detectors == 2 ? 1 : 0))
         fail(QString::fromStdString(two),
              QStringLiteral("follows the number of detectors; leave it out"));
-    p_.values.define(two, detectors == 2 ? 1 : 0);
-    if (!given_.count("controller.numOfExtModulesSet"))
-        p_.values.define("controller.numOfExtModulesSet", modules);
+    m_profile.values.define(two, detectors == 2 ? 1 : 0);
+    if (!m_given.count("controller.numOfExtModulesSet"))
+        m_profile.values.define("controller.numOfExtModulesSet", modules);
     bool anySensor = false;
     for (int i = 0; i < 5; ++i)
-        anySensor = anySensor || p_.values.get(valueName("sensors", i, "hasNTC")) != 0;
-    if (!given_.count("features.hasTemperatureSensors"))
-        p_.values.define("features.hasTemperatureSensors", anySensor ? 1 : 0);
+        anySensor = anySensor || m_profile.values.get(valueName("sensors", i, "hasNTC")) != 0;
+    if (!m_given.count("features.hasTemperatureSensors"))
+        m_profile.values.define("features.hasTemperatureSensors", anySensor ? 1 : 0);
 }
 
 // A device never reports a setting that it would refuse to take back.
 void ProfileReader::checkLimits() {
-    for (const std::string& name : p_.values.names()) {
-        const auto range = settingRange(p_.values, name);
-        const double value = p_.values.get(name);
+    for (const std::string& name : m_profile.values.names()) {
+        const auto range = settingRange(m_profile.values, name);
+        const double value = m_profile.values.get(name);
         if (ok() && range && !range->contains(value))
             fail(QString::fromStdString(name),
                  QStringLiteral("%1 lies outside the device's limits %2")

@@ -36,10 +36,10 @@ bool makeRaw(int fd) {
 
 PtyLine::PtyLine(QObject* parent)
     : QObject(parent)
-    , paceTimer_(new QTimer(this)) {
-    paceTimer_->setTimerType(Qt::PreciseTimer);
-    paceTimer_->setInterval(1);
-    connect(paceTimer_, &QTimer::timeout, this, &PtyLine::writePaced);
+    , m_paceTimer(new QTimer(this)) {
+    m_paceTimer->setTimerType(Qt::PreciseTimer);
+    m_paceTimer->setInterval(1);
+    connect(m_paceTimer, &QTimer::timeout, this, &PtyLine::writePaced);
 }
 
 PtyLine::~PtyLine() {
@@ -47,26 +47,26 @@ PtyLine::~PtyLine() {
 }
 
 bool PtyLine::open(QString& error) {
-    master_ = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    m_master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     char name[128] = {};
-    if (master_ < 0 || ::grantpt(master_) != 0 || ::unlockpt(master_) != 0 ||
-        ::ptsname_r(master_, name, sizeof name) != 0) {
+    if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0 ||
+        ::ptsname_r(m_master, name, sizeof name) != 0) {
         error = systemError("pseudo-terminal");
         releaseDescriptors();
         return false;
     }
-    path_ = QString::fromLocal8Bit(name);
-    slave_ = ::open(name, O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (slave_ < 0 || !makeRaw(slave_)) {
+    m_path = QString::fromLocal8Bit(name);
+    m_slave = ::open(name, O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (m_slave < 0 || !makeRaw(m_slave)) {
         error = systemError("slave side of the pseudo-terminal");
         releaseDescriptors();
         return false;
     }
-    readNotifier_ = new QSocketNotifier(master_, QSocketNotifier::Read, this);
-    connect(readNotifier_, &QSocketNotifier::activated, this, &PtyLine::readAvailable);
-    writeNotifier_ = new QSocketNotifier(master_, QSocketNotifier::Write, this);
-    writeNotifier_->setEnabled(false);
-    connect(writeNotifier_, &QSocketNotifier::activated, this, &PtyLine::writePending);
+    m_readNotifier = new QSocketNotifier(m_master, QSocketNotifier::Read, this);
+    connect(m_readNotifier, &QSocketNotifier::activated, this, &PtyLine::readAvailable);
+    m_writeNotifier = new QSocketNotifier(m_master, QSocketNotifier::Write, this);
+    m_writeNotifier->setEnabled(false);
+    connect(m_writeNotifier, &QSocketNotifier::activated, this, &PtyLine::writePending);
     return true;
 }
 
@@ -74,7 +74,7 @@ void PtyLine::readAvailable() {
     Bytes bytes;
     std::uint8_t buffer[4096];
     for (;;) {
-        const ssize_t n = ::read(master_, buffer, sizeof buffer);
+        const ssize_t n = ::read(m_master, buffer, sizeof buffer);
         if (n > 0) {
             bytes.insert(bytes.end(), buffer, buffer + n);
             continue;
@@ -86,41 +86,41 @@ void PtyLine::readAvailable() {
 }
 
 void PtyLine::send(const Bytes& bytes) {
-    if (!isOpen() || bytes.empty()) return;
+    if (!isOpen() || bytes.empty() || !hasRoomFor(bytes.size())) return;
     dropUnreadStaleBytes();
-    pending_.insert(pending_.end(), bytes.begin(), bytes.end());
-    if (!paced_) {
+    m_pending.insert(m_pending.end(), bytes.begin(), bytes.end());
+    if (!m_paced) {
         writePending();
         return;
     }
-    if (!paceTimer_->isActive()) {
-        paceClock_.start();
-        pacedBytes_ = 0;
-        paceTimer_->start();
+    if (!m_paceTimer->isActive()) {
+        m_paceClock.start();
+        m_pacedBytes = 0;
+        m_paceTimer->start();
         writePaced();
     }
 }
 
 void PtyLine::writePending() {
-    writeNotifier_->setEnabled(!writeSome(pending_.size()));
+    m_writeNotifier->setEnabled(!writeSome(m_pending.size()));
 }
 
 void PtyLine::writePaced() {
-    const std::int64_t due = paceClock_.nsecsElapsed() / kNanosecondsPerByte + 1 - pacedBytes_;
-    const std::size_t before = pending_.size();
-    if (due > 0) writeSome(std::min(pending_.size(), static_cast<std::size_t>(due)));
-    pacedBytes_ += static_cast<std::int64_t>(before - pending_.size());
-    if (pending_.empty()) paceTimer_->stop();
+    const std::int64_t due = m_paceClock.nsecsElapsed() / kNanosecondsPerByte + 1 - m_pacedBytes;
+    const std::size_t before = m_pending.size();
+    if (due > 0) writeSome(std::min(m_pending.size(), static_cast<std::size_t>(due)));
+    m_pacedBytes += static_cast<std::int64_t>(before - m_pending.size());
+    if (m_pending.empty()) m_paceTimer->stop();
 }
 
 bool PtyLine::writeSome(std::size_t count) {
     while (count > 0 && isOpen()) {
-        const ssize_t n = ::write(master_, pending_.data(), count);
+        const ssize_t n = ::write(m_master, m_pending.data(), count);
         if (n < 0 && errno == EINTR) continue;
         if (n <= 0) return false;
-        pending_.erase(pending_.begin(), pending_.begin() + n);
+        m_pending.erase(m_pending.begin(), m_pending.begin() + n);
         count -= static_cast<std::size_t>(n);
-        sinceLastWrite_.start();
+        m_sinceLastWrite.start();
     }
     return true;
 }
@@ -129,10 +129,10 @@ bool PtyLine::writeSome(std::size_t count) {
 // closed; a real line would have lost them.
 void PtyLine::dropUnreadStaleBytes() {
     int unread = 0;
-    if (!sinceLastWrite_.isValid() || sinceLastWrite_.elapsed() < kStaleAfterMs ||
-        ::ioctl(slave_, FIONREAD, &unread) != 0 || unread == 0)
+    if (!m_sinceLastWrite.isValid() || m_sinceLastWrite.elapsed() < kStaleAfterMs ||
+        ::ioctl(m_slave, FIONREAD, &unread) != 0 || unread == 0)
         return;
-    ::tcflush(slave_, TCIFLUSH);
+    ::tcflush(m_slave, TCIFLUSH);
 }
 
 void PtyLine::close() {
@@ -142,13 +142,13 @@ void PtyLine::close() {
 }
 
 void PtyLine::releaseDescriptors() {
-    delete readNotifier_;
-    readNotifier_ = nullptr;
-    delete writeNotifier_;
-    writeNotifier_ = nullptr;
-    paceTimer_->stop();
-    pending_.clear();
-    for (int* fd : {&master_, &slave_}) {
+    delete m_readNotifier;
+    m_readNotifier = nullptr;
+    delete m_writeNotifier;
+    m_writeNotifier = nullptr;
+    m_paceTimer->stop();
+    m_pending.clear();
+    for (int* fd : {&m_master, &m_slave}) {
         if (*fd >= 0) ::close(*fd);
         *fd = -1;
     }
@@ -166,14 +166,14 @@ bool PortLink::create(const QString& target, const QString& linkPath, QString& e
         error = QStringLiteral("cannot make the link %1").arg(linkPath);
         return false;
     }
-    target_ = target;
-    link_ = linkPath;
+    m_target = target;
+    m_link = linkPath;
     return true;
 }
 
 void PortLink::remove() {
-    if (!link_.isEmpty() && QFileInfo(link_).symLinkTarget() == target_) QFile::remove(link_);
-    link_.clear();
+    if (!m_link.isEmpty() && QFileInfo(m_link).symLinkTarget() == m_target) QFile::remove(m_link);
+    m_link.clear();
 }
 
 } // namespace mq27sim

@@ -2,6 +2,7 @@
 
 #include "common/bytes.h"
 
+#include <cstddef>
 #include <cstdint>
 
 #include <QElapsedTimer>
@@ -24,11 +25,16 @@ public:
     ~PtyLine() override;
 
     bool open(QString& error);
-    bool isOpen() const { return master_ >= 0; }
-    QString portPath() const { return path_; }
+    bool isOpen() const { return m_master >= 0; }
+    QString portPath() const { return m_path; }
 
     // 19200 baud with ten bits a byte: one byte every 0.52 ms instead of all at once.
-    void setPaced(bool paced) { paced_ = paced; }
+    void setPaced(bool paced) { m_paced = paced; }
+    // Whether the queue takes `count` more bytes. A real line loses what nobody takes in
+    // time; the queue is bounded for a port that nobody reads and for telegrams made
+    // faster than the pace lets them out.
+    bool hasRoomFor(std::size_t count) const { return m_pending.size() + count <= kMaxQueued; }
+    // Queues the bytes, or drops them all when there is no room.
     void send(const Bytes& bytes);
     // Hangs up: the tool's port sees the line go away.
     void close();
@@ -38,6 +44,8 @@ signals:
     void closed();
 
 private:
+    static constexpr std::size_t kMaxQueued = 65536;
+
     void readAvailable();
     void writePending();
     void writePaced();
@@ -46,17 +54,17 @@ private:
     void dropUnreadStaleBytes();
     void releaseDescriptors();
 
-    int master_ = -1;
-    int slave_ = -1;
-    QString path_;
-    QSocketNotifier* readNotifier_ = nullptr;
-    QSocketNotifier* writeNotifier_ = nullptr;
-    QTimer* paceTimer_ = nullptr;
-    Bytes pending_;
-    bool paced_ = false;
-    QElapsedTimer paceClock_;
-    std::int64_t pacedBytes_ = 0;
-    QElapsedTimer sinceLastWrite_;
+    int m_master = -1;
+    int m_slave = -1;
+    QString m_path;
+    QSocketNotifier* m_readNotifier = nullptr;
+    QSocketNotifier* m_writeNotifier = nullptr;
+    QTimer* m_paceTimer = nullptr;
+    Bytes m_pending;
+    bool m_paced = false;
+    QElapsedTimer m_paceClock;
+    std::int64_t m_pacedBytes = 0;
+    QElapsedTimer m_sinceLastWrite;
 };
 
 // A symbolic link to the port, removed again when the simulator ends.
@@ -72,8 +80,8 @@ public:
     void remove();
 
 private:
-    QString target_;
-    QString link_;
+    QString m_target;
+    QString m_link;
 };
 
 } // namespace mq27sim

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 
 #include <QElapsedTimer>
 
@@ -11,22 +12,23 @@ namespace mq27sim {
 class SimClock {
 public:
     explicit SimClock(double speed = 1.0)
-        : speed_(speed > 0 ? speed : 1.0) {
-        timer_.start();
+        : m_speed(speed > 0 && std::isfinite(speed) ? speed : 1.0) {
+        m_timer.start();
     }
 
-    double elapsedMs() const { return static_cast<double>(timer_.nsecsElapsed()) / 1e6; }
-    double deviceSeconds() const { return elapsedMs() / 1000.0 * speed_; }
-    double speed() const { return speed_; }
+    double elapsedMs() const { return static_cast<double>(m_timer.nsecsElapsed()) / 1e6; }
+    double deviceSeconds() const { return elapsedMs() / 1000.0 * m_speed; }
+    double speed() const { return m_speed; }
 
     // Wall-clock milliseconds for a span of device seconds, for a timer.
     int timerMs(double deviceSeconds) const {
-        return static_cast<int>(std::clamp(deviceSeconds * 1000.0 / speed_, 0.0, 1e9));
+        const double ms = deviceSeconds * 1000.0 / m_speed;
+        return ms > 0 ? static_cast<int>(std::min(ms, 1e9)) : 0; // NaN is no time
     }
 
 private:
-    QElapsedTimer timer_;
-    double speed_;
+    QElapsedTimer m_timer;
+    double m_speed;
 };
 
 } // namespace mq27sim

@@ -21,20 +21,20 @@ bool isWrite(int command) {
 
 SimDevice::SimDevice(DeviceProfile profile, const SimClock& clock, bool drift, QObject* parent)
     : BusDevice(kOwnKind, profile.serialNumber, profile.unsolicited, parent)
-    , clock_(clock)
-    , values_(std::move(profile.values))
-    , telegram4_(std::move(profile.telegram4))
-    , behaviour_(std::move(profile.behaviour))
-    , airFlowInit_(singleShot(this))
-    , measurement_(singleShot(this)) {
+    , m_clock(clock)
+    , m_values(std::move(profile.values))
+    , m_telegram4(std::move(profile.telegram4))
+    , m_behaviour(std::move(profile.behaviour))
+    , m_airFlowInit(singleShot(this))
+    , m_measurement(singleShot(this)) {
     if (!drift)
-        for (const std::string& name : values_.names())
-            values_.setDrift(name, Drift{});
-    connect(airFlowInit_, &QTimer::timeout, this, &SimDevice::finishAirFlowInit);
-    connect(measurement_, &QTimer::timeout, this, &SimDevice::finishMeasurement);
-    for (int m = 0; m < static_cast<int>(identify_.size()); ++m) {
-        identify_[m] = singleShot(this);
-        connect(identify_[m], &QTimer::timeout, this, [this, m] { finishIdentify(m); });
+        for (const std::string& name : m_values.names())
+            m_values.setDrift(name, Drift{});
+    connect(m_airFlowInit, &QTimer::timeout, this, &SimDevice::finishAirFlowInit);
+    connect(m_measurement, &QTimer::timeout, this, &SimDevice::finishMeasurement);
+    for (int m = 0; m < static_cast<int>(m_identify.size()); ++m) {
+        m_identify[m] = singleShot(this);
+        connect(m_identify[m], &QTimer::timeout, this, [this, m] { finishIdentify(m); });
     }
 }
 
@@ -66,8 +66,8 @@ std::optional<Bytes> SimDevice::unsolicitedFrame() {
 std::optional<Bytes> SimDevice::readTelegram(int command) const {
     if (!isRead(command)) return std::nullopt;
     const Bytes data = command == 1   ? Bytes{}
-                       : command == 4 ? telegram4_
-                                      : encodeData(command, values_, clock_.deviceSeconds());
+                       : command == 4 ? m_telegram4
+                                      : encodeData(command, m_values, m_clock.deviceSeconds());
     return deviceFrame(kOwnKind, command, serialNumber(), data, true);
 }
 
@@ -84,7 +84,7 @@ bool SimDevice::commit(int command, const Changes& changes) {
 
 QString SimDevice::violation(const Changes& changes) const {
     for (const Change& c : changes) {
-        const auto range = settingRange(values_, c.name);
+        const auto range = settingRange(m_values, c.name);
         if (range && !range->contains(c.value))
             return QStringLiteral("%1 %2 outside %3 to %4")
                 .arg(QString::fromStdString(c.name))
@@ -97,7 +97,7 @@ QString SimDevice::violation(const Changes& changes) const {
 
 void SimDevice::apply(const Changes& changes) {
     for (const Change& c : changes) {
-        const bool held = values_.set(c.name, c.value);
+        const bool held = m_values.set(c.name, c.value);
         Q_ASSERT_X(held, "SimDevice::apply", c.name.c_str());
     }
 }

@@ -26,7 +26,7 @@ public:
     std::optional<Bytes> respond(const Telegram& t) override;
     std::optional<Bytes> unsolicitedFrame() override;
 
-    const ValueStore& values() const { return values_; }
+    const ValueStore& values() const { return m_values; }
     // The complete frame of read telegram `command` (1 to 5) as of now.
     std::optional<Bytes> readTelegram(int command) const;
 
@@ -63,27 +63,27 @@ private:
     void stopMeasurement();
     void finishIdentify(int module);
 
-    double value(const std::string& name) const { return values_.get(name); }
-    bool flag(const std::string& name) const { return values_.get(name) != 0; }
+    double value(const std::string& name) const { return m_values.get(name); }
+    bool flag(const std::string& name) const { return m_values.get(name) != 0; }
     int detectorCount() const;
     int moduleIndex(std::uint32_t serial) const;
     int firePlaceOf(int suckTime) const;
     QTimer* singleShot(QObject* owner);
 
-    const SimClock& clock_;
-    ValueStore values_;
-    Bytes telegram4_;
-    Behaviour behaviour_;
+    const SimClock& m_clock;
+    ValueStore m_values;
+    Bytes m_telegram4;
+    Behaviour m_behaviour;
 
-    QTimer* airFlowInit_;
-    Changes airFlowSetPoints_;
-    double operatingLedBeforeInit_ = 3;
+    QTimer* m_airFlowInit;
+    Changes m_airFlowSetPoints;
+    double m_operatingLedBeforeInit = 3;
 
-    QTimer* measurement_;
-    int measurementsDone_ = 0;
+    QTimer* m_measurement;
+    int m_measurementsDone = 0;
 
-    std::array<QTimer*, 10> identify_{};
-    std::map<int, std::vector<double>> ledsBeforeIdentify_;
+    std::array<QTimer*, 10> m_identify{};
+    std::map<int, std::vector<double>> m_ledsBeforeIdentify;
 };
 
 } // namespace mq27sim

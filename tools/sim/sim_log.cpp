@@ -31,12 +31,12 @@ QJsonObject addressOf(const Bytes& frame) {
 } // namespace
 
 SimLog::SimLog(const SimClock& clock)
-    : clock_(clock) {}
+    : m_clock(clock) {}
 
 bool SimLog::open(const QString& path, QString& error) {
-    file_.setFileName(path);
-    if (file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) return true;
-    error = QStringLiteral("log %1: %2").arg(path, file_.errorString());
+    m_file.setFileName(path);
+    if (m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) return true;
+    error = QStringLiteral("log %1: %2").arg(path, m_file.errorString());
     return false;
 }
 
@@ -60,16 +60,16 @@ void SimLog::event(const QString& name, const QJsonObject& details) {
 }
 
 void SimLog::write(std::initializer_list<Field> head, const QJsonObject& tail) {
-    if (!file_.isOpen()) return;
-    const double t = std::round(clock_.elapsedMs() * 1000.0) / 1000.0;
+    if (!m_file.isOpen()) return;
+    const double t = std::round(m_clock.elapsedMs() * 1000.0) / 1000.0;
     QByteArray line = "{\"t\":" + jsonOf(t);
     for (const Field& f : head)
         line += ",\"" + f.first.toUtf8() + "\":" + jsonOf(f.second);
     for (auto it = tail.begin(); it != tail.end(); ++it)
         line += "," + jsonOf(it.key()) + ":" + jsonOf(it.value());
     line += "}\n";
-    file_.write(line);
-    file_.flush();
+    m_file.write(line);
+    m_file.flush();
 }
 
 } // namespace mq27sim

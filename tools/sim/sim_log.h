@@ -14,7 +14,7 @@
 namespace mq27sim {
 
 // Every frame in and out, as JSON lines with a monotonic time stamp in milliseconds:
-//   {"t":1234.567,"dir":"in","hex":"02 08 0A ...","kind":10,"cmd":2,"serial":1234567}
+//   {"t":1234.567,"dir":"in","hex":"02 08 0A ...","cmd":2,"kind":10,"serial":1234567}
 //   {"t":1240.002,"dir":"in","noise":"FF 13"}
 //   {"t":1300.100,"event":"refused","cmd":129,"reason":"...","serial":1234567}
 // Each line is flushed at once, so that a test can read the file while the device runs.
@@ -23,7 +23,7 @@ public:
     explicit SimLog(const SimClock& clock);
 
     bool open(const QString& path, QString& error);
-    bool isOpen() const { return file_.isOpen(); }
+    bool isOpen() const { return m_file.isOpen(); }
 
     // `extra` adds fields such as {"fault":"bad-crc"} or {"unsolicited":true}.
     void frame(const char* direction, const Bytes& bytes, const QJsonObject& extra = {});
@@ -36,8 +36,8 @@ private:
     using Field = std::pair<QString, QJsonValue>;
     void write(std::initializer_list<Field> head, const QJsonObject& tail);
 
-    const SimClock& clock_;
-    QFile file_;
+    const SimClock& m_clock;
+    QFile m_file;
 };
 
 } // namespace mq27sim

@@ -1,5 +1,8 @@
 #include "sim/sim_options.h"
 
+#include <cmath>
+#include <optional>
+
 #include <QCommandLineParser>
 
 namespace mq27sim {
@@ -13,29 +16,53 @@ const char* const kDescription =
     "Fault injection: --bad-crc-every, --noise, --split-gap, --silence, --pace, --close-after.\n"
     "Profiles and the effect of every write telegram: docs/virtual-device.md.";
 
+// Seconds of a time given on the command line: long enough for a timer of whole
+// milliseconds, short enough for its int.
+constexpr double kMinSeconds = 0.001;
+constexpr double kMaxSeconds = 1e6;
+
+QString numberText(double value) {
+    return QString::number(value, 'g', 12);
+}
+
+// A finite number within `min` and `max`; none for anything else, such as "nan", "inf" or
+// "1e300", which no cast to int survives.
+std::optional<double> within(const QString& text, double min, double max) {
+    bool ok = false;
+    const double value = text.toDouble(&ok);
+    if (!ok || !std::isfinite(value) || value < min || value > max) return std::nullopt;
+    return value;
+}
+
 struct Reader {
     const QCommandLineParser& parser;
     QString& error;
 
-    // A number within `min` and `max`, or `fallback` when the option isn't given.
+    // A number within `min` and `max`, or `fallback` when the option isn't given or is bad.
     double number(const QString& name, double min, double max, double fallback) {
         if (!parser.isSet(name)) return fallback;
-        bool ok = false;
-        const double value = parser.value(name).toDouble(&ok);
-        if (!ok || value < min || value > max)
-            fail(QStringLiteral("--%1 expects a number from %2 to %3").arg(name).arg(min).arg(max));
-        return ok ? value : fallback;
+        const auto value = within(parser.value(name), min, max);
+        if (!value) fail(expected(name, "a number", min, max));
+        return value.value_or(fallback);
     }
 
     int whole(const QString& name, int min, int max, int fallback) {
-        const double value = number(name, min, max, fallback);
-        if (value != static_cast<int>(value))
-            fail(QStringLiteral("--%1 expects a whole number").arg(name));
-        return static_cast<int>(value);
+        if (!parser.isSet(name)) return fallback;
+        const auto value = within(parser.value(name), min, max);
+        if (!value || std::floor(*value) != *value) {
+            fail(expected(name, "a whole number", min, max));
+            return fallback;
+        }
+        return static_cast<int>(*value);
     }
 
     // "A:B" into its two halves; B may be missing.
     QStringList pair(const QString& name) const { return parser.value(name).split(':'); }
+
+    static QString expected(const QString& name, const char* what, double min, double max) {
+        return QStringLiteral("--%1 expects %2 from %3 to %4")
+            .arg(name, QLatin1String(what), numberText(min), numberText(max));
+    }
 
     void fail(const QString& message) {
         if (error.isEmpty()) error = message;
@@ -73,28 +100,31 @@ void addOptions(QCommandLineParser& p) {
 void readUnsolicited(Reader& r, SimOptions& o) {
     if (!r.parser.isSet("unsolicited")) return;
     const QStringList parts = r.pair("unsolicited");
-    bool ok = false;
-    o.unsolicitedSeconds = parts.value(0).toDouble(&ok);
-    ok = ok && parts.size() <= 2 && o.unsolicitedSeconds > 0 && o.unsolicitedSeconds <= 3600;
-    if (ok && parts.size() == 2) {
-        o.unsolicitedCommand = parts[1].toInt(&ok);
-        ok = ok && o.unsolicitedCommand >= 1 && o.unsolicitedCommand <= 5;
-    }
-    if (!ok) r.fail("--unsolicited expects seconds (up to 3600) and optionally :command (1 to 5)");
+    const auto seconds =
+        within(parts.value(0), Unsolicited::kMinEverySeconds, Unsolicited::kMaxEverySeconds);
+    const auto command = parts.size() == 2 ? within(parts[1], 1, 5) : std::optional<double>(0);
+    if (!seconds || !command || parts.size() > 2 || std::floor(*command) != *command)
+        return r.fail(QStringLiteral("--unsolicited expects seconds from %1 to %2 and optionally "
+                                     ":command (1 to 5)")
+                          .arg(numberText(Unsolicited::kMinEverySeconds),
+                               numberText(Unsolicited::kMaxEverySeconds)));
+    o.unsolicitedSeconds = *seconds;
+    o.unsolicitedCommand = static_cast<int>(*command);
 }
 
 void readSilence(Reader& r, FaultOptions& f) {
     if (!r.parser.isSet("silence")) return;
     const QStringList parts = r.pair("silence");
-    bool ok = false;
-    f.silenceStart = parts.value(0).toDouble(&ok);
-    ok = ok && parts.size() <= 2 && f.silenceStart >= 0;
+    const auto start = within(parts.value(0), 0, kMaxSeconds);
+    const auto duration =
+        parts.size() == 2 ? within(parts[1], kMinSeconds, kMaxSeconds) : std::optional<double>(0);
+    if (!start || !duration || parts.size() > 2)
+        return r.fail(QStringLiteral("--silence expects start seconds (0 to %1) and optionally "
+                                     ":duration seconds (%2 to %1)")
+                          .arg(numberText(kMaxSeconds), numberText(kMinSeconds)));
+    f.silenceStart = *start;
+    f.silenceSeconds = *duration;
     f.silentForever = parts.size() == 1;
-    if (ok && !f.silentForever) {
-        f.silenceSeconds = parts[1].toDouble(&ok);
-        ok = ok && f.silenceSeconds > 0;
-    }
-    if (!ok) r.fail("--silence expects start seconds and optionally :duration seconds");
 }
 
 } // namespace
@@ -129,7 +159,7 @@ CommandLine parseCommandLine(const QStringList& arguments, SimOptions& o, QStrin
     f.splitGapMs = r.whole("split-gap", 1, 60000, f.splitGapMs);
     readSilence(r, f);
     f.pace = parser.isSet("pace");
-    f.closeAfterSeconds = r.number("close-after", 0.001, 1e6, f.closeAfterSeconds);
+    f.closeAfterSeconds = r.number("close-after", kMinSeconds, kMaxSeconds, f.closeAfterSeconds);
     message = error;
     return error.isEmpty() ? CommandLine::Run : CommandLine::Error;
 }

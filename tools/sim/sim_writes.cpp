@@ -24,20 +24,24 @@ constexpr double kBlinking = 2;
 class BlockReader {
 public:
     explicit BlockReader(const Bytes& block)
-        : b_(block) {}
+        : m_block(block) {}
 
-    double u8(int at) const { return b_[pos(at)]; }
+    double u8(int at) const { return m_block[pos(at)]; }
     double u16(int at) const { return raw16(at); }
-    std::uint32_t raw16(int at) const { return std::uint32_t(b_[pos(at)]) << 8 | b_[pos(at) + 1]; }
+    std::uint32_t raw16(int at) const {
+        return std::uint32_t(m_block[pos(at)]) << 8 | m_block[pos(at) + 1];
+    }
     std::uint32_t raw32(int at) const { return raw16(at) << 16 | raw16(at + 2); }
     double u32(int at) const { return raw32(at); }
     double f32(int at) const { return std::bit_cast<float>(raw32(at)); }
-    double bit(int at, int n) const { return (b_[pos(at)] >> n) & 1U; }
-    std::uint32_t selection() const { return std::uint32_t(b_[6]) | std::uint32_t(b_[7]) << 8; }
+    double bit(int at, int n) const { return (m_block[pos(at)] >> n) & 1U; }
+    std::uint32_t selection() const {
+        return std::uint32_t(m_block[6]) | std::uint32_t(m_block[7]) << 8;
+    }
 
 private:
     static std::size_t pos(int at) { return static_cast<std::size_t>(at); }
-    const Bytes& b_;
+    const Bytes& m_block;
 };
 
 std::uint32_t mask(double stored) {
@@ -125,21 +129,21 @@ void SimDevice::startAirFlowInit(const Bytes& block) {
     };
     const QString reason = violation(setPoints);
     if (!reason.isEmpty()) return refuse(130, reason);
-    if (!airFlowInit_->isActive()) operatingLedBeforeInit_ = value("display.ledOp");
-    airFlowSetPoints_ = setPoints;
+    if (!m_airFlowInit->isActive()) m_operatingLedBeforeInit = value("display.ledOp");
+    m_airFlowSetPoints = setPoints;
     apply({{"airFlow.flowInitIsActive", 1},
            {"airFlow.flowInitAborted", 0},
            {"display.ledOp", kBlinking}});
-    airFlowInit_->start(clock_.timerMs(behaviour_.airFlowInitSeconds));
+    m_airFlowInit->start(m_clock.timerMs(m_behaviour.airFlowInitSeconds));
     report("airflow-init-start", {{"cmd", 130}});
 }
 
 void SimDevice::finishAirFlowInit() {
-    apply(airFlowSetPoints_);
+    apply(m_airFlowSetPoints);
     apply({{"fans.fanVoltage", value("fans.uFanSetPoint")},
            {"airFlow.flowRefValue", value("airFlow.flowValue")},
            {"airFlow.flowInitIsActive", 0},
-           {"display.ledOp", operatingLedBeforeInit_}});
+           {"display.ledOp", m_operatingLedBeforeInit}});
     report("airflow-init-end");
 }
 
@@ -199,7 +203,7 @@ void SimDevice::writeLocalisation(const Bytes& block) {
                        {"localisation.locIsActive", 0}});
     const bool wasLearning = flag("localisation.learningIsOn");
     if (!commit(133, c)) return;
-    measurement_->stop();
+    m_measurement->stop();
     if (wasLearning) report("learn-end", {{"cmd", 133}});
 }
 
@@ -219,14 +223,14 @@ void SimDevice::learnMode(const Bytes& block) {
                       {"localisation.locLocalized", 0}}))
         return;
     if (!wasLearning) report("learn-start", {{"cmd", 134}});
-    measurement_->start(clock_.timerMs(value("localisation.blowLrnTime")));
+    m_measurement->start(m_clock.timerMs(value("localisation.blowLrnTime")));
     report("measurement-start", {{"blowTime", value("localisation.blowLrnTime")}});
 }
 
 // The measurement reports the transport times of the profile in turn.
 void SimDevice::finishMeasurement() {
-    const std::vector<double>& times = behaviour_.holeTimes;
-    const double seconds = times.empty() ? 10.0 : times[measurementsDone_++ % times.size()];
+    const std::vector<double>& times = m_behaviour.holeTimes;
+    const double seconds = times.empty() ? 10.0 : times[m_measurementsDone++ % times.size()];
     const int suckTime = static_cast<int>(std::clamp(std::round(seconds * 100), 0.0, 65535.0));
     const int firePlace = firePlaceOf(suckTime);
     apply({{"localisation.firePlaceSuckTime", double(suckTime)},
@@ -237,15 +241,15 @@ void SimDevice::finishMeasurement() {
 }
 
 void SimDevice::stopMeasurement() {
-    if (!measurement_->isActive()) return;
-    measurement_->stop();
+    if (!m_measurement->isActive()) return;
+    m_measurement->stop();
     apply({{"localisation.locIsActive", 0}});
     report("measurement-aborted", {{"cmd", 134}});
 }
 
 void SimDevice::abortLearnMode() {
     const bool wasLearning = flag("localisation.learningIsOn");
-    measurement_->stop();
+    m_measurement->stop();
     apply({{"localisation.learningIsOn", 0}, {"localisation.locIsActive", 0}});
     report("applied", {{"cmd", 135}});
     if (wasLearning) report("learn-end", {{"cmd", 135}});
@@ -291,20 +295,20 @@ void SimDevice::identifyModule(const Bytes& block) {
     const std::uint32_t serial = BlockReader(block).raw32(6);
     const int m = moduleIndex(serial);
     if (m < 0) return refuse(139, QStringLiteral("no module with serial number %1").arg(serial));
-    if (!identify_[m]->isActive()) {
-        std::vector<double>& saved = ledsBeforeIdentify_[m];
+    if (!m_identify[m]->isActive()) {
+        std::vector<double>& saved = m_ledsBeforeIdentify[m];
         saved.clear();
         for (const char* led : {"ledOp", "ledBlocked", "ledFailure", "ledReleased"}) {
             saved.push_back(value(valueName("modules", m, led)));
             apply({{valueName("modules", m, led), kBlinking}});
         }
     }
-    identify_[m]->start(clock_.timerMs(behaviour_.identifySeconds));
+    m_identify[m]->start(m_clock.timerMs(m_behaviour.identifySeconds));
     report("identify-start", {{"module", static_cast<double>(serial)}});
 }
 
 void SimDevice::finishIdentify(int module) {
-    const std::vector<double>& saved = ledsBeforeIdentify_[module];
+    const std::vector<double>& saved = m_ledsBeforeIdentify[module];
     const char* leds[] = {"ledOp", "ledBlocked", "ledFailure", "ledReleased"};
     for (std::size_t i = 0; i < saved.size() && i < std::size(leds); ++i)
         apply({{valueName("modules", module, leds[i]), saved[i]}});

@@ -40,13 +40,13 @@ public:
 
     // Opens the pseudo-terminal and the log; starts the timers of the options.
     bool start(QString& error);
-    QString portPath() const { return line_.portPath(); }
+    QString portPath() const { return m_line.portPath(); }
 
-    int deviceCount() const { return static_cast<int>(devices_.size()); }
-    BusDevice* device(int index) const { return devices_.at(static_cast<std::size_t>(index)); }
+    int deviceCount() const { return static_cast<int>(m_devices.size()); }
+    BusDevice* device(int index) const { return m_devices.at(static_cast<std::size_t>(index)); }
     // The first device of this family, if there is one.
     SimDevice* ownDevice() const;
-    const SimClock& clock() const { return clock_; }
+    const SimClock& clock() const { return m_clock; }
 
 signals:
     void lineClosed();
@@ -60,14 +60,14 @@ private:
     void startSilenceEvents();
     void closeLine();
 
-    SimOptions options_;
-    SimClock clock_;
-    SimLog log_;
-    PtyLine line_;
-    FrameReader reader_;
-    FaultInjector faults_;
-    QTimer idle_;
-    std::vector<BusDevice*> devices_;
+    SimOptions m_options;
+    SimClock m_clock;
+    SimLog m_log;
+    PtyLine m_line;
+    FrameReader m_reader;
+    FaultInjector m_faults;
+    QTimer m_idle;
+    std::vector<BusDevice*> m_devices;
 };
 
 } // namespace mq27sim

@@ -6,35 +6,35 @@
 namespace mq27sim {
 
 void ValueStore::define(const std::string& name, double value) {
-    entries_[name] = Entry{value, {}};
+    m_entries[name] = Entry{value, {}};
 }
 
 bool ValueStore::set(const std::string& name, double value) {
-    const auto it = entries_.find(name);
-    if (it == entries_.end()) return false;
+    const auto it = m_entries.find(name);
+    if (it == m_entries.end()) return false;
     it->second.value = value;
     return true;
 }
 
 bool ValueStore::setDrift(const std::string& name, Drift drift) {
-    const auto it = entries_.find(name);
-    if (it == entries_.end()) return false;
+    const auto it = m_entries.find(name);
+    if (it == m_entries.end()) return false;
     it->second.drift = drift;
     return true;
 }
 
 bool ValueStore::has(const std::string& name) const {
-    return entries_.find(name) != entries_.end();
+    return m_entries.find(name) != m_entries.end();
 }
 
 double ValueStore::get(const std::string& name) const {
-    const auto it = entries_.find(name);
-    return it == entries_.end() ? 0.0 : it->second.value;
+    const auto it = m_entries.find(name);
+    return it == m_entries.end() ? 0.0 : it->second.value;
 }
 
 double ValueStore::live(const std::string& name, double seconds) const {
-    const auto it = entries_.find(name);
-    if (it == entries_.end()) return 0.0;
+    const auto it = m_entries.find(name);
+    if (it == m_entries.end()) return 0.0;
     const Entry& e = it->second;
     if (!e.drift.active()) return e.value;
     return e.value +
@@ -43,8 +43,8 @@ double ValueStore::live(const std::string& name, double seconds) const {
 
 std::vector<std::string> ValueStore::names() const {
     std::vector<std::string> out;
-    out.reserve(entries_.size());
-    for (const auto& [name, entry] : entries_)
+    out.reserve(m_entries.size());
+    for (const auto& [name, entry] : m_entries)
         out.push_back(name);
     return out;
 }

@@ -36,7 +36,7 @@ private:
         double value = 0;
         Drift drift;
     };
-    std::map<std::string, Entry, std::less<>> entries_;
+    std::map<std::string, Entry, std::less<>> m_entries;
 };
 
 // "airFlow.altitude"
