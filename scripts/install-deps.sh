@@ -3,8 +3,10 @@
 # Only what is missing is installed; a machine that has everything is left alone.
 set -eu
 
+# qt6-translations-l10n: Qt's own texts (file dialogs, message box buttons, the menus of
+# text fields) in German, French and Dutch; without it they stay English.
 packages="build-essential cmake ninja-build pkg-config clang-format
-qt6-base-dev qt6-serialport-dev libgl-dev
+qt6-base-dev qt6-serialport-dev libgl-dev qt6-translations-l10n
 qt6-qpa-plugins fonts-dejavu-core xvfb xauth"
 
 missing=""

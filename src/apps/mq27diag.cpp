@@ -1,4 +1,5 @@
 // mq27diag: the desktop diagnosis tool.
+#include "shell/ui/screenshots.h"
 #include "shell/ui/toolruntime.h"
 
 #include <QApplication>
@@ -15,6 +16,7 @@ int main(int argc, char* argv[]) {
         arguments << QString::fromLocal8Bit(argv[i]);
 
     ToolRuntime runtime;
+    const auto screenshots = ScreenshotRun::fromEnvironment(runtime);
     runtime.start(arguments.join(QLatin1Char(' ')));
     return QApplication::exec();
 }

@@ -4,6 +4,7 @@
 #include "common/regsettings.h"
 #include "common/services.h"
 
+#include <QLocale>
 #include <QString>
 #include <QStringList>
 
@@ -58,6 +59,8 @@ public:
     AppMessages messages;
     const Services services;
     RegSettings settings;
+    // The number format of the windows: the system's; the headless commands use the C locale.
+    QLocale locale = QLocale::system();
 
     // String `index` of the table in the current language.
     QString str(int index) const;

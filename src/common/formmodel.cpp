@@ -180,6 +180,10 @@ void Form::doubleClick(const QString& element) {
     Q_EMIT doubleClicked(element);
 }
 
+void Form::mouseClick(const QString& element, int button) {
+    Q_EMIT mouseClicked(element, button);
+}
+
 bool Form::requestClose() {
     if (m_closeHandler && !m_closeHandler()) return false;
     unload();

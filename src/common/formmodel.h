@@ -112,6 +112,8 @@ public:
     void userSetValue(const QString& element, double value);
     void click(const QString& element);
     void doubleClick(const QString& element);
+    // A mouse button released over an element: 1 left, 2 right, 4 middle.
+    void mouseClick(const QString& element, int button);
     // The window's close button; true when the window may close.
     bool requestClose();
     void setCloseHandler(std::function<bool()> handler) { m_closeHandler = std::move(handler); }
@@ -125,6 +127,7 @@ Q_SIGNALS:
     void loaded();
     void clicked(const QString& element);
     void doubleClicked(const QString& element);
+    void mouseClicked(const QString& element, int button);
     void edited(const QString& element);
 
 private:

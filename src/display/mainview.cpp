@@ -2,8 +2,12 @@
 
 #include "common/appstate.h"
 #include "common/mainview_elements.h"
+#include "display/customize.h"
+#include "display/faultlist.h"
+#include "engine/commands.h"
 #include "files/devicefiles.h"
 #include "search/devicesearch.h"
+#include "values/devicevalues.h"
 
 namespace el = frmDisplay;
 
@@ -11,6 +15,11 @@ namespace {
 
 // The help files of this device kind.
 constexpr int kHelpDevice = 10;
+constexpr int kAllItems = 16;
+// Item 4 of the alarm reset, beside the service/blocked lamp.
+constexpr int kBlockedItem = 4;
+constexpr int kAirFlowTopic = 40;
+constexpr int kChamberTopic = 41;
 
 // Topics without a page in the help file.
 bool hasHelpPage(int topic) {
@@ -18,12 +27,31 @@ bool hasHelpPage(int topic) {
     return topic != 30 && !(topic >= 35 && topic <= 39) && !(topic >= 42 && topic <= 50);
 }
 
+// What later windows open; until they exist their entries are there but cannot be chosen.
+const QStringList& notYetAvailable() {
+    static const QStringList elements = [] {
+        QStringList list = {el::mnuProtocolCreate,      el::mnuDeviceSettings,
+                            el::mnuExtinguishSettings,  el::cmdShowLocLearnMode[0],
+                            el::cmdShowLocLearnMode[1], el::cmdSettings,
+                            el::cmdAirFlowSet,          el::cmdRelaySet,
+                            el::cmdSensorTempAlarmSet};
+        for (int m = 0; m < 10; ++m)
+            list << el::cmdExtinguisherMessages[m];
+        return list;
+    }();
+    return elements;
+}
+
 } // namespace
 
-MainView::MainView(AppState& state, DeviceFiles& files, DeviceSearch& search)
+MainView::MainView(AppState& state, DeviceValues& values, DeviceCommands& commands,
+                   DeviceFiles& files, DeviceSearch& search)
     : QObject()
-    , m_state(state) {
-    m_menuHandlers = {
+    , m_state(state)
+    , m_values(values)
+    , m_status(state.forms.frmDisplay(), m_limits)
+    , m_leds(state.forms.frmDisplay()) {
+    m_clickHandlers = {
         {el::mnuSave, [&files] { files.SaveDeviceData(0); }},
         {el::mnuDeviceSearch, [&search] { search.mnuDeviceSearch_Click(); }},
         {el::mnuPDFHelp, [this] { Help_Table(0, 0, QString()); }},
@@ -31,24 +59,45 @@ MainView::MainView(AppState& state, DeviceFiles& files, DeviceSearch& search)
         {el::mnuFahrenheit, [this] { SwitchToTemperature(2); }},
         {el::mnuPercentMeter, [this] { SwitchToSmokeUnit(1); }},
         {el::mnuPercentFeet, [this] { SwitchToSmokeUnit(2); }},
+        {el::cmdErrReset, [&commands] { commands.ResetMessages(kAllItems); }},
+        {el::cmdAlarmReset[0], [&commands] { commands.ResetAlarmAndFault(kAllItems); }},
+        {el::cmdAlarmReset[1], [&commands] { commands.ResetAlarmAndFault(kBlockedItem); }},
     };
+    for (int m = 0; m < 10; ++m)
+        m_clickHandlers.insert(el::cmdExtinguisherIdent[m],
+                               [&commands, m] { commands.BusItemIdent(m); });
     Form& view = m_state.forms.frmDisplay();
     connect(&view, &Form::loaded, this, &MainView::Form_Load);
     connect(&view, &Form::clicked, this, &MainView::onClicked);
+    connect(&view, &Form::mouseClicked, this, &MainView::onMouseClicked);
 }
 
-void MainView::ShowData() {}
+void MainView::ShowData() {
+    clsMQ27Values* values = m_values.get();
+    if (!values) return;
+    Form& view = m_state.forms.frmDisplay();
+    Q_EMIT aboutToShowData();
+    m_features = DeviceFeatures::read(*values);
+    CustomizeForm(view, m_features, *values, m_state.locale);
+    if (!m_status.ShowSmokeThresholds(*values)) return;
+    const StatusDisplay::Units units{m_state.g.gTemperatureUnit == 2, m_state.g.gSmokeUnit == 2};
+    m_status.showMeasurements(*values, units, m_state.locale);
+    ShowMessages(view, *values);
+    m_status.showIdentityAndSettings(*values, m_state.locale);
+}
 
 void MainView::SwitchToTemperature(int unit) {
     m_state.settings.SetTemperature(unit);
     m_state.g.gTemperatureUnit = unit == 2 ? 2 : 1;
     checkUnitMenus();
+    refreshIfShown();
 }
 
 void MainView::SwitchToSmokeUnit(int unit) {
     m_state.settings.SetSmoke(unit);
     m_state.g.gSmokeUnit = unit == 2 ? 2 : 1;
     checkUnitMenus();
+    refreshIfShown();
 }
 
 void MainView::Help_Table(int Button, int Topic, const QString& Text) {
@@ -60,8 +109,59 @@ void MainView::Form_Load() {
     Form& view = m_state.forms.frmDisplay();
     view.setVisible(el::mnuLogger, false);
     view.setVisible(el::mnuLogDataDev, false);
+    m_limits = SettingLimits{};
     view.setValue(el::tabDisplay.whole(), 0);
+    view.setDot(el::picFireAlarm[4], colors::kWindowBackground);
+    for (int i = 0; i < 5; ++i)
+        view.setCaption(el::lblLocTime[i], QStringLiteral("0"));
+    for (const QString& element :
+         {el::lblAirflowMeterPerSecond.name(), el::lblTemperature.name(), el::lblAirFlow.name(),
+          el::lblChamber[0], el::lblChamber[1], el::lblChamberLegend[0], el::lblChamberLegend[1]})
+        view.setBackColor(element, colors::kButtonFace);
+    view.setEnabled(el::picManAct[20], false);
+    // The chamber gauges span -100 % to 100 %; the air-flow gauge takes its range from the
+    // device at every refresh.
+    for (int d = 0; d < 2; ++d)
+        view.setItems(el::ctlChamber[d],
+                      {QStringLiteral("-100 %"), QStringLiteral("0 %"), QStringLiteral("100 %")});
+    // The key of the fault list: a box as a pending fault shows, and one as a latched.
+    view.setBackColor(el::picErrLegend[0], colors::kYellow);
+    view.setBackColor(el::picErrLegend[1], colors::kWindowBackground);
+    view.setDot(el::picErrLegend[1], colors::kYellow);
+    view.setVisible(el::ctlManAct[20], true);
+    showViewingStates();
+    for (const QString& element : notYetAvailable())
+        view.setEnabled(element, false);
     checkUnitMenus();
+}
+
+// Each settings page starts showing the device's values; its fields come with editing.
+void MainView::showViewingStates() {
+    Form& view = m_state.forms.frmDisplay();
+    for (const QString& name : view.elementNames()) {
+        const ElementKind kind = view.kind(name);
+        if (kind == ElementKind::Text || kind == ElementKind::UpDown) view.setVisible(name, false);
+    }
+    for (const ElementArray& copies : {el::chkBuzzer, el::chkFaultStore, el::chkDynamicAirflow,
+                                       el::chkLocalization, el::chkAlarmAfterLoc})
+        view.setVisible(copies[1], false);
+    for (int d = 0; d < 2; ++d)
+        view.setVisible(el::chkTrueLix[2 * d + 1], false);
+    for (const QString& hidden :
+         {el::cmdSettingsCancel.name(), el::cmdSettingsAssume.name(),
+          el::cmdSettingsStandard.name(), el::cmdAirFlowCancel.name(), el::cmdAirFlowInit.name(),
+          el::cmdAirFlowStandard.name(), el::cmdRelayCancel.name(), el::cmdRelayAssume.name(),
+          el::cmdSensorTempAlarmCancel.name(), el::cmdSensorTempAlarmAssume.name()})
+        view.setVisible(hidden, false);
+    // The relay boxes show the device's masks and take input only while being edited.
+    for (const ElementArray& boxes :
+         {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4, el::chkRelay5})
+        for (int i = 0; i < 14; ++i)
+            view.setEnabled(boxes[i], false);
+    for (const ElementArray& options :
+         {el::optRelay1, el::optRelay2, el::optRelay3, el::optRelay4, el::optRelay5})
+        for (int i = 0; i < 2; ++i)
+            view.setEnabled(options[i], false);
 }
 
 void MainView::checkUnitMenus() {
@@ -75,6 +175,22 @@ void MainView::checkUnitMenus() {
 }
 
 void MainView::onClicked(const QString& element) {
-    const auto handler = m_menuHandlers.constFind(element);
-    if (handler != m_menuHandlers.constEnd()) (*handler)();
+    const auto handler = m_clickHandlers.constFind(element);
+    if (handler != m_clickHandlers.constEnd()) (*handler)();
+}
+
+// The fault boxes, the air-flow value and the chamber values lead to their help pages.
+void MainView::onMouseClicked(const QString& element, int button) {
+    const Form& view = m_state.forms.frmDisplay();
+    for (int i = 0; i < 34; ++i)
+        if (element == el::picErr[i]) Help_Table(button, i + 1, view.caption(el::lblErr[i]));
+    if (element == el::lblAirFlow || element == el::lblAirFlowLegend)
+        Help_Table(button, kAirFlowTopic, view.caption(el::lblAirFlowLegend));
+    for (int d = 0; d < 2; ++d)
+        if (element == el::lblChamber[d] || element == el::lblChamberLegend[d])
+            Help_Table(button, kChamberTopic, view.caption(el::lblChamberLegend[d]));
+}
+
+void MainView::refreshIfShown() {
+    if (m_state.forms.frmDisplay().isShown()) ShowData();
 }

@@ -1,5 +1,10 @@
 #pragma once
 
+#include "display/devicefeatures.h"
+#include "display/ledrhythm.h"
+#include "display/settinglimits.h"
+#include "display/statusdisplay.h"
+
 #include <functional>
 
 #include <QHash>
@@ -7,39 +12,57 @@
 #include <QString>
 
 class AppState;
+class DeviceCommands;
 class DeviceFiles;
 class DeviceSearch;
+class DeviceValues;
 
-// The main view frmDisplay: its load, its menus that reach the parts below it, the units
-// of temperature and smoke, context help, and the refresh of its pages from the value
-// store. The menus that belong to the whole tool (load, exit, port, language, About) are
-// the shell's.
+// The main view frmDisplay: its load, the refresh of its pages from the value store, the
+// fault list and LED rhythms, the customisation by device, its menus that reach the parts
+// below it, the reset buttons, the units of temperature and smoke, and context help. The
+// menus that belong to the whole tool (load, exit, port, language, About) are the shell's.
 class MainView : public QObject {
     Q_OBJECT
 
 public:
-    MainView(AppState& state, DeviceFiles& files, DeviceSearch& search);
+    MainView(AppState& state, DeviceValues& values, DeviceCommands& commands, DeviceFiles& files,
+             DeviceSearch& search);
 
     // Redraws every page from the value store.
     void ShowData();
 
     // Store the unit unconditionally; a value other than 1 and 2 is stored but used as 1.
+    // The pages show the new unit at once.
     void SwitchToTemperature(int unit);
     void SwitchToSmokeUnit(int unit);
 
     // Mouse button 1 shows what would be opened, any other opens the help.
     void Help_Table(int Button, int Topic, const QString& Text);
 
+    // What the last refresh read of the device's equipment.
+    const DeviceFeatures& features() const { return m_features; }
+    const SettingLimits& limits() const { return m_limits; }
+    LedRhythm& leds() { return m_leds; }
+
 Q_SIGNALS:
+    // The refresh begins: the localisation brings its labels up to date first.
+    void aboutToShowData();
     // Help file of `device`, opened (mode 1) or described (mode 2) at `topic`.
     void helpRequested(int device, int mode, int topic, const QString& text);
 
 private:
     void Form_Load();
-    // The unit menus checked as gTemperatureUnit and gSmokeUnit say.
+    void showViewingStates();
     void checkUnitMenus();
     void onClicked(const QString& element);
+    void onMouseClicked(const QString& element, int button);
+    void refreshIfShown();
 
     AppState& m_state;
-    QHash<QString, std::function<void()>> m_menuHandlers;
+    DeviceValues& m_values;
+    SettingLimits m_limits;
+    DeviceFeatures m_features;
+    StatusDisplay m_status;
+    LedRhythm m_leds;
+    QHash<QString, std::function<void()>> m_clickHandlers;
 };

@@ -1,5 +1,7 @@
 #include "logger/dataobjects.h"
 
+#include "common/numberformat.h"
+
 #include "values/mq27values.h"
 
 #include <charconv>
@@ -272,15 +274,6 @@ void extinguishingModule(clsMQ27Values& v, Rows& row, std::int16_t m) {
     row.I(v.EXT_GetHasEnableInput(m));
 }
 
-template <class Number>
-QString shortestText(Number value) {
-    if (std::isnan(value)) return u"nan"_s;
-    if (std::isinf(value)) return value < 0 ? u"-inf"_s : u"inf"_s;
-    char buffer[64];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return QString::fromLatin1(buffer, result.ptr - buffer);
-}
-
 } // namespace
 
 void VisitDataObjects(clsMQ27Values& values, const std::function<void(const DataObject&)>& visit) {
@@ -310,8 +303,8 @@ std::vector<DataObject> CollectDataObjects(clsMQ27Values& values) {
 
 QString FormatValueC(const DataObject& row) {
     struct Formatter {
-        QString operator()(float value) const { return shortestText(value); }
-        QString operator()(double value) const { return shortestText(value); }
+        QString operator()(float value) const { return numberformat::plainC(value); }
+        QString operator()(double value) const { return numberformat::plainC(value); }
         QString operator()(std::int16_t value) const { return QString::number(value); }
         QString operator()(const QString& value) const { return value; }
     };

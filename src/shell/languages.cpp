@@ -5,11 +5,11 @@
 #include "common/mainview_elements.h"
 #include "common/startwindow_elements.h"
 #include "common/stringtable.h"
+#include "display/maintexts.h"
 
 namespace {
 
 const QString kCrLf = QStringLiteral("\r\n");
-constexpr int kTabCount = 8;
 constexpr int kLanguageOptions = 5;
 
 QString twoDigits(int number) {
@@ -145,32 +145,7 @@ void Languages::applyInterfaceAndLanguage(const Texts& s) {
 }
 
 void Languages::applyMainView(const Texts& s) {
-    Form& view = m_state.forms.frmDisplay();
-    setCaptions(view, {{frmDisplay::mnuFile, s(1)},
-                       {frmDisplay::mnuLoad, s(3)},
-                       {frmDisplay::mnuSave, s(2)},
-                       {frmDisplay::mnuExit, s(4)},
-                       {frmDisplay::mnuSettings, s(5)},
-                       {frmDisplay::mnuInterface, s(106)},
-                       {frmDisplay::mnuLanguage, s(7)},
-                       {frmDisplay::mnuCelsius, QStringLiteral("°C")},
-                       {frmDisplay::mnuFahrenheit, QStringLiteral("°F")},
-                       {frmDisplay::mnuPercentMeter, QStringLiteral("%/m")},
-                       {frmDisplay::mnuPercentFeet, QStringLiteral("%/ft")},
-                       {frmDisplay::mnuDeviceSelect, s(12)},
-                       {frmDisplay::mnuDeviceSearch, s(13)},
-                       {frmDisplay::mnuHelp, s(8)},
-                       {frmDisplay::mnuPDFHelp, s(68)},
-                       {frmDisplay::mnuInfo, s(9)}});
-    const QString a = QStringLiteral(" A");
-    const QString b = QStringLiteral(" B");
-    const QString tabs[kTabCount] = {s(10),     s(371), s(372),     s(11) + a,
-                                     s(11) + b, s(24),  s(369) + a, s(369) + b};
-    for (int i = 0; i < kTabCount; ++i) {
-        view.setCaption(frmDisplay::tabDisplay[i], tabs[i]);
-        view.setCaption(frmDisplay::lblReceiveLEDLegend[i], s(54));
-        view.setCaption(frmDisplay::lblSerialNoLegend[i], s(47));
-    }
+    ApplyMainViewTexts(m_state.forms.frmDisplay(), s.language());
 }
 
 void Languages::applyAbout(const Texts& s) {

@@ -1,11 +1,13 @@
 #include "shell/program.h"
 
 #include "display/mainview.h"
+#include "engine/commands.h"
 #include "engine/pollengine.h"
 #include "engine/telegramdecoder.h"
 #include "files/devicefiles.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
+#include "localize/localisation.h"
 #include "search/devicesearch.h"
 #include "shell/appshell.h"
 #include "shell/helplink.h"
@@ -20,9 +22,11 @@ Program::Program(const Services& services, SerialPortDevice* port, QObject* pare
     m_recognition = std::make_unique<Recognition>(m_state, *m_link, m_values);
     m_engine = std::make_unique<PollEngine>(m_state, *m_link, m_values);
     m_decoder = std::make_unique<TelegramDecoder>(m_state, *m_engine, m_values);
+    m_commands = std::make_unique<DeviceCommands>(m_state, *m_engine, m_values);
     m_files = std::make_unique<DeviceFiles>(m_state, *m_link, *m_recognition, m_values);
     m_search = std::make_unique<DeviceSearch>(m_state, *m_link, *m_recognition, *m_engine);
-    m_mainView = std::make_unique<MainView>(m_state, *m_files, *m_search);
+    m_localisation = std::make_unique<Localisation>(m_state, m_values);
+    m_mainView = std::make_unique<MainView>(m_state, m_values, *m_commands, *m_files, *m_search);
     m_languages = std::make_unique<Languages>(m_state);
     m_help = std::make_unique<HelpLink>(m_state);
     m_shell = std::make_unique<AppShell>(m_state, *m_link, *m_files, *m_languages, m_values);
@@ -55,6 +59,8 @@ void Program::connectParts() {
             &MainView::ShowData, direct);
 
     connect(m_search.get(), &DeviceSearch::languageRefreshNeeded, this, refreshLanguage, direct);
+    connect(m_mainView.get(), &MainView::aboutToShowData, m_localisation.get(),
+            &Localisation::ShowLocData, direct);
     connect(
         m_mainView.get(), &MainView::helpRequested, this,
         [this](int device, int mode, int topic, const QString& text) {

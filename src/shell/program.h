@@ -13,8 +13,10 @@ class SerialLink;
 class Recognition;
 class PollEngine;
 class TelegramDecoder;
+class DeviceCommands;
 class DeviceSearch;
 class DeviceFiles;
+class Localisation;
 class MainView;
 class Languages;
 class HelpLink;
@@ -47,7 +49,9 @@ public:
     Recognition& recognition() { return *m_recognition; }
     PollEngine& engine() { return *m_engine; }
     TelegramDecoder& decoder() { return *m_decoder; }
+    DeviceCommands& commands() { return *m_commands; }
     DeviceSearch& search() { return *m_search; }
+    Localisation& localisation() { return *m_localisation; }
     DeviceFiles& files() { return *m_files; }
     MainView& mainView() { return *m_mainView; }
     Languages& languages() { return *m_languages; }
@@ -67,8 +71,10 @@ private:
     std::unique_ptr<Recognition> m_recognition;
     std::unique_ptr<PollEngine> m_engine;
     std::unique_ptr<TelegramDecoder> m_decoder;
+    std::unique_ptr<DeviceCommands> m_commands;
     std::unique_ptr<DeviceFiles> m_files;
     std::unique_ptr<DeviceSearch> m_search;
+    std::unique_ptr<Localisation> m_localisation;
     std::unique_ptr<MainView> m_mainView;
     std::unique_ptr<Languages> m_languages;
     std::unique_ptr<HelpLink> m_help;

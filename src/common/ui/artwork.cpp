@@ -1,5 +1,7 @@
 #include "common/ui/artwork.h"
 
+#include "common/ui/accessibility.h"
+
 #include <QFontMetricsF>
 #include <QLinearGradient>
 #include <QPainter>
@@ -185,6 +187,11 @@ LogoView::LogoView(int height, QWidget* parent)
     : QWidget(parent)
     , m_height(height) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::NoFocus);
+    // The logo is the company's name, the same in every language; spelt as a word, not in
+    // the capitals of the mark, so that a screen reader says it rather than spells it.
+    setAccessibleName(QStringLiteral("Halvorn"));
+    accessibility::presentDrawnWidgetsAsImages();
 }
 
 QSize LogoView::sizeHint() const {

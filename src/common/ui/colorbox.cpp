@@ -1,6 +1,12 @@
 #include "common/ui/colorbox.h"
 
+#include "common/ui/accessibility.h"
 #include "common/ui/formview.h"
+
+ColorBox::ColorBox(QWidget* parent)
+    : QWidget(parent) {
+    accessibility::presentDrawnWidgetsAsImages();
+}
 
 void ColorBox::setBackColor(std::uint32_t color) {
     if (m_back == color) return;

@@ -12,7 +12,7 @@ class ColorBox : public QWidget {
     Q_OBJECT
 
 public:
-    using QWidget::QWidget;
+    explicit ColorBox(QWidget* parent = nullptr);
 
     std::uint32_t backColor() const { return m_back; }
     std::uint32_t foreColor() const { return m_fore; }

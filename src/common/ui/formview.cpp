@@ -1,5 +1,6 @@
 #include "common/ui/formview.h"
 
+#include "common/ui/accessibility.h"
 #include "common/ui/colorbox.h"
 #include "common/ui/elementwidget.h"
 
@@ -25,6 +26,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QRadioButton>
@@ -172,6 +174,12 @@ void FormView::collectTargets() {
 }
 
 void FormView::connectInput(const QString& name, QObject* target) {
+    // Labels and drawn elements answer mouse buttons (context help).
+    if (qobject_cast<QLabel*>(target) || qobject_cast<ColorBox*>(target) ||
+        dynamic_cast<ElementWidget*>(target)) {
+        m_mouseTargets.insert(target, name);
+        target->installEventFilter(this);
+    }
     if (auto* action = qobject_cast<QAction*>(target)) {
         connect(action, &QAction::toggled, this, [this, name](bool on) { reportValue(name, on); });
         connect(action, &QAction::triggered, this, [this, name] { m_form.click(name); });
@@ -183,8 +191,12 @@ void FormView::connectInput(const QString& name, QObject* target) {
         connect(combo, &QComboBox::activated, this,
                 [this, name](int index) { reportValue(name, index); });
     } else if (auto* list = qobject_cast<QListWidget*>(target)) {
-        connect(list, &QListWidget::currentRowChanged, this,
-                [this, name](int row) { reportValue(name, row); });
+        // The selected row counts, not the current one: assistive tools select a row without
+        // moving the keyboard's current row.
+        connect(list, &QListWidget::itemSelectionChanged, this, [this, name, list] {
+            const QList<QListWidgetItem*> selected = list->selectedItems();
+            reportValue(name, selected.isEmpty() ? -1 : list->row(selected.first()));
+        });
         connect(list, &QListWidget::itemDoubleClicked, this,
                 [this, name] { m_form.doubleClick(name); });
     } else if (auto* tabs = qobject_cast<QTabWidget*>(target)) {
@@ -207,6 +219,14 @@ void FormView::connectInput(const QString& name, QObject* target) {
 
 void FormView::reportValue(const QString& name, double value) {
     if (!m_applying) m_form.userSetValue(name, value);
+}
+
+void FormView::reportMouse(const QString& name, Qt::MouseButton button) {
+    const int code = button == Qt::LeftButton     ? 1
+                     : button == Qt::RightButton  ? 2
+                     : button == Qt::MiddleButton ? 4
+                                                  : 0;
+    if (code != 0) m_form.mouseClick(name, code);
 }
 
 void FormView::reportCaption(const QString& name, const QString& caption) {
@@ -275,9 +295,13 @@ void FormView::applyCaption(QObject* target, const Element& e) {
     if (auto page = tabPageOf(target)) {
         page->tabs->setTabText(page->index, text);
     } else if (auto* label = qobject_cast<QLabel*>(target)) {
-        label->setText(text);
+        // A label that leads to a field reads '&' as a mnemonic, as buttons do.
+        label->setText(label->buddy() ? accessibility::literal(text) : text);
+        if (label->buddy()) accessibility::assignMnemonics(m_window);
     } else if (auto* button = qobject_cast<QAbstractButton*>(target)) {
-        button->setText(text);
+        // The model keeps the plain caption; only the widget carries the mnemonic.
+        button->setText(accessibility::literal(text));
+        accessibility::assignMnemonics(m_window);
     } else if (auto* line = qobject_cast<QLineEdit*>(target)) {
         if (line->text() != text) line->setText(text);
     } else if (auto* edit = qobject_cast<QPlainTextEdit*>(target)) {
@@ -300,7 +324,7 @@ void FormView::applyValue(QObject* target, const Element& e) {
     } else if (auto* combo = qobject_cast<QComboBox*>(target)) {
         combo->setCurrentIndex(index);
     } else if (auto* list = qobject_cast<QListWidget*>(target)) {
-        list->setCurrentRow(index);
+        list->setCurrentRow(index, QItemSelectionModel::ClearAndSelect);
     } else if (auto* tabs = qobject_cast<QTabWidget*>(target)) {
         tabs->setCurrentIndex(index);
     } else if (auto* spin = qobject_cast<QSpinBox*>(target)) {
@@ -404,7 +428,7 @@ void FormView::applyItems(QObject* target, const Element& e) {
     } else if (auto* list = qobject_cast<QListWidget*>(target)) {
         list->clear();
         list->addItems(e.items);
-        list->setCurrentRow(toInt(e.value, -1));
+        list->setCurrentRow(toInt(e.value, -1), QItemSelectionModel::ClearAndSelect);
     }
 }
 
@@ -472,7 +496,11 @@ void FormView::centreOver(const QString& formName) {
 }
 
 bool FormView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != m_window) return false;
+    if (watched != m_window) {
+        if (event->type() == QEvent::MouseButtonRelease && m_mouseTargets.contains(watched))
+            reportMouse(m_mouseTargets.value(watched), static_cast<QMouseEvent*>(event)->button());
+        return false;
+    }
     if (event->type() == QEvent::Close) {
         if (m_form.requestClose()) return false;
         event->ignore();

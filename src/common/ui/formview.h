@@ -70,11 +70,13 @@ private:
     // Reports from the widgets, dropped while the view itself is applying the model.
     void reportValue(const QString& name, double value);
     void reportCaption(const QString& name, const QString& caption);
+    void reportMouse(const QString& name, Qt::MouseButton button);
 
     Form& m_form;
     QPointer<QWidget> m_window;
     QHash<QString, QPointer<QObject>> m_targets;
     QHash<QObject*, QPalette> m_ownPalettes;
+    QHash<QObject*, QString> m_mouseTargets;
     QString m_escapeElement;
     bool m_applying = false;
 };

@@ -4,15 +4,20 @@
 #include "common/ui/formview.h"
 #include "common/ui/lamp.h"
 #include "common/ui/windowparts.h"
+#include "display/ui/accessiblenames.h"
+#include "display/ui/mainpages.h"
+#include "display/ui/pageparts.h"
 
 #include <QActionGroup>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 using namespace windowparts;
+namespace el = frmDisplay;
 
 namespace {
 
@@ -26,77 +31,85 @@ void makeExclusive(QMenu* menu, QAction* first, QAction* second) {
 
 } // namespace
 
-frmDisplayWindow::frmDisplayWindow(Form& form, QWidget* parent)
-    : QMainWindow(parent) {
+frmDisplayWindow::frmDisplayWindow(Form& form, std::function<QString(int)> text, QWidget* parent)
+    : QMainWindow(parent)
+    , m_names(std::make_unique<AccessibleNames>(form, std::move(text))) {
     setObjectName(form.name());
     buildMenus();
-    m_tabs = named<QTabWidget>(frmDisplay::tabDisplay.whole());
+    m_tabs = named<QTabWidget>(el::tabDisplay.whole());
     m_tabs->setDocumentMode(true);
+    PageParts parts(*m_names);
+    QWidget* pages[kPageCount] = {buildStatusPage(parts),     buildMeasurementPage(parts),
+                                  buildMessagesPage(parts),   buildSettingsPage(parts),
+                                  buildRelaysPage(parts),     buildLocalisationPage(parts),
+                                  buildModulesPage(parts, 0), buildModulesPage(parts, 5)};
     for (int page = 0; page < kPageCount; ++page)
-        m_tabs->addTab(buildPage(page), QString());
+        m_tabs->addTab(buildPage(page, pages[page]), QString());
     setCentralWidget(m_tabs);
-    resize(1000, 700);
+    resize(1200, 760);
     m_view = std::make_unique<FormView>(form, this);
 }
 
 frmDisplayWindow::~frmDisplayWindow() = default;
 
-QWidget* frmDisplayWindow::pageBody(int page) const {
-    return m_bodies.value(page);
-}
-
 void frmDisplayWindow::buildMenus() {
-    QMenu* file = namedMenu(menuBar(), frmDisplay::mnuFile);
-    namedEntry(file, frmDisplay::mnuLoad);
-    namedEntry(file, frmDisplay::mnuSave);
+    QMenu* file = namedMenu(menuBar(), el::mnuFile);
+    namedEntry(file, el::mnuLoad);
+    namedEntry(file, el::mnuSave);
     namedSeparator(file);
-    namedEntry(file, frmDisplay::mnuExit);
+    namedEntry(file, el::mnuExit);
 
-    QMenu* settings = namedMenu(menuBar(), frmDisplay::mnuSettings);
-    namedEntry(settings, frmDisplay::mnuInterface);
-    namedEntry(settings, frmDisplay::mnuLanguage);
+    QMenu* settings = namedMenu(menuBar(), el::mnuSettings);
+    namedEntry(settings, el::mnuInterface);
+    namedEntry(settings, el::mnuLanguage);
     namedSeparator(settings);
-    makeExclusive(settings, namedEntry(settings, frmDisplay::mnuCelsius, true),
-                  namedEntry(settings, frmDisplay::mnuFahrenheit, true));
+    makeExclusive(settings, namedEntry(settings, el::mnuCelsius, true),
+                  namedEntry(settings, el::mnuFahrenheit, true));
     namedSeparator(settings);
-    makeExclusive(settings, namedEntry(settings, frmDisplay::mnuPercentMeter, true),
-                  namedEntry(settings, frmDisplay::mnuPercentFeet, true));
+    makeExclusive(settings, namedEntry(settings, el::mnuPercentMeter, true),
+                  namedEntry(settings, el::mnuPercentFeet, true));
 
-    QMenu* select = namedMenu(menuBar(), frmDisplay::mnuDeviceSelect);
-    namedEntry(select, frmDisplay::mnuDeviceSearch);
-    QMenu* logger = namedMenu(menuBar(), frmDisplay::mnuLogger);
-    namedEntry(logger, frmDisplay::mnuLogDataDev);
-    QMenu* help = namedMenu(menuBar(), frmDisplay::mnuHelp);
-    namedEntry(help, frmDisplay::mnuPDFHelp);
-    namedEntry(help, frmDisplay::mnuInfo);
+    QMenu* extended = namedMenu(menuBar(), el::mnuExtended);
+    namedEntry(extended, el::mnuDeviceSettings);
+    namedEntry(extended, el::mnuExtinguishSettings);
+    QMenu* record = namedMenu(menuBar(), el::mnuProtocol);
+    namedEntry(record, el::mnuProtocolCreate);
+    QMenu* select = namedMenu(menuBar(), el::mnuDeviceSelect);
+    namedEntry(select, el::mnuDeviceSearch);
+    QMenu* logger = namedMenu(menuBar(), el::mnuLogger);
+    namedEntry(logger, el::mnuLogDataDev);
+    QMenu* help = namedMenu(menuBar(), el::mnuHelp);
+    namedEntry(help, el::mnuPDFHelp);
+    namedEntry(help, el::mnuInfo);
 }
 
-QWidget* frmDisplayWindow::buildPage(int page) {
-    auto* serial = label(frmDisplay::lblSerialNo[page]);
+QWidget* frmDisplayWindow::buildPage(int page, QWidget* content) {
+    auto* serial = label(el::lblSerialNo[page]);
     QFont bold = serial->font();
     bold.setBold(true);
     serial->setFont(bold);
     serial->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_names->add(serial, el::lblSerialNo[page], el::lblSerialNoLegend[page], {},
+                 AccessibleNames::Says::Value);
+    auto* lamp = named<Lamp>(el::picReceiveLED[page]);
+    m_names->add(lamp, el::picReceiveLED[page], el::lblReceiveLEDLegend[page]);
 
     auto* header = new QHBoxLayout;
-    header->setSpacing(8);
-    header->addWidget(label(frmDisplay::lblSerialNoLegend[page]));
+    header->addWidget(label(el::lblSerialNoLegend[page]));
     header->addWidget(serial);
     header->addStretch(1);
-    header->addWidget(named<Lamp>(frmDisplay::picReceiveLED[page]));
-    header->addWidget(label(frmDisplay::lblReceiveLEDLegend[page]));
+    header->addWidget(lamp);
+    header->addWidget(label(el::lblReceiveLEDLegend[page]));
 
-    auto* body = new QWidget;
-    auto* bodyLayout = new QVBoxLayout(body);
-    bodyLayout->setContentsMargins(0, 0, 0, 0);
-    m_bodies.append(body);
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setWidget(content);
 
-    auto* tab = named<QWidget>(frmDisplay::tabDisplay[page]);
+    auto* tab = named<QWidget>(el::tabDisplay[page]);
     auto* layout = new QVBoxLayout(tab);
-    layout->setContentsMargins(14, 10, 14, 14);
-    layout->setSpacing(10);
     layout->addLayout(header);
     layout->addWidget(divider());
-    layout->addWidget(body, 1);
+    layout->addWidget(scroll, 1);
     return tab;
 }

@@ -26,6 +26,8 @@ frmConnectWindow::frmConnectWindow(Form& form, QWidget* parent)
     QSizePolicy keepPlace = connection->sizePolicy();
     keepPlace.setRetainSizeWhenHidden(true);
     connection->setSizePolicy(keepPlace);
+    // The picture shows the device being reached; the message names it for assistive tools.
+    connection->setBuddy(device);
 
     auto* message = new QHBoxLayout;
     message->setSpacing(14);

@@ -20,11 +20,17 @@ frmDeviceSearchWindow::frmDeviceSearchWindow(Form& form, QWidget* parent)
     devices->setSelectionMode(QAbstractItemView::SingleSelection);
     devices->setMinimumHeight(devices->fontMetrics().lineSpacing() * 9);
     devices->setAlternatingRowColors(true);
+    // The list has no label of its own: it is what the window is about.
+    connect(this, &QWidget::windowTitleChanged, devices, &QWidget::setAccessibleName);
 
     auto* bottom = new QHBoxLayout;
     bottom->setSpacing(8);
-    bottom->addWidget(named<Lamp>(frmDeviceSearch::picDataLED));
-    bottom->addWidget(label(frmDeviceSearch::lblDataLEDLegend));
+    auto* lamp = named<Lamp>(frmDeviceSearch::picDataLED);
+    // The legend names the lamp for assistive tools.
+    auto* legend = label(frmDeviceSearch::lblDataLEDLegend);
+    legend->setBuddy(lamp);
+    bottom->addWidget(lamp);
+    bottom->addWidget(legend);
     bottom->addSpacing(24);
     bottom->addLayout(
         buttonRow({button(frmDeviceSearch::cmdOK, true), button(frmDeviceSearch::cmdCancel)}), 1);

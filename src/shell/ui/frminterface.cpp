@@ -20,9 +20,12 @@ frmInterfaceWindow::frmInterfaceWindow(Form& form, QWidget* parent)
     port->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     port->setMaxVisibleItems(17);
 
+    auto* caption = label(frmInterface::lblCOMPort);
+    caption->setBuddy(port);
+
     auto* fields = new QFormLayout;
     fields->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    fields->addRow(label(frmInterface::lblCOMPort), port);
+    fields->addRow(caption, port);
 
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(18, 16, 18, 14);

@@ -37,6 +37,8 @@ frmLanguageWindow::frmLanguageWindow(Form& form, QWidget* parent)
         if (i == 0) continue;
         auto* flag = label(frmLanguage::imgFlag[i]);
         flag->setPixmap(artwork::flag(i, flagSize, devicePixelRatioF()));
+        flag->setAccessibleName(option->text());
+        flag->setBuddy(option);
         flag->setFixedSize(flagSize);
         grid->addWidget(flag, i, 0);
     }

@@ -1,5 +1,6 @@
 #include "shell/ui/frmmq27d.h"
 
+#include "common/colors.h"
 #include "common/startwindow_elements.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
@@ -25,6 +26,12 @@ frmMQ27DWindow::frmMQ27DWindow(Form& form, QWidget* parent)
     // The window keeps the size of what it shows; the monitor frames would widen it.
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     m_view = std::make_unique<FormView>(form, this);
+    connect(&form, &Form::elementChanged, this, [this](const QString& element) {
+        if (element == frmMQ27D::picReceive || element == frmMQ27D::lblReceive ||
+            element == frmMQ27D::lblSend)
+            describeLeds();
+    });
+    describeLeds();
 }
 
 frmMQ27DWindow::~frmMQ27DWindow() = default;
@@ -81,6 +88,20 @@ QWidget* frmMQ27DWindow::buildLinkPanel() {
                                       QStringLiteral("COM Port input (received data bytes, HEX)")));
     root->addWidget(device);
     return panel;
+}
+
+// The pair is named after its two captions, and says which of them is lit: a screen reader
+// cannot see the colours.
+void frmMQ27DWindow::describeLeds() {
+    const Form& form = m_view->form();
+    const QString receive = form.caption(frmMQ27D::lblReceive);
+    const QString send = form.caption(frmMQ27D::lblSend);
+    QStringList lit;
+    if (form.backColor(frmMQ27D::picReceive) != colors::kDefault) lit << receive;
+    if (form.foreColor(frmMQ27D::picReceive) != colors::kDefault) lit << send;
+    auto* leds = qobject_cast<QWidget*>(m_view->target(frmMQ27D::picReceive));
+    leds->setAccessibleName(receive + QStringLiteral(" / ") + send);
+    leds->setAccessibleDescription(lit.join(QStringLiteral(", ")));
 }
 
 QWidget* frmMQ27DWindow::buildMonitorFrame(const QString& frame, const QString& text,

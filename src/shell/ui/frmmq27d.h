@@ -22,6 +22,7 @@ private:
     void buildMenus();
     QWidget* buildLinkPanel();
     QWidget* buildMonitorFrame(const QString& frame, const QString& text, const QString& title);
+    void describeLeds();
 
     std::unique_ptr<FormView> m_view;
 };

@@ -8,6 +8,7 @@
 #include "search/ui/frmconnect.h"
 #include "search/ui/frmdevicesearch.h"
 #include "shell/appshell.h"
+#include "shell/languages.h"
 #include "shell/program.h"
 #include "shell/ui/frmabout.h"
 #include "shell/ui/frminterface.h"
@@ -16,7 +17,9 @@
 #include "shell/ui/trayicon.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QStandardPaths>
+#include <QTranslator>
 
 // The services the runtime makes itself where the options lend none.
 struct ToolRuntime::OwnServices {
@@ -61,6 +64,7 @@ ToolRuntime::ToolRuntime(Options options)
     createWindows();
     m_trayIcon = std::make_unique<TrayIcon>(m_app->forms().frmMQ27D(), m_app->shell());
     connect(m_app.get(), &Program::quitRequested, this, &ToolRuntime::onQuitRequested);
+    connect(&m_app->languages(), &Languages::languageSwitched, this, &ToolRuntime::switchQtTexts);
 }
 
 ToolRuntime::~ToolRuntime() {
@@ -68,6 +72,7 @@ ToolRuntime::~ToolRuntime() {
     m_trayIcon.reset();
     m_windows.clear();
     m_windowStore.clear();
+    switchQtTexts(0);
 }
 
 void ToolRuntime::createWindows() {
@@ -77,7 +82,9 @@ void ToolRuntime::createWindows() {
         m_windowStore.push_back(std::move(window));
     };
     add(forms.frmMQ27D(), std::make_unique<frmMQ27DWindow>(forms.frmMQ27D()));
-    add(forms.frmDisplay(), std::make_unique<frmDisplayWindow>(forms.frmDisplay()));
+    add(forms.frmDisplay(),
+        std::make_unique<frmDisplayWindow>(forms.frmDisplay(),
+                                           [this](int index) { return m_app->str(index); }));
     add(forms.frmInterface(), std::make_unique<frmInterfaceWindow>(forms.frmInterface()));
     add(forms.frmLanguage(), std::make_unique<frmLanguageWindow>(forms.frmLanguage()));
     add(forms.frmAbout(), std::make_unique<frmAboutWindow>(forms.frmAbout()));
@@ -94,6 +101,27 @@ QStringList ToolRuntime::windowNames() const {
 
 void ToolRuntime::start(const QString& rawArguments) {
     m_app->shell().Startup(rawArguments);
+}
+
+// File dialogs, the buttons of message boxes and the menus of text fields come from Qt. A
+// machine without Qt's translations shows them in English, as Qt does on its own.
+void ToolRuntime::switchQtTexts(int language) {
+    // By the tool's language number: 1 German, 2 English, 3 French, 4 Dutch.
+    static const char* const kQtLanguages[] = {nullptr, "de", nullptr, "fr", "nl"};
+    if (language == m_qtLanguage) return;
+    m_qtLanguage = language;
+    if (m_qtTexts) {
+        QCoreApplication::removeTranslator(m_qtTexts.get());
+        m_qtTexts.reset();
+    }
+    const char* code = language >= 1 && language <= 4 ? kQtLanguages[language] : nullptr;
+    if (!code) return;
+    auto texts = std::make_unique<QTranslator>();
+    if (!texts->load(QStringLiteral("qtbase_") + QLatin1String(code),
+                     QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        return;
+    QCoreApplication::installTranslator(texts.get());
+    m_qtTexts = std::move(texts);
 }
 
 void ToolRuntime::onQuitRequested() {

@@ -15,6 +15,7 @@ class SerialPortDevice;
 class SettingsStore;
 class TrayIcon;
 class UserDialogs;
+class QTranslator;
 class QWidget;
 
 // The running tool: the real services, the program context, every window bound to its
@@ -59,6 +60,7 @@ private:
 
     void createWindows();
     void onQuitRequested();
+    void switchQtTexts(int language);
 
     Options m_options;
     std::unique_ptr<OwnServices> m_own;
@@ -66,4 +68,7 @@ private:
     std::vector<std::unique_ptr<QWidget>> m_windowStore;
     QHash<QString, QWidget*> m_windows;
     std::unique_ptr<TrayIcon> m_trayIcon;
+    // Qt's own texts in the tool's language; none for English, Qt's own language.
+    std::unique_ptr<QTranslator> m_qtTexts;
+    int m_qtLanguage = 0;
 };

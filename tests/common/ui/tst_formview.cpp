@@ -1,6 +1,7 @@
 #include "common/ui/colorbox.h"
 #include "common/ui/formview.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -135,7 +136,7 @@ private Q_SLOTS:
             QCOMPARE(shown, name + QStringLiteral(" ÄÖÜ"));
         };
         expect(window->label->text(), "lblText");
-        expect(window->button->text(), "cmdGo");
+        QCOMPARE(window->button->text(), QStringLiteral("&cmdGo ÄÖÜ"));
         expect(window->line->text(), "txtLine");
         expect(window->text->toPlainText(), "txtMulti");
         expect(window->frame->title(), "fraBox");
@@ -143,6 +144,29 @@ private Q_SLOTS:
         expect(window->action->text(), "mnuLoad");
         expect(window->tick->text(), "chkTick");
         expect(window->tabs->tabText(1), "tabMain_1");
+    }
+
+    // The mnemonics of a dialog are decided afresh from all its captions whenever one
+    // changes; the model keeps the caption as it was given.
+    void buttonsAndFieldLabelsGetFreeMnemonics() {
+        auto* other = new QPushButton(QStringLiteral("Abbrechen"), window.get());
+        window->label->setBuddy(window->line);
+        form->setCaption(QStringLiteral("cmdGo"), QStringLiteral("Anwenden & Schließen"));
+        form->setCaption(QStringLiteral("lblText"), QStringLiteral("Wert"));
+        form->setCaption(QStringLiteral("chkTick"), QStringLiteral("Ein & Aus"));
+        QCOMPARE(window->button->text(), QStringLiteral("&Anwenden && Schließen"));
+        QCOMPARE(other->text(), QStringLiteral("A&bbrechen"));
+        QCOMPARE(window->label->text(), QStringLiteral("&Wert"));
+        QCOMPARE(window->tick->text(), QStringLiteral("Ein && Aus"));
+        QCOMPARE(form->caption(QStringLiteral("cmdGo")), QStringLiteral("Anwenden & Schließen"));
+        QCOMPARE(QAccessible::queryAccessibleInterface(window->button)->text(QAccessible::Name),
+                 QStringLiteral("Anwenden & Schließen"));
+
+        form->setCaption(QStringLiteral("cmdGo"), QStringLiteral("OK"));
+        form->setCaption(QStringLiteral("lblText"), QStringLiteral("O"));
+        QCOMPARE(window->button->text(), QStringLiteral("&OK"));
+        QCOMPARE(other->text(), QStringLiteral("&Abbrechen"));
+        QCOMPARE(window->label->text(), QStringLiteral("O"));
     }
 
     void valueReachesEveryKind() {
@@ -280,7 +304,7 @@ private Q_SLOTS:
         early.show(true);
         Sample late(QStringLiteral("frmEarly"));
         FormView lateView(early, &late);
-        QCOMPARE(late.button->text(), QStringLiteral("Übernehmen"));
+        QCOMPARE(late.button->text(), QStringLiteral("&Übernehmen"));
         QCOMPARE(late.combo->currentIndex(), 2);
         QVERIFY(!late.tabs->isTabVisible(2));
         QVERIFY(late.tick->isChecked());

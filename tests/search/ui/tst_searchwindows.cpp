@@ -6,6 +6,7 @@
 #include "shell/program.h"
 #include "support/fakes.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -47,6 +48,15 @@ private Q_SLOTS:
         auto* list = search->findChild<QListWidget*>(QStringLiteral("lstDeviceList"));
         QCOMPARE(list->count(), 2);
         QCOMPARE(list->currentRow(), 0);
+
+        // A screen reader selects a row without moving the current one; OK applies the
+        // selected row.
+        QAccessibleInterface* rows = QAccessible::queryAccessibleInterface(list);
+        rows->child(1)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QCOMPARE(list->currentRow(), 0);
+        QCOMPARE(searchForm().value(QStringLiteral("lstDeviceList")), 1.0);
+        rows->tableInterface()->selectRow(0);
+        QCOMPARE(searchForm().value(QStringLiteral("lstDeviceList")), 0.0);
 
         QSignalSpy doubleClicked(&searchForm(), &Form::doubleClicked);
         const QPoint second = list->visualItemRect(list->item(1)).center();

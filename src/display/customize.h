@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QLocale>
+
+class Form;
+class clsMQ27Values;
+struct DeviceFeatures;
+
+// Shows on the main view only what the device has, at every refresh: a device without air
+// flow, second detector, battery, relays or modules shows none of their elements.
+void CustomizeForm(Form& view, const DeviceFeatures& features, clsMQ27Values& values,
+                   const QLocale& locale);
+
+// A module whose serial number holds digits at its 6th to 8th place sits inside the rack
+// and cannot be identified from here.
+bool isInternalModule(const QString& serialNo);

@@ -1,0 +1,343 @@
+#include "display/statusdisplay.h"
+
+#include "common/colors.h"
+#include "common/formmodel.h"
+#include "common/mainview_elements.h"
+#include "common/numberformat.h"
+#include "display/thresholdscale.h"
+#include "values/mq27values.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace el = frmDisplay;
+using numberformat::fixed;
+using numberformat::plain;
+
+namespace {
+
+constexpr double kFeetPerMetre = 3.28094753764887;
+const QString kPercent = QStringLiteral(" %");
+
+const ElementArray kRelayBoxes[] = {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4,
+                                    el::chkRelay5};
+const ElementArray kRelayOptions[] = {el::optRelay1, el::optRelay2, el::optRelay3, el::optRelay4,
+                                      el::optRelay5};
+
+double celsiusOrFahrenheit(double celsius, bool fahrenheit) {
+    return fahrenheit ? 9.0 / 5.0 * celsius + 32 : celsius;
+}
+
+QString temperatureUnit(bool fahrenheit) {
+    return fahrenheit ? QStringLiteral(" °F") : QStringLiteral(" °C");
+}
+
+// The whole-number division and remainder of the description's "\" and "Mod": both sides
+// are first turned into whole numbers.
+std::optional<std::int32_t> wholeDivision(double value, int divisor) {
+    const auto whole = numberformat::toInt32(value);
+    if (!whole) return std::nullopt;
+    return *whole / divisor;
+}
+
+std::optional<std::int32_t> wholeRemainder(double value, int divisor) {
+    const auto whole = numberformat::toInt32(value);
+    if (!whole) return std::nullopt;
+    return *whole % divisor;
+}
+
+struct ManualReleaseLook {
+    double line;
+    std::uint32_t color;
+};
+
+// The manual release line of the rack device; a module's states 1 and 2 read the other way
+// round, as the devices report them.
+std::optional<ManualReleaseLook> manualRelease(std::int16_t state, bool module) {
+    switch (state) {
+    case 0:
+        return ManualReleaseLook{0, colors::kGreen};
+    case 1:
+        return ManualReleaseLook{module ? 1.0 : 0.0, colors::kYellow};
+    case 2:
+        return ManualReleaseLook{module ? 0.0 : 1.0, colors::kYellow};
+    case 3:
+        return ManualReleaseLook{1, colors::kRed};
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+StatusDisplay::StatusDisplay(Form& view, SettingLimits& limits)
+    : m_view(view)
+    , m_limits(limits) {}
+
+bool StatusDisplay::ShowSmokeThresholds(clsMQ27Values& v) {
+    for (std::int16_t d = 0; d < 2; ++d) {
+        const auto fire =
+            numberformat::toInt16(thresholdscale::percentToTwips(v.DET_GetAlarmThreshold(d)));
+        const auto action =
+            numberformat::toInt16(thresholdscale::percentToTwips(v.DET_GetPreAlarmThreshold(d)));
+        if (!fire || !action) return false;
+        m_view.setTop(el::linFireAlarm[d], *fire);
+        m_view.setTop(el::linActionAlarm[d], *action);
+    }
+    return true;
+}
+
+void StatusDisplay::showMeasurements(clsMQ27Values& v, Units units, const QLocale& locale) {
+    smokeLevels(v, units.perFoot, locale);
+    airFlow(v, units.fahrenheit, locale);
+    chambers(v, locale);
+    ledStates(v);
+    sensorTemperatures(v, units.fahrenheit, locale);
+    relaysAndInputs(v);
+}
+
+void StatusDisplay::showIdentityAndSettings(clsMQ27Values& v, const QLocale& locale) {
+    identity(v, locale);
+    ranges(v);
+    settings(v, locale);
+    relayMasks(v);
+    sensorAlarms(v, locale);
+    modules(v, locale);
+}
+
+void StatusDisplay::smokeLevels(clsMQ27Values& v, bool perFoot, const QLocale& locale) {
+    for (std::int16_t d = 0; d < 2; ++d) {
+        const double ratio = v.DET_GetSmokeValueRatio(d);
+        m_view.setValue(el::ctlSmokeLevel[d], ratio / 10);
+        double smoke = static_cast<double>(v.DET_GetSmokeValue10SetPoint(d)) / 1000 / 100 * ratio;
+        if (perFoot) smoke /= kFeetPerMetre;
+        m_view.setCaption(el::lblSmokeLevel[d],
+                          fixed(smoke, 3, locale) +
+                              (perFoot ? QStringLiteral(" %/ft") : QStringLiteral(" %/m")));
+    }
+}
+
+void StatusDisplay::airFlow(clsMQ27Values& v, bool fahrenheit, const QLocale& locale) {
+    m_view.setCaption(el::lblTemperature,
+                      fixed(celsiusOrFahrenheit(v.DET_GetAirTemperature(), fahrenheit), 1, locale) +
+                          temperatureUnit(fahrenheit));
+    m_view.setCaption(el::lblAirflowMeterPerSecond,
+                      fixed(v.DET_GetFlowValue(), 2, locale) + QStringLiteral(" m/s"));
+
+    const double range = v.DET_GetStaticFlowDevSetPoint();
+    m_view.setItems(el::ctlAirFlow, {plain(static_cast<float>(-range), locale) + kPercent,
+                                     QStringLiteral("0") + kPercent,
+                                     plain(static_cast<float>(range), locale) + kPercent});
+    m_view.setGaugeRange(el::ctlAirFlow, -range * 100, 0, range * 100);
+    const double reference = v.DET_GetFlowRefValue();
+    if (reference == 0) {
+        m_view.setCaption(el::lblAirFlow, QStringLiteral("?"));
+        return;
+    }
+    const double deviation = (v.DET_GetFlowValue() - reference) / (reference / 100) * 100;
+    m_view.setCaption(el::lblAirFlow,
+                      fixed(setGauge(el::ctlAirFlow, deviation) / 100, 0, locale) + kPercent);
+}
+
+void StatusDisplay::chambers(clsMQ27Values& v, const QLocale& locale) {
+    for (std::int16_t d = 0; d < 2; ++d) {
+        m_view.setGaugeRange(el::ctlChamber[d], -10000, 0, 10000);
+        const double shown = setGauge(el::ctlChamber[d], v.DET_GetChamberValueRatio(d) * 100.0);
+        m_view.setCaption(el::lblChamber[d], fixed(shown / 100, 0, locale) + kPercent);
+    }
+}
+
+// The states that the blink and flash timers paint from.
+void StatusDisplay::ledStates(clsMQ27Values& v) {
+    for (std::int16_t d = 0; d < 2; ++d) {
+        const std::int16_t action = v.DISP_GetLedPreAlarm(d);
+        m_view.setValue(el::picActionAlarm[d], action);
+        m_view.setValue(el::picActionAlarm[d + 2], action);
+    }
+    for (std::int16_t d = 0; d < 2; ++d) {
+        const std::int16_t fire = v.DISP_GetLedAlarm(d);
+        m_view.setValue(el::picFireAlarm[d], fire);
+        m_view.setValue(el::picFireAlarm[d + 2], fire);
+    }
+    const std::int16_t device[] = {v.DISP_GetLedOp(),      v.DISP_GetLedFailure(),
+                                   v.DISP_GetLedBatt(),    v.DISP_GetLedMainsFailure(),
+                                   v.DISP_GetLedBlocked(), v.DISP_GetLedReleased()};
+    for (int i = 0; i < 6; ++i)
+        m_view.setValue(el::picDisplay[i], device[i]);
+
+    const bool choice = v.DISP_GetStateOfChoice() == 1;
+    std::int16_t places[5] = {};
+    if (choice) {
+        const std::int16_t read[] = {v.DISP_GetLedA(), v.DISP_GetLedB(), v.DISP_GetLedC(),
+                                     v.DISP_GetLedD(), v.DISP_GetLedE()};
+        std::copy(std::begin(read), std::end(read), places);
+    }
+    for (int i = 0; i < 5; ++i)
+        m_view.setValue(el::picFirePlace[i], places[i]);
+
+    m_view.setValue(el::picFireAlarm[4], v.DISP_GetLedMainAlarm());
+    for (std::int16_t m = 0; m < 10; ++m) {
+        m_view.setValue(el::picExtOperating[m], v.EXT_GetLedOp(m));
+        m_view.setValue(el::picExtReleased[m], v.EXT_GetLedReleased(m));
+        m_view.setValue(el::picExtFault[m], v.EXT_GetLedFailure(m));
+        m_view.setValue(el::picExtBlocked[m], v.EXT_GetLedBlocked(m));
+    }
+
+    // During the air-flow initialisation the operating lamp blinks, unless it is dark.
+    const bool initialising = v.DET_GetFlowInitIsActive() == 1;
+    m_view.setValue(el::picAirFlowInitLED, initialising ? 2 : 0);
+    const double operating = m_view.value(el::picDisplay[0]);
+    if (initialising && (operating == 3 || operating == 1)) m_view.setValue(el::picDisplay[0], 2);
+}
+
+void StatusDisplay::sensorTemperatures(clsMQ27Values& v, bool fahrenheit, const QLocale& locale) {
+    for (std::int16_t n = 0; n < 5; ++n) {
+        const QString element = el::lblSensorTemp[n];
+        m_view.setCaption(
+            element, fixed(celsiusOrFahrenheit(v.TEM_GetNTCTemperature(n), fahrenheit), 1, locale) +
+                         temperatureUnit(fahrenheit));
+        const std::int16_t state = v.TEM_GetNTCState(n);
+        if (state == 0) {
+            m_view.setBackColor(element, colors::kButtonFace);
+            m_view.setForeColor(element, colors::kButtonText);
+        } else if (state == 3) {
+            m_view.setBackColor(element, colors::kRed);
+            m_view.setForeColor(element, colors::kWindowBackground);
+        } else {
+            m_view.setBackColor(element, colors::kYellow);
+            m_view.setForeColor(element, colors::kButtonText);
+        }
+    }
+}
+
+void StatusDisplay::relaysAndInputs(clsMQ27Values& v) {
+    for (std::int16_t r = 0; r < 5; ++r)
+        m_view.setValue(el::ctlRelayState[r], v.REL_GetRelState(r));
+    m_view.setValue(el::ctlRelayState[8], v.BMZ_GetPreAlarmState(0));
+    m_view.setValue(el::ctlRelayState[9], v.BMZ_GetAlarmState(0));
+    m_view.setValue(el::ctlRelayState[10], v.BMZ_GetPreAlarmState(1));
+    m_view.setValue(el::ctlRelayState[11], v.BMZ_GetAlarmState(1));
+    m_view.setValue(el::ctlRelayState[12], v.BMZ_GetFaultState());
+    m_view.setValue(el::ctlRelayState[13], v.BMZ_GetBlockedState());
+    m_view.setValue(el::ctlRelayState[14], v.BMZ_GetReleasedState());
+
+    m_view.setValue(el::ctlEnable[20], v.CTRL_GetEnableInputState());
+    if (const auto look = manualRelease(v.CTRL_GetManActLineState(), false)) {
+        m_view.setValue(el::ctlManAct[20], look->line);
+        m_view.setBackColor(el::picManAct[20], look->color);
+    }
+}
+
+void StatusDisplay::identity(clsMQ27Values& v, const QLocale& locale) {
+    m_view.setCaption(el::lblSoftwareNo[0], v.GetSoftwareNum());
+    m_view.setCaption(el::lblParameterNo[0], v.GetParameterID());
+    m_view.setCaption(el::lblSerialNo2[0], m_view.caption(el::lblSerialNo[0]));
+    for (std::int16_t d = 0; d < 2; ++d) {
+        m_view.setCaption(el::lblSoftwareNo[d + 1], v.DET_GetDetSoftwareNum(d));
+        m_view.setCaption(el::lblParameterNo[d + 1], v.DET_GetDetParameterID(d));
+        m_view.setCaption(el::lblSerialNo2[d + 1], plain(v.DET_GetDetSerialNum(d), locale));
+    }
+}
+
+void StatusDisplay::ranges(clsMQ27Values& v) {
+    SettingLimits& l = m_limits;
+    l.alarmDelayMin = v.DET_GetAlarmDelayMin();
+    l.alarmDelayMax = v.DET_GetAlarmDelayMax();
+    l.airFlowRangeMin = v.DET_GetStaticFlowDevMin();
+    l.airFlowRangeMax = v.DET_GetStaticFlowDevMax();
+    l.faultDelayMin = v.DET_GetAirFlowFailureDelayMin();
+    l.faultDelayMax = v.DET_GetAirFlowFailureDelayMax();
+    l.fanVoltageMin = v.DET_GetUFanMin();
+    l.fanVoltageMax = v.DET_GetUFanMax();
+
+    m_view.setRange(el::ctrAlarmDelay, l.alarmDelayMin, l.alarmDelayMax, 1);
+    m_view.setRange(el::ctrAirFlowRange, l.airFlowRangeMin, l.airFlowRangeMax, 1);
+    const auto minutesMin = wholeDivision(l.faultDelayMin, 60);
+    const auto minutesMax = wholeDivision(l.faultDelayMax, 60);
+    if (minutesMin && minutesMax)
+        m_view.setRange(el::ctrFaultDelayMinutes, *minutesMin, *minutesMax, 1);
+    m_view.setRange(el::ctrFaultDelaySeconds, 0, 59, 1);
+    m_view.setRange(el::ctrExtinguishDelay, l.extinguishDelayMin, l.extinguishDelayMax, 1);
+    for (std::int16_t d = 0; d < 2; ++d) {
+        m_view.setRange(el::ctrSensitivity[d], v.DET_GetSmokeValue10Min(d),
+                        v.DET_GetSmokeValue10Max(d), 100);
+        m_view.setRange(el::ctrPreAlarmThreshold[d], l.preAlarmThresholdMin, l.preAlarmThresholdMax,
+                        1);
+    }
+    m_view.setRange(el::ctrAltitude, l.altitudeMin, l.altitudeMax, 25);
+    m_view.setRange(el::ctrAirPressure, l.airPressureMin, l.airPressureMax, 1);
+    m_view.setRange(el::ctrFanVoltageNormal, l.fanVoltageMin, l.fanVoltageMax, 100);
+    for (int n = 0; n < 5; ++n)
+        m_view.setRange(el::ctrSensorTempAlarm[n], l.sensorTempAlarmMin, l.sensorTempAlarmMax, 1);
+}
+
+void StatusDisplay::settings(clsMQ27Values& v, const QLocale& locale) {
+    m_view.setCaption(el::lblAlarmDelay, plain(v.DET_GetAlarmDelaySetPoint(), locale));
+    m_view.setCaption(el::lblExtinguishDelay, plain(v.GetExtinguishDelay(), locale));
+    m_view.setCaption(el::lblAirFlowRange, plain(v.DET_GetStaticFlowDevSetPoint(), locale));
+    const double faultDelay = v.DET_GetAirFlowFailureDelaySetPoint();
+    if (const auto minutes = wholeDivision(faultDelay, 60))
+        m_view.setCaption(el::lblFaultDelayMinutes, QString::number(*minutes));
+    if (const auto seconds = wholeRemainder(faultDelay, 60))
+        m_view.setCaption(el::lblFaultDelaySeconds, QString::number(*seconds));
+
+    m_view.setChecked(el::chkBuzzer[0], v.GetBuzzerShouldBeOff() != 1);
+    m_view.setChecked(el::chkFaultStore[0], v.DET_GetFailureStorageIsOn() != 0);
+    m_view.setChecked(el::chkDynamicAirflow[0], v.DET_GetDynFlowShouldBeOn() != 0);
+    m_view.setChecked(el::chkLocalization[0], v.DET_GetLocShouldBeOn() != 0);
+    m_view.setChecked(el::chkAlarmAfterLoc[0], v.DET_GetAlarmAfterLoc(0) != 0);
+    for (std::int16_t d = 0; d < 2; ++d) {
+        m_view.setCaption(
+            el::lblSensitivity[d],
+            fixed(static_cast<double>(v.DET_GetSmokeValue10SetPoint(d)) / 1000, 3, locale));
+        m_view.setCaption(el::lblPreAlarmThreshold[d],
+                          plain(v.DET_GetPreAlarmThreshold(d), locale));
+        m_view.setChecked(el::chkTrueLix[2 * d], v.DET_GetTrueLixShouldBeOn(d) != 0);
+    }
+    m_view.setCaption(el::lblAltitude, plain(v.DET_GetAltitude(), locale));
+    m_view.setCaption(el::lblAirPressure, plain(v.DET_GetAirPressureSetPoint(), locale));
+    m_view.setCaption(el::lblFanVoltageNormal,
+                      fixed(static_cast<double>(v.DET_GetUFanSetPoint()) / 1000, 1, locale));
+}
+
+// While the relay page is being edited its boxes hold the user's choice, not the device's.
+void StatusDisplay::relayMasks(clsMQ27Values& v) {
+    if (m_view.isEnabled(el::chkRelay1[0])) return;
+    for (std::int16_t r = 0; r < 5; ++r) {
+        for (std::int16_t i = 0; i < 14; ++i)
+            m_view.setChecked(kRelayBoxes[r][i], v.GetRelayCombineMask(r, i) != 0);
+        // The options are one group: AND wins when the device sets both, OR shows when it
+        // sets neither.
+        const bool conjunction = v.GetRelayCombineMask(r, 15) != 0;
+        m_view.setChecked(kRelayOptions[r][0], !conjunction);
+        m_view.setChecked(kRelayOptions[r][1], conjunction);
+    }
+}
+
+// The alarm temperatures stay in degrees Celsius, whatever unit the display uses.
+void StatusDisplay::sensorAlarms(clsMQ27Values& v, const QLocale& locale) {
+    for (std::int16_t n = 0; n < 5; ++n)
+        m_view.setCaption(el::lblSensorTempAlarm[n], fixed(v.GetNTCAlarmValue(n), 1, locale));
+}
+
+void StatusDisplay::modules(clsMQ27Values& v, const QLocale& locale) {
+    auto lamp = [](bool on, std::uint32_t color) { return on ? color : colors::kWindowBackground; };
+    for (std::int16_t m = 0; m < 10; ++m) {
+        m_view.setBackColor(el::picExtOnline[m], lamp(v.EXT_GetIsOnline(m) != 0, colors::kGreen));
+        m_view.setBackColor(el::picExtIgnition[m], lamp(v.EXT_GetIsReleased(m) != 0, colors::kRed));
+        m_view.setBackColor(el::picExtCutOff[m], lamp(v.EXT_GetIsActivated(m) != 0, colors::kRed));
+        m_view.setCaption(el::lblExtSerialNo[m], plain(v.EXT_GetSerialNum(m), locale));
+        m_view.setValue(el::ctlEnable[m], v.EXT_GetEnableInputState(m) != 0 ? 1 : 0);
+        if (const auto look = manualRelease(v.EXT_GetManActLineState(m), true)) {
+            m_view.setValue(el::ctlManAct[m], look->line);
+            m_view.setBackColor(el::picManAct[m], look->color);
+        }
+    }
+}
+
+double StatusDisplay::setGauge(const QString& gauge, double value) {
+    const Element& e = m_view.element(gauge);
+    if (!std::isnan(value)) value = std::clamp(value, e.minimum, std::max(e.minimum, e.maximum));
+    m_view.setValue(gauge, value);
+    return value;
+}

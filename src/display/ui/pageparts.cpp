@@ -1,0 +1,182 @@
+#include "display/ui/pageparts.h"
+
+#include "common/ui/formview.h"
+#include "common/ui/windowparts.h"
+#include "display/ui/bargraph.h"
+#include "display/ui/extgauge.h"
+#include "display/ui/faultbox.h"
+#include "display/ui/ledlamp.h"
+#include "display/ui/relayelement.h"
+
+#include <QCheckBox>
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+
+using Says = AccessibleNames::Says;
+
+// Most user-interface fonts draw their figures at one width; where the font in use does
+// not, the system's fixed font keeps the columns still.
+QFont valueFont(const QFont& base) {
+    const QFontMetrics metrics(base);
+    if (metrics.horizontalAdvance(QStringLiteral("1111")) ==
+        metrics.horizontalAdvance(QStringLiteral("8888")))
+        return base;
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPointSizeF(base.pointSizeF());
+    return fixed;
+}
+
+PageParts::PageParts(AccessibleNames& names)
+    : m_names(names) {}
+
+QGroupBox* PageParts::frame(const QString& name) {
+    return named<QGroupBox>(name);
+}
+
+QWidget* PageParts::part(const QString& name, QGridLayout** grid) {
+    auto* widget = named<QWidget>(name);
+    *grid = new QGridLayout(widget);
+    (*grid)->setContentsMargins(0, 0, 0, 0);
+    return widget;
+}
+
+QLabel* PageParts::legend(const QString& name) {
+    return windowparts::label(name);
+}
+
+QLabel* PageParts::value(const QString& name, const QString& legendName, const QString& widest,
+                         const QString& suffix) {
+    QLabel* label = windowparts::label(name);
+    label->setFont(valueFont(label->font()));
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(widest) +
+                           label->fontMetrics().averageCharWidth());
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_names.add(label, name, legendName, suffix, Says::Value);
+    return label;
+}
+
+// Units take one width, the widest of them, so that the values of separate grids line up.
+QLabel* PageParts::unit(const QString& name) {
+    QLabel* label = windowparts::label(name);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("%/ft")));
+    return label;
+}
+
+LedLamp* PageParts::led(const QString& name, const QString& legendName, const QString& suffix,
+                        Says says) {
+    auto* lamp = named<LedLamp>(name);
+    m_names.add(lamp, name, legendName, suffix, says);
+    return lamp;
+}
+
+FaultBox* PageParts::faultBox(const QString& name, const QString& legendName) {
+    auto* box = named<FaultBox>(name);
+    m_names.add(box, name, legendName, {}, Says::FaultState);
+    return box;
+}
+
+RelayElement* PageParts::relay(const QString& name, const QString& legendName,
+                               const QString& suffix) {
+    auto* relay = named<RelayElement>(name);
+    m_names.add(relay, name, legendName, suffix);
+    return relay;
+}
+
+ExtGauge* PageParts::gauge(const QString& name, const QString& legendName, const QString& suffix) {
+    auto* gauge = named<ExtGauge>(name);
+    m_names.add(gauge, name, legendName, suffix);
+    return gauge;
+}
+
+BarGraph* PageParts::barGraph(const QString& name, const QString& legendName,
+                              const QString& suffix) {
+    auto* bar = named<BarGraph>(name);
+    m_names.add(bar, name, legendName, suffix);
+    return bar;
+}
+
+QPushButton* PageParts::button(const QString& name, const QString& purpose, const QString& suffix) {
+    QPushButton* button = windowparts::button(name);
+    button->setAutoDefault(false);
+    // A button says what it acts on where its own caption ("Reset") does not.
+    if (!purpose.isEmpty()) m_names.add(button, name, purpose, suffix);
+    return button;
+}
+
+QCheckBox* PageParts::shownCheck(const QString& name, const QString& legendName,
+                                 const QString& suffix) {
+    QCheckBox* box = check(name, legendName, suffix);
+    box->setAttribute(Qt::WA_TransparentForMouseEvents);
+    box->setFocusPolicy(Qt::NoFocus);
+    return box;
+}
+
+QCheckBox* PageParts::check(const QString& name, const QString& legendName, const QString& suffix,
+                            const QString& columnLegend) {
+    auto* box = named<QCheckBox>(name);
+    m_names.add(box, name, legendName, suffix, Says::Nothing, columnLegend);
+    return box;
+}
+
+QRadioButton* PageParts::option(const QString& name, const QString& legendName,
+                                const QString& columnLegend) {
+    auto* option = named<QRadioButton>(name);
+    m_names.add(option, name, legendName, {}, Says::Nothing, columnLegend);
+    return option;
+}
+
+QLineEdit* PageParts::field(const QString& name, const QString& legendName, const QString& widest,
+                            const QString& suffix) {
+    auto* field = named<QLineEdit>(name);
+    field->setFont(valueFont(field->font()));
+    field->setAlignment(Qt::AlignRight);
+    field->setMinimumWidth(field->fontMetrics().horizontalAdvance(widest + QStringLiteral("00")));
+    m_names.add(field, name, legendName, suffix);
+    return field;
+}
+
+QSpinBox* PageParts::upDown(const QString& name, const QString& legendName, const QString& suffix) {
+    auto* spin = named<QSpinBox>(name);
+    spin->setButtonSymbols(QAbstractSpinBox::UpDownArrows);
+    m_names.add(spin, name, legendName, suffix);
+    return spin;
+}
+
+void PageParts::settingRow(QGridLayout* grid, int row, const QString& legendName,
+                           const QString& label, const QString& fieldName,
+                           const QString& upDownName, const QString& unitName,
+                           const QString& widest, const QString& suffix) {
+    QLabel* caption = legend(legendName);
+    grid->addWidget(caption, row, 0);
+    settingCells(grid, row, 1, legendName, label, fieldName, upDownName, unitName, widest, suffix);
+    caption->setBuddy(grid->itemAtPosition(row, 1)->widget());
+}
+
+void PageParts::settingCells(QGridLayout* grid, int row, int column, const QString& legendName,
+                             const QString& label, const QString& fieldName,
+                             const QString& upDownName, const QString& unitName,
+                             const QString& widest, const QString& suffix) {
+    // The label and its field share one spot: viewing shows the one, editing the other.
+    grid->addWidget(field(fieldName, legendName, widest, suffix), row, column);
+    grid->addWidget(value(label, legendName, widest, suffix), row, column);
+    grid->addWidget(upDown(upDownName, legendName, suffix), row, column + 1);
+    grid->addWidget(unit(unitName), row, column + 2);
+}
+
+void PageParts::switchRow(QGridLayout* grid, int row, const QString& legendName,
+                          const QString& shown, const QString& copy, const QString& suffix) {
+    grid->addWidget(legend(legendName), row, 0);
+    grid->addWidget(shownCheck(shown, legendName, suffix), row, 1, Qt::AlignRight);
+    grid->addWidget(check(copy, legendName, suffix), row, 1, Qt::AlignRight);
+    // The tick stands in the column of the values, before the units.
+    QLabel* noUnit = unit(QString());
+    grid->addWidget(noUnit, row, 3);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+class ToolRuntime;
+
+// Pictures of the main view for the documentation: once the main view has shown a device
+// for a few seconds, every page that the device has is saved as
+// <folder>/<prefix>-<page>.png, and the tool ends. Started by the environment variables
+// MQ27D_SCREENSHOTS (the folder) and MQ27D_SCREENSHOT_PREFIX.
+class ScreenshotRun : public QObject {
+    Q_OBJECT
+
+public:
+    ScreenshotRun(ToolRuntime& runtime, const QString& folder, const QString& prefix);
+
+    // From the environment; null when no pictures are asked for.
+    static std::unique_ptr<ScreenshotRun> fromEnvironment(ToolRuntime& runtime);
+
+private:
+    void capture();
+
+    ToolRuntime& m_runtime;
+    QString m_folder;
+    QString m_prefix;
+    QTimer m_settle;
+};
