@@ -1,12 +1,20 @@
 // Headless commands of the diagnosis tool.
 //
 //   mq27diag-cli dump FILE.ko3 [--json]
+//       Loads a saved read-out as the tool does and prints every logged data object: its
+//       row text, a tab, its value.
 //
-// Loads a saved read-out as the tool does and prints every logged data object: its row
-// text, a tab, its value.
+//   mq27diag-cli view FILE.ko3 [--form NAME] [--language de|en|fr|nl] [--smoke-unit m|ft]
+//                              [--temperature-unit C|F]
+//       Loads a saved read-out into the main view as the tool does, lets it refresh once
+//       and prints a window's model (default frmDisplay): element, property, value.
 
+#include "common/formsnapshot.h"
+#include "display/ledrhythm.h"
 #include "files/offlineload.h"
 #include "logger/dataobjects.h"
+#include "shell/offlineview.h"
+#include "shell/program.h"
 #include "values/mq27values.h"
 
 #include <cstdio>
@@ -26,6 +34,9 @@ void printLine(FILE* stream, const QString& text) {
 
 int usage() {
     printLine(stderr, QStringLiteral("usage: mq27diag-cli dump FILE.ko3 [--json]"));
+    printLine(stderr, QStringLiteral("       mq27diag-cli view FILE.ko3 [--form NAME] "
+                                     "[--language de|en|fr|nl] [--smoke-unit m|ft] "
+                                     "[--temperature-unit C|F]"));
     return 2;
 }
 
@@ -64,11 +75,61 @@ int dump(const QString& path, bool json) {
     return 0;
 }
 
+// The value of option `name` among `args` from `first` on, mapped by `choices`; the
+// default when the option is absent, nothing when its value is not one of the choices.
+std::optional<QString> option(const QStringList& args, const QString& name,
+                              const QStringList& choices, const QString& fallback) {
+    const qsizetype at = args.indexOf(name);
+    if (at < 0) return fallback;
+    if (at + 1 >= args.size() || (!choices.isEmpty() && !choices.contains(args[at + 1])))
+        return std::nullopt;
+    return args[at + 1];
+}
+
+int view(const QStringList& args) {
+    static const QStringList kLanguages = {QStringLiteral("de"), QStringLiteral("en"),
+                                           QStringLiteral("fr"), QStringLiteral("nl")};
+    static const QStringList kKnownOptions = {
+        QStringLiteral("--form"), QStringLiteral("--language"), QStringLiteral("--smoke-unit"),
+        QStringLiteral("--temperature-unit")};
+    for (qsizetype i = 1; i < args.size(); i += 2)
+        if (!kKnownOptions.contains(args[i])) return usage();
+    const auto form = option(args, QStringLiteral("--form"), {}, formname::frmDisplay);
+    const auto language = option(args, QStringLiteral("--language"), kLanguages, kLanguages[1]);
+    const auto smoke = option(args, QStringLiteral("--smoke-unit"),
+                              {QStringLiteral("m"), QStringLiteral("ft")}, QStringLiteral("m"));
+    const auto temperature =
+        option(args, QStringLiteral("--temperature-unit"),
+               {QStringLiteral("C"), QStringLiteral("F")}, QStringLiteral("C"));
+    if (!form || !language || !smoke || !temperature) return usage();
+
+    OfflineView::Options options;
+    options.language = static_cast<int>(kLanguages.indexOf(*language)) + 1;
+    options.smokeUnit = *smoke == u"ft" ? 2 : 1;
+    options.temperatureUnit = *temperature == u"F" ? 2 : 1;
+    OfflineView offline(options);
+    if (!Forms::isDeclared(*form)) {
+        printLine(stderr, *form + QStringLiteral(": no such window"));
+        return 2;
+    }
+    if (const auto error = offline.load(args[0])) {
+        printLine(stderr, *error);
+        return 1;
+    }
+    const Form& window = offline.program().forms().get(*form);
+    const QSet<QString> leds =
+        *form == formname::frmDisplay ? LedRhythm::elements() : QSet<QString>{};
+    for (const QString& line : FormSnapshot(window, leds))
+        printLine(stdout, line);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments().mid(1);
+    if (args.size() >= 2 && args[0] == QLatin1String("view")) return view(args.mid(1));
     if (args.size() < 2 || args.size() > 3 || args[0] != QLatin1String("dump")) return usage();
     const bool json = args.size() == 3;
     if (json && args[2] != QLatin1String("--json")) return usage();

@@ -7,8 +7,8 @@
 namespace {
 
 // The declaration of each window; a window without elements of its own yet has none.
-FormDeclaration declarationOf(const QString& name) {
-    static const QHash<QString, FormDeclaration> declarations = {
+const QHash<QString, FormDeclaration>& declarations() {
+    static const QHash<QString, FormDeclaration> all = {
         {formname::frmMQ27D, frmMQ27D::kElements},
         {formname::frmDisplay, frmDisplay::kElements},
         {formname::frmInterface, frmInterface::kElements},
@@ -18,12 +18,20 @@ FormDeclaration declarationOf(const QString& name) {
         {formname::frmDeviceSearch, frmDeviceSearch::kElements},
         {formname::frmLogdataDev, {}},
     };
-    const auto it = declarations.constFind(name);
-    if (it == declarations.constEnd()) reportUndeclaredElement(name, QStringLiteral("(window)"));
-    return it == declarations.constEnd() ? FormDeclaration{} : *it;
+    return all;
+}
+
+FormDeclaration declarationOf(const QString& name) {
+    const auto it = declarations().constFind(name);
+    if (it == declarations().constEnd()) reportUndeclaredElement(name, QStringLiteral("(window)"));
+    return it == declarations().constEnd() ? FormDeclaration{} : *it;
 }
 
 } // namespace
+
+bool Forms::isDeclared(const QString& name) {
+    return declarations().contains(name);
+}
 
 Form& Forms::get(const QString& name) {
     auto it = m_forms.find(name);

@@ -26,6 +26,8 @@ public:
 
     Form& get(const QString& name);
     bool exists(const QString& name) const { return m_forms.contains(name); }
+    // Whether a window of this name is declared at all.
+    static bool isDeclared(const QString& name);
     QList<Form*> all() const { return m_forms.values(); }
 
     Form& frmMQ27D() { return get(formname::frmMQ27D); }

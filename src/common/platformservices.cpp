@@ -23,6 +23,12 @@ void QSettingsStore::write(const QString& name, const QString& value) {
     m_settings->sync();
 }
 
+std::optional<QString> MemorySettings::read(const QString& name) const {
+    const auto it = values.constFind(name);
+    if (it == values.constEnd()) return std::nullopt;
+    return *it;
+}
+
 QDateTime SystemClock::now() const {
     return QDateTime::currentDateTime();
 }

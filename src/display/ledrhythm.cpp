@@ -37,6 +37,13 @@ LedRhythm::LedRhythm(Form& view)
     m_tmrFlash.enable();
 }
 
+QSet<QString> LedRhythm::elements() {
+    QSet<QString> names;
+    for (const Led& led : ledTable())
+        names.insert(led.element);
+    return names;
+}
+
 void LedRhythm::tmrBlink_Timer() {
     m_blinkPhase = !m_blinkPhase;
     paint(Rhythm::Blink, m_blinkPhase);

@@ -3,6 +3,8 @@
 #include "common/formtimer.h"
 
 #include <QObject>
+#include <QSet>
+#include <QString>
 
 class Form;
 
@@ -18,6 +20,9 @@ public:
 
     void tmrBlink_Timer();
     void tmrFlash_Timer();
+
+    // The elements the timers paint.
+    static QSet<QString> elements();
 
     FormTimer& tmrBlink() { return m_tmrBlink; }
     FormTimer& tmrFlash() { return m_tmrFlash; }

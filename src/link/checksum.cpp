@@ -34,8 +34,6 @@ std::uint16_t crcOf(const Bytes& data, int first, int last) {
 
 } // namespace
 
-void InitCRCTable() {}
-
 std::int16_t CalcCRCByte(std::uint8_t value, std::uint8_t& crcHigh, std::uint8_t& crcLow) {
     const std::uint16_t entry = kCrcTable[crcHigh ^ value];
     crcHigh = static_cast<std::uint8_t>(crcLow ^ (entry >> 8));

@@ -9,8 +9,6 @@
 // frame finder that picks the newest acceptable frame out of a receive buffer.
 namespace modChecksum {
 
-void InitCRCTable();
-
 // One table step over `value`; the CRC is held as two bytes. Returns 0.
 std::int16_t CalcCRCByte(std::uint8_t value, std::uint8_t& crcHigh, std::uint8_t& crcLow);
 

@@ -7,8 +7,8 @@
 
 namespace telegram {
 
-std::optional<Bytes> MakeSendFrame(Bytes data, bool blnCreateCRC) {
-    if (blnCreateCRC) {
+std::optional<Bytes> MakeSendFrame(Bytes data, bool createCRC) {
+    if (createCRC) {
         data.resize(data.size() + 2);
         if (modChecksum::AddCRC(data, 0, static_cast<int>(data.size()) - 1) != 0)
             return std::nullopt;

@@ -16,7 +16,7 @@ constexpr int kStampBytes = 7;
 
 // The framing half of MakeSendString: CRC (when asked), header and sum around `data`.
 // Empty when the frame cannot be built (a sum that does not fit two bytes).
-std::optional<Bytes> MakeSendFrame(Bytes data, bool blnCreateCRC);
+std::optional<Bytes> MakeSendFrame(Bytes data, bool createCRC);
 
 // The zero command of the third family, written out by hand: STX, LEN 0, SUM 2.
 Bytes ZeroCommand();

@@ -74,6 +74,17 @@ private slots:
         QVERIFY(rig.app.g.gDeviceSearch);
     }
 
+    // Before any device was shown there is nothing to go back to, and no device "0".
+    void searchBeforeAnyDeviceListsOnlyThoseThatAnswer() {
+        TestApp t;
+        DeviceSearch& search = t.app->search();
+        search.mnuDeviceSearch_Click();
+        const Form& window = t.app->forms().frmDeviceSearch();
+        QVERIFY(window.items("lstDeviceList").isEmpty());
+        search.AddDevice(kOther);
+        QCOMPARE(window.items("lstDeviceList"), QStringList{kOtherText});
+    }
+
     void searchOpensTheStoredPortWhenClosed() {
         Rig rig;
         QVERIFY(!rig.app.link().isPortOpen());

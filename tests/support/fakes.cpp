@@ -59,12 +59,6 @@ bool FakeLauncher::startDetached(const QString& program, const QStringList& argu
     return startSucceeds;
 }
 
-std::optional<QString> MemorySettings::read(const QString& name) const {
-    const auto it = values.constFind(name);
-    if (it == values.constEnd()) return std::nullopt;
-    return *it;
-}
-
 FakeWorld::FakeWorld() {
     QDir(folder.path()).mkdir(QStringLiteral("program"));
     QDir(folder.path()).mkdir(QStringLiteral("data"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/appstate.h"
+#include "common/platformservices.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
 #include "link/serialport.h"
@@ -77,14 +78,6 @@ public:
 
     bool startDetached(const QString& program, const QStringList& arguments) override;
     QString findExecutable(const QString& name) const override { return onPath.value(name); }
-};
-
-class MemorySettings : public SettingsStore {
-public:
-    QHash<QString, QString> values;
-
-    std::optional<QString> read(const QString& name) const override;
-    void write(const QString& name, const QString& value) override { values[name] = value; }
 };
 
 class FixedClock : public Clock {

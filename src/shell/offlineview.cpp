@@ -1,0 +1,43 @@
+#include "shell/offlineview.h"
+
+#include "display/mainview.h"
+#include "files/devicefiles.h"
+#include "files/offlineload.h"
+#include "shell/languages.h"
+#include "shell/program.h"
+#include "values/mq27values.h"
+
+OfflineView::OfflineView(const Options& options) {
+    Services services;
+    services.dialogs = &m_dialogs;
+    services.launcher = &m_launcher;
+    services.settings = &m_settings;
+    services.clock = &m_clock;
+    services.programDir = m_folder.path();
+    services.dataDir = m_folder.path();
+    m_program = std::make_unique<Program>(services, nullptr);
+    AppState& state = m_program->state();
+    state.locale = options.locale;
+    // As the tool starts: the main view loads with the units, then the language applies.
+    state.g.gTemperatureUnit = options.temperatureUnit;
+    state.g.gSmokeUnit = options.smokeUnit;
+    state.forms.frmDisplay().load();
+    m_program->languages().SwitchToLanguage(options.language);
+}
+
+OfflineView::~OfflineView() = default;
+
+std::optional<QString> OfflineView::load(const QString& path) {
+    // A look through a scratch store first: a file of another family would hand the tool
+    // over, which a look must not do, and an unreadable one deserves its reason.
+    clsMQ27Values scratch;
+    const offline::LoadReport report = offline::LoadIntoStore(path, scratch);
+    if (!report.error.isEmpty()) return path + QStringLiteral(": ") + report.error;
+    if (!report.otherFamilies.isEmpty())
+        return path + QStringLiteral(": telegram of another device family: ") +
+               report.otherFamilies.first();
+    if (report.stored == 0) return path + QStringLiteral(": no readable telegram of this device");
+    m_program->files().LoadDeviceFile(path);
+    m_program->mainView().ShowData();
+    return std::nullopt;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "common/platformservices.h"
+
+#include <memory>
+#include <optional>
+
+#include <QLocale>
+#include <QString>
+#include <QTemporaryDir>
+
+class Program;
+
+// A saved read-out in the main view, without a window and without a line: the tool's own
+// road from acceptance on, the main view's refresh, and nothing of the user's touched
+// (settings in memory, no dialogs, no other program started).
+class OfflineView {
+public:
+    struct Options {
+        int language = 2;        // 1 German, 2 English, 3 French, 4 Dutch
+        int smokeUnit = 1;       // 1 %/m, 2 %/ft
+        int temperatureUnit = 1; // 1 °C, 2 °F
+        QLocale locale = QLocale::c();
+    };
+
+    explicit OfflineView(const Options& options);
+    ~OfflineView();
+
+    // The read-out of `path`, shown; the reason in one line when it cannot be.
+    std::optional<QString> load(const QString& path);
+
+    Program& program() { return *m_program; }
+
+private:
+    UnattendedDialogs m_dialogs;
+    NoLauncher m_launcher;
+    MemorySettings m_settings;
+    SystemClock m_clock;
+    QTemporaryDir m_folder;
+    std::unique_ptr<Program> m_program;
+};
