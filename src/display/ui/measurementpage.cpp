@@ -28,9 +28,15 @@ QGroupBox* smokeLevel(PageParts& p, int d) {
 
     auto* key = new QGridLayout;
     key->addWidget(p.legend(el::lblSmokeLevelLegend[d]), 0, 0, 1, 2);
-    key->addWidget(p.value(el::lblSmokeLevel[d], el::lblSmokeLevelLegend[d],
-                           QStringLiteral("-888.888 %/ft"), number),
-                   1, 0, 1, 2);
+    // The smoke level is what the engineer came to read: larger than the other values.
+    QLabel* smoke = p.value(el::lblSmokeLevel[d], el::lblSmokeLevelLegend[d],
+                            QStringLiteral("-888.888 %/ft"), number);
+    QFont large = smoke->font();
+    large.setPointSizeF(large.pointSizeF() * 1.5);
+    large.setBold(true);
+    smoke->setFont(large);
+    smoke->setMinimumWidth(smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/ft")));
+    key->addWidget(smoke, 1, 0, 1, 2);
     key->addWidget(p.led(el::picFireAlarm[d], el::lblFireAlarmLegend[d], number), 2, 0);
     key->addWidget(p.legend(el::lblFireAlarmLegend[d]), 2, 1);
     QGridLayout* actionRow = nullptr;
@@ -64,7 +70,9 @@ QGroupBox* chamber(PageParts& p, int d) {
 QGroupBox* airFlow(PageParts& p) {
     QGroupBox* box = p.frame(el::fraAirFlow);
     auto* column = new QVBoxLayout(box);
-    column->addWidget(p.gauge(el::ctlAirFlow, el::lblAirFlowLegend), 1);
+    ExtGauge* gauge = p.gauge(el::ctlAirFlow, el::lblAirFlowLegend);
+    gauge->setMinimumHeight(gauge->fontMetrics().height() * 9);
+    column->addWidget(gauge);
     auto* grid = new QGridLayout;
     grid->addWidget(p.legend(el::lblAirFlowLegend), 0, 0);
     grid->addWidget(p.value(el::lblAirFlow, el::lblAirFlowLegend, kWidestPercent), 0, 1);
@@ -103,24 +111,35 @@ QGroupBox* sensorTemperatures(PageParts& p) {
     return box;
 }
 
+// The columns share the page by their frames' wish to grow, not by stretch factors: an
+// empty column, whose frames are hidden, then takes no room.
+QWidget* widen(QWidget* frame) {
+    frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    return frame;
+}
+
+// A detector's column; on a device with one detector the second column goes, and the
+// others close up.
+QVBoxLayout* detectorColumn(PageParts& p, int d) {
+    auto* column = new QVBoxLayout;
+    column->addWidget(widen(smokeLevel(p, d)), 3);
+    column->addWidget(widen(chamber(p, d)), 2);
+    return column;
+}
+
 } // namespace
 
 QWidget* buildMeasurementPage(PageParts& p) {
     auto* page = new QWidget;
-    auto* grid = new QGridLayout(page);
-    grid->setContentsMargins(0, 0, 0, 0);
-    for (int d = 0; d < 2; ++d) {
-        grid->addWidget(smokeLevel(p, d), 0, d);
-        grid->addWidget(chamber(p, d), 1, d);
-    }
+    auto* row = new QHBoxLayout(page);
+    row->setContentsMargins(0, 0, 0, 0);
+    for (int d = 0; d < 2; ++d)
+        row->addLayout(detectorColumn(p, d));
     auto* right = new QVBoxLayout;
-    right->addWidget(airFlow(p));
+    right->addWidget(widen(airFlow(p)));
     right->addLayout(airTemperature(p));
-    right->addWidget(sensorTemperatures(p));
-    grid->addLayout(right, 0, 2, 2, 1);
-    for (int c = 0; c < 3; ++c)
-        grid->setColumnStretch(c, 1);
-    grid->setRowStretch(0, 3);
-    grid->setRowStretch(1, 2);
+    right->addWidget(widen(sensorTemperatures(p)));
+    right->addStretch(1);
+    row->addLayout(right);
     return page;
 }

@@ -1,0 +1,84 @@
+#include "support/testsupport.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Run {
+    int exitCode = -1;
+    QStringList out;
+    QStringList err;
+};
+
+Run view(const QStringList& args) {
+    QProcess process;
+    process.start(testsupport::programPath(QStringLiteral("mq27diag-cli")),
+                  QStringList{QStringLiteral("view")} + args);
+    process.waitForFinished(30000);
+    Run run;
+    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.out = QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    run.err = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
+    return run;
+}
+
+QString sample() {
+    return testsupport::sourcePath(QStringLiteral("samples/full.ko3"));
+}
+
+} // namespace
+
+// The text snapshot of a window: what scripts read of the main view.
+class TestCliView : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void mainViewOfTheSample() {
+        const Run run = view({sample()});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.err.isEmpty());
+        QStringList sorted = run.out;
+        sorted.sort();
+        QCOMPARE(run.out, sorted);
+        QVERIFY(run.out.contains(QStringLiteral("lblSerialNo_0\tcaption\t1234567")));
+        QVERIFY(run.out.contains(QStringLiteral("tabDisplay_1\tcaption\tSmoke measurement")));
+        QVERIFY(run.out.contains(QStringLiteral("picDisplay_0\tledstate\t3")));
+        QVERIFY(run.out.contains(QStringLiteral("linFireAlarm_0\ttop\t1871")));
+        for (const QString& line : run.out)
+            QCOMPARE(line.count(u'\t'), 2);
+    }
+
+    void languageAndUnits() {
+        const Run run = view({sample(), QStringLiteral("--language"), QStringLiteral("de"),
+                              QStringLiteral("--temperature-unit"), QStringLiteral("F")});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.out.contains(QStringLiteral("tabDisplay_1\tcaption\tRauchmessung")));
+        const auto temperature = run.out.filter(QStringLiteral("lblTemperature\tcaption\t"));
+        QCOMPARE(temperature.size(), 1);
+        QVERIFY(temperature.first().endsWith(QStringLiteral(" °F")));
+    }
+
+    void refusals_data() {
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("missing file") << QStringList{QStringLiteral("/nonexistent.ko3")} << 1;
+        QTest::newRow("unknown option") << QStringList{sample(), QStringLiteral("--colour")} << 2;
+        QTest::newRow("unknown language")
+            << QStringList{sample(), QStringLiteral("--language"), QStringLiteral("xx")} << 2;
+        QTest::newRow("unknown window")
+            << QStringList{sample(), QStringLiteral("--form"), QStringLiteral("frmNone")} << 2;
+    }
+    void refusals() {
+        QFETCH(QStringList, args);
+        QFETCH(int, exitCode);
+        const Run run = view(args);
+        QCOMPARE(run.exitCode, exitCode);
+        QVERIFY(run.out.isEmpty());
+        QVERIFY(!run.err.isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCliView)
+#include "tst_cliview.moc"
