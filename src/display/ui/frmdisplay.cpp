@@ -38,6 +38,8 @@ frmDisplayWindow::frmDisplayWindow(Form& form, std::function<QString(int)> text,
     buildMenus();
     m_tabs = named<QTabWidget>(el::tabDisplay.whole());
     m_tabs->setDocumentMode(true);
+    // The tab bar takes the focus and names the pages; the widget around it need not.
+    m_tabs->setFocusPolicy(Qt::NoFocus);
     PageParts parts(*m_names);
     QWidget* pages[kPageCount] = {buildStatusPage(parts),     buildMeasurementPage(parts),
                                   buildMessagesPage(parts),   buildSettingsPage(parts),
@@ -104,6 +106,7 @@ QWidget* frmDisplayWindow::buildPage(int page, QWidget* content) {
     auto* scroll = new QScrollArea;
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidget(content);
 
     auto* tab = named<QWidget>(el::tabDisplay[page]);

@@ -2,6 +2,7 @@
 #include "common/mainview_elements.h"
 #include "common/startwindow_elements.h"
 #include "common/ui/formview.h"
+#include "files/devicefiles.h"
 #include "search/devicesearch.h"
 #include "shell/appshell.h"
 #include "shell/languages.h"
@@ -9,6 +10,7 @@
 #include "shell/ui/toolruntime.h"
 #include "shell/ui/trayicon.h"
 #include "support/fakes.h"
+#include "support/testsupport.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -19,6 +21,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QtTest>
 
 #include <memory>
@@ -240,6 +243,29 @@ private Q_SLOTS:
                                     QStringLiteral(" after ") + chain[i - 1]->objectName()));
             }
         }
+    }
+
+    // Every page of the main view, with a device's read-out on it: every control, lamp and
+    // instrument is named after its legend.
+    void mainViewIsNamedForAssistiveTools() {
+        runtime->start(QString());
+        runtime->app().files().LoadDeviceFile(
+            testsupport::sourcePath(QStringLiteral("samples/full.ko3")));
+        QWidget* window = runtime->window(formname::frmDisplay);
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        auto* tabs = window->findChild<QTabWidget*>(frmDisplay::tabDisplay.whole());
+        for (int page = 0; page < tabs->count(); ++page) {
+            if (!tabs->isTabVisible(page)) continue;
+            tabs->setCurrentIndex(page);
+            const QStringList missing = unnamed(QAccessible::queryAccessibleInterface(window));
+            QVERIFY2(missing.isEmpty(),
+                     qPrintable(tabs->tabText(page) + QStringLiteral(": ") + missing.join(u", ")));
+        }
+        auto* smoke = window->findChild<QWidget*>(frmDisplay::lblSmokeLevel[1]);
+        QCOMPARE(smoke->accessibleName(), QStringLiteral("Rauchpegel 2"));
+        QVERIFY(smoke->accessibleDescription().endsWith(QStringLiteral(" %/m")));
+        auto* box = window->findChild<QWidget*>(frmDisplay::picErr[2]);
+        QCOMPARE(box->accessibleDescription(), QStringLiteral("Meldung liegt an"));
     }
 
     // Qt's own texts (message box buttons, file dialogs) follow the tool's language.
