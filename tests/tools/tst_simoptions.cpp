@@ -148,6 +148,10 @@ void TestSimOptions::badProfileNamesTheField_data() {
         {R"({"unsolicited": {"everySeconds": 0.0001}})", "field 'unsolicited.everySeconds'"},
         {R"({"unsolicited": {"everySeconds": 2, "command": 6}})", "field 'unsolicited.command'"},
         {R"({"telegram4": "00 01"})", "field 'telegram4'"},
+        {R"({"schedule": [{"afterSeconds": 1, "value": "detectors[1].alarmThreshold", "to": 5}]})",
+         "field 'schedule[0].value'"},
+        {R"({"schedule": [{"afterSeconds": 1, "value": "faults.pending", "to": [32]}]})",
+         "field 'schedule[0].to'"},
     };
     for (const auto& [json, named] : rows)
         QTest::newRow(named) << QByteArray(json) << QString::fromLatin1(named);

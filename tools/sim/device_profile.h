@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include <QByteArray>
@@ -35,6 +36,13 @@ struct Unsolicited {
     int command = 2;
 };
 
+// A value the device changes by itself at a device second, as a fault that comes and goes.
+struct ScheduledChange {
+    double afterSeconds = 0;
+    std::string name; // as the value store names it: "faults.pending"
+    double value = 0;
+};
+
 struct DeviceProfile {
     QString source; // the file, for messages
     int kind = kOwnKind;
@@ -43,7 +51,8 @@ struct DeviceProfile {
     ValueStore values;
     Bytes telegram4 = Bytes(35, 0);
     Behaviour behaviour;
-    int dataBytes = 0; // kind 7: data bytes of its telegrams
+    std::vector<ScheduledChange> schedule; // in order of time, stable for one moment
+    int dataBytes = 0;                     // kind 7: data bytes of its telegrams
 };
 
 // Reads device profiles from JSON files; docs/virtual-device.md lists every field.

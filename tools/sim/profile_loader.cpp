@@ -2,6 +2,7 @@
 #include "sim/setting_limits.h"
 #include "sim/value_table.h"
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -33,7 +34,19 @@ QString rangeText(double min, double max) {
 }
 
 const QStringList kCommonKeys = {"description", "kind", "serialNumber", "unsolicited"};
-const QStringList kOwnKindKeys = {"behaviour", "telegram4"};
+const QStringList kOwnKindKeys = {"behaviour", "schedule", "telegram4"};
+
+// The longest the device may run before a change of its schedule, in device seconds.
+constexpr double kMaxScheduleSeconds = 1000000;
+
+// The layout of a value by its name in the store, "faults.pending" or "modules[2].ledOp".
+const ValueLayout* layoutOf(const std::string& name) {
+    for (const ValueSection& section : valueSections())
+        for (int i = 0; i < section.count; ++i)
+            for (const ValueLayout& layout : section.values)
+                if (section.nameOf(layout, i) == name) return &layout;
+    return nullptr;
+}
 
 class ProfileReader {
 public:
@@ -66,13 +79,16 @@ private:
     void readBlock(const ValueSection& section, int index, const QJsonObject& object,
                    QStringList extraKeys);
     void readValue(const std::string& name, const ValueLayout& layout, const QJsonValue& v);
-    std::optional<double> readNumberWithDrift(const std::string& name, const ValueLayout& layout,
+    std::optional<double> valueOf(const QString& field, const ValueLayout& layout,
+                                  const QJsonValue& v, bool withDrift);
+    std::optional<double> readNumberWithDrift(const QString& field, const ValueLayout& layout,
                                               const QJsonValue& v);
     std::optional<double> readBitList(const QString& field, const ValueLayout& layout,
                                       const QJsonValue& v);
     std::optional<double> readVersionText(const QString& field, const ValueLayout& layout,
                                           const QJsonValue& v);
     void readHoleTimes(const QJsonValue& v);
+    void readSchedule(const QJsonValue& v);
     void checkModules(const QJsonArray& modules);
     void deriveEquipment(int detectors, int modules);
     void checkLimits();
@@ -158,6 +174,7 @@ void ProfileReader::readOwn(const QJsonObject& root) {
     if (root.contains("telegram4")) readTelegram4(root["telegram4"]);
     if (root["modules"].isArray()) checkModules(root["modules"].toArray());
     deriveEquipment(detectors, modules);
+    if (root.contains("schedule")) readSchedule(root["schedule"]);
     checkLimits();
 }
 
@@ -269,30 +286,7 @@ void ProfileReader::readBlock(const ValueSection& section, int index, const QJso
 
 void ProfileReader::readValue(const std::string& name, const ValueLayout& layout,
                               const QJsonValue& v) {
-    const QString field = QString::fromStdString(name);
-    std::optional<double> value;
-    switch (formOf(layout)) {
-    case Form::Number:
-        value = readNumberWithDrift(name, layout, v);
-        break;
-    case Form::Flag:
-        if (v.isBool())
-            value = v.toBool() ? 1 : 0;
-        else if (v.isDouble() && (v.toDouble() == 0 || v.toDouble() == 1))
-            value = v.toDouble();
-        else
-            fail(field, QStringLiteral("expected true or false"));
-        break;
-    case Form::State:
-        value = number(v, field, {0, 3}, true);
-        break;
-    case Form::BitList:
-        value = readBitList(field, layout, v);
-        break;
-    case Form::Text:
-        value = readVersionText(field, layout, v);
-        break;
-    }
+    const auto value = valueOf(QString::fromStdString(name), layout, v, true);
     if (!value) return;
     m_profile.values.define(name, *value);
     if (v.isObject())
@@ -301,14 +295,34 @@ void ProfileReader::readValue(const std::string& name, const ValueLayout& layout
     m_given.insert(name);
 }
 
-// A number, or {"value": v, "drift": amplitude, "periodSeconds": p} for a slow sine.
-std::optional<double> ProfileReader::readNumberWithDrift(const std::string& name,
+std::optional<double> ProfileReader::valueOf(const QString& field, const ValueLayout& layout,
+                                             const QJsonValue& v, bool withDrift) {
+    switch (formOf(layout)) {
+    case Form::Number:
+        if (withDrift && v.isObject()) return readNumberWithDrift(field, layout, v);
+        return number(v, field, {minimumOf(layout), maximumOf(layout)},
+                      layout.encoding != Encoding::Float32);
+    case Form::Flag:
+        if (v.isBool()) return v.toBool() ? 1 : 0;
+        if (v.isDouble() && (v.toDouble() == 0 || v.toDouble() == 1)) return v.toDouble();
+        fail(field, QStringLiteral("expected true or false"));
+        return std::nullopt;
+    case Form::State:
+        return number(v, field, {0, 3}, true);
+    case Form::BitList:
+        return readBitList(field, layout, v);
+    case Form::Text:
+        return readVersionText(field, layout, v);
+    }
+    return std::nullopt;
+}
+
+// {"value": v, "drift": amplitude, "periodSeconds": p} for a slow sine.
+std::optional<double> ProfileReader::readNumberWithDrift(const QString& field,
                                                          const ValueLayout& layout,
                                                          const QJsonValue& v) {
-    const QString field = QString::fromStdString(name);
     const bool whole = layout.encoding != Encoding::Float32;
     const Range range{minimumOf(layout), maximumOf(layout)};
-    if (!v.isObject()) return number(v, field, range, whole);
     const QJsonObject o = v.toObject();
     checkKeys(o, field, {"value", "drift", "periodSeconds"});
     const auto value = number(o["value"], field + ".value", range, whole);
@@ -370,6 +384,36 @@ void ProfileReader::readHoleTimes(const QJsonValue& v) {
     for (const QJsonValue& item : list)
         if (const auto t = number(item, field, {0.01, 655.35}, false)) times.push_back(*t);
     if (ok()) m_profile.behaviour.holeTimes = times;
+}
+
+// [{"afterSeconds": 2, "value": "faults.pending", "to": [3]}, ...]: values the device changes
+// by itself, each given as the profile gives it, within the device's limits.
+void ProfileReader::readSchedule(const QJsonValue& v) {
+    if (!v.isArray()) return fail("schedule", QStringLiteral("expected a list"));
+    const QJsonArray list = v.toArray();
+    for (qsizetype i = 0; ok() && i < list.size(); ++i) {
+        const QString where = QStringLiteral("schedule[%1]").arg(i);
+        if (!list[i].isObject()) return fail(where, QStringLiteral("expected an object"));
+        const QJsonObject o = list[i].toObject();
+        checkKeys(o, where, {"afterSeconds", "value", "to"});
+        const auto after =
+            number(o["afterSeconds"], where + ".afterSeconds", {0, kMaxScheduleSeconds}, false);
+        const std::string name = o["value"].toString().toStdString();
+        const ValueLayout* layout = layoutOf(name);
+        if (!layout || !m_profile.values.has(name))
+            return fail(where + ".value",
+                        QStringLiteral("expected the name of a value of this device, such as "
+                                       "\"faults.pending\""));
+        const auto to = valueOf(where + ".to", *layout, o["to"], false);
+        const auto range = settingRange(m_profile.values, name);
+        if (to && range && !range->contains(*to))
+            fail(where + ".to", QStringLiteral("%1 lies outside the device's limits %2")
+                                    .arg(*to, 0, 'g', 12)
+                                    .arg(rangeText(range->min, range->max)));
+        if (after && to) m_profile.schedule.push_back({*after, name, *to});
+    }
+    std::stable_sort(m_profile.schedule.begin(), m_profile.schedule.end(),
+                     [](const auto& a, const auto& b) { return a.afterSeconds < b.afterSeconds; });
 }
 
 // The tool treats a module as internal when its serial number has digits from the sixth

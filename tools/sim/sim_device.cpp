@@ -26,7 +26,9 @@ SimDevice::SimDevice(DeviceProfile profile, const SimClock& clock, bool drift, Q
     , m_telegram4(std::move(profile.telegram4))
     , m_behaviour(std::move(profile.behaviour))
     , m_airFlowInit(singleShot(this))
-    , m_measurement(singleShot(this)) {
+    , m_measurement(singleShot(this))
+    , m_schedule(std::move(profile.schedule))
+    , m_scheduleTimer(singleShot(this)) {
     if (!drift)
         for (const std::string& name : m_values.names())
             m_values.setDrift(name, Drift{});
@@ -36,6 +38,8 @@ SimDevice::SimDevice(DeviceProfile profile, const SimClock& clock, bool drift, Q
         m_identify[m] = singleShot(this);
         connect(m_identify[m], &QTimer::timeout, this, [this, m] { finishIdentify(m); });
     }
+    connect(m_scheduleTimer, &QTimer::timeout, this, &SimDevice::applyScheduled);
+    armSchedule();
 }
 
 QTimer* SimDevice::singleShot(QObject* owner) {
@@ -109,6 +113,25 @@ void SimDevice::refuse(int command, const QString& reason) {
 void SimDevice::report(const QString& event, QJsonObject details) {
     details.insert("serial", static_cast<double>(serialNumber()));
     emit notable(event, details);
+}
+
+// The changes of one moment in the profile's order, then a timer for the next moment.
+void SimDevice::applyScheduled() {
+    if (m_scheduled >= m_schedule.size()) return;
+    const double due = m_schedule[m_scheduled].afterSeconds;
+    for (; m_scheduled < m_schedule.size() && m_schedule[m_scheduled].afterSeconds == due;
+         ++m_scheduled) {
+        const ScheduledChange& c = m_schedule[m_scheduled];
+        apply({{c.name, c.value}});
+        report("scheduled", {{"value", QString::fromStdString(c.name)}, {"to", c.value}});
+    }
+    armSchedule();
+}
+
+void SimDevice::armSchedule() {
+    if (m_scheduled < m_schedule.size())
+        m_scheduleTimer->start(
+            m_clock.timerMs(m_schedule[m_scheduled].afterSeconds - m_clock.deviceSeconds()));
 }
 
 int SimDevice::detectorCount() const {

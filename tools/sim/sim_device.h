@@ -62,6 +62,8 @@ private:
     void finishMeasurement();
     void stopMeasurement();
     void finishIdentify(int module);
+    void applyScheduled();
+    void armSchedule();
 
     double value(const std::string& name) const { return m_values.get(name); }
     bool flag(const std::string& name) const { return m_values.get(name) != 0; }
@@ -81,6 +83,10 @@ private:
 
     QTimer* m_measurement;
     int m_measurementsDone = 0;
+
+    std::vector<ScheduledChange> m_schedule;
+    std::size_t m_scheduled = 0; // changes applied so far
+    QTimer* m_scheduleTimer;
 
     std::array<QTimer*, 10> m_identify{};
     std::map<int, std::vector<double>> m_ledsBeforeIdentify;
