@@ -3,6 +3,7 @@
 #include "common/dialog_elements.h"
 #include "common/mainview_elements.h"
 #include "common/startwindow_elements.h"
+#include "common/workwindow_elements.h"
 
 namespace {
 
@@ -17,6 +18,9 @@ const QHash<QString, FormDeclaration>& declarations() {
         {formname::frmConnect, frmConnect::kElements},
         {formname::frmDeviceSearch, frmDeviceSearch::kElements},
         {formname::frmLogdataDev, {}},
+        {formname::frmLocalizeLearn, frmLocalizeLearn::kElements},
+        {formname::frmExtinguishSettings, frmExtinguishSettings::kElements},
+        {formname::frmDeviceSettings, frmDeviceSettings::kElements},
     };
     return all;
 }

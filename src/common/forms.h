@@ -15,6 +15,9 @@ inline const QString frmAbout = QStringLiteral("frmAbout");
 inline const QString frmConnect = QStringLiteral("frmConnect");
 inline const QString frmDeviceSearch = QStringLiteral("frmDeviceSearch");
 inline const QString frmLogdataDev = QStringLiteral("frmLogdataDev");
+inline const QString frmLocalizeLearn = QStringLiteral("frmLocalizeLearn");
+inline const QString frmExtinguishSettings = QStringLiteral("frmExtinguishSettings");
+inline const QString frmDeviceSettings = QStringLiteral("frmDeviceSettings");
 } // namespace formname
 
 // Every window model of the program, each created on first use and kept to the end.
@@ -38,6 +41,9 @@ public:
     Form& frmConnect() { return get(formname::frmConnect); }
     Form& frmDeviceSearch() { return get(formname::frmDeviceSearch); }
     Form& frmLogdataDev() { return get(formname::frmLogdataDev); }
+    Form& frmLocalizeLearn() { return get(formname::frmLocalizeLearn); }
+    Form& frmExtinguishSettings() { return get(formname::frmExtinguishSettings); }
+    Form& frmDeviceSettings() { return get(formname::frmDeviceSettings); }
 
 Q_SIGNALS:
     void created(Form& form);

@@ -166,6 +166,7 @@
     ONE(cmdSettingsStandard, Button)                                                               \
     ONE(cmdSettingsAssume, Button)                                                                 \
     ONE(cmdSettingsCancel, Button)                                                                 \
+    ONE(lblSettingsWaiting, Label)                                                                 \
     ONE(fraAirFlowInit, Frame)                                                                     \
     ONE(lblAltitudeLegend, Label)                                                                  \
     ONE(lblAltitude, Label)                                                                        \
@@ -185,7 +186,8 @@
     ONE(cmdAirFlowSet, Button)                                                                     \
     ONE(cmdAirFlowStandard, Button)                                                                \
     ONE(cmdAirFlowInit, Button)                                                                    \
-    ONE(cmdAirFlowCancel, Button)
+    ONE(cmdAirFlowCancel, Button)                                                                  \
+    ONE(lblAirFlowWaiting, Label)
 
 // Page 4, the programmable relays and the temperature alarms.
 #define FRMDISPLAY_RELAYS(ONE, MANY, MORE)                                                         \
@@ -205,6 +207,7 @@
     ONE(cmdRelaySet, Button)                                                                       \
     ONE(cmdRelayAssume, Button)                                                                    \
     ONE(cmdRelayCancel, Button)                                                                    \
+    ONE(lblRelayWaiting, Label)                                                                    \
     MANY(lblSensorTempAlarmLegend, Label, 0, 5)                                                    \
     MANY(lblSensorTempAlarm, Label, 0, 4)                                                          \
     MANY(txtSensorTempAlarm, Text, 0, 4)                                                           \
@@ -212,7 +215,8 @@
     MANY(lblSensorTempAlarmUnit, Label, 0, 4)                                                      \
     ONE(cmdSensorTempAlarmSet, Button)                                                             \
     ONE(cmdSensorTempAlarmAssume, Button)                                                          \
-    ONE(cmdSensorTempAlarmCancel, Button)
+    ONE(cmdSensorTempAlarmCancel, Button)                                                          \
+    ONE(lblSensorTempAlarmWaiting, Label)
 
 // Page 5, the localisation of a fire along the pipe.
 #define FRMDISPLAY_LOCALISATION(ONE, MANY, MORE)                                                   \

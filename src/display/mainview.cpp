@@ -45,12 +45,13 @@ const QStringList& notYetAvailable() {
 } // namespace
 
 MainView::MainView(AppState& state, DeviceValues& values, DeviceCommands& commands,
-                   DeviceFiles& files, DeviceSearch& search)
+                   PollEngine& engine, DeviceFiles& files, DeviceSearch& search)
     : QObject()
     , m_state(state)
     , m_values(values)
     , m_status(state.forms.frmDisplay(), m_limits)
-    , m_leds(state.forms.frmDisplay()) {
+    , m_leds(state.forms.frmDisplay())
+    , m_pages(state, commands, engine, values, m_limits, [this] { ShowData(); }) {
     m_clickHandlers = {
         {el::mnuSave, [&files] { files.SaveDeviceData(0); }},
         {el::mnuDeviceSearch, [&search] { search.mnuDeviceSearch_Click(); }},
@@ -129,39 +130,14 @@ void MainView::Form_Load() {
     view.setBackColor(el::picErrLegend[1], colors::kWindowBackground);
     view.setDot(el::picErrLegend[1], colors::kYellow);
     view.setVisible(el::ctlManAct[20], true);
-    showViewingStates();
+    // Every settings page starts showing the device's values.
+    m_pages.cmdAirFlowCancel_Click();
+    m_pages.cmdSettingsCancel_Click();
+    m_pages.cmdRelayCancel_Click();
+    m_pages.cmdSensorTempAlarmCancel_Click();
     for (const QString& element : notYetAvailable())
         view.setEnabled(element, false);
     checkUnitMenus();
-}
-
-// Each settings page starts showing the device's values; its fields come with editing.
-void MainView::showViewingStates() {
-    Form& view = m_state.forms.frmDisplay();
-    for (const QString& name : view.elementNames()) {
-        const ElementKind kind = view.kind(name);
-        if (kind == ElementKind::Text || kind == ElementKind::UpDown) view.setVisible(name, false);
-    }
-    for (const ElementArray& copies : {el::chkBuzzer, el::chkFaultStore, el::chkDynamicAirflow,
-                                       el::chkLocalization, el::chkAlarmAfterLoc})
-        view.setVisible(copies[1], false);
-    for (int d = 0; d < 2; ++d)
-        view.setVisible(el::chkTrueLix[2 * d + 1], false);
-    for (const QString& hidden :
-         {el::cmdSettingsCancel.name(), el::cmdSettingsAssume.name(),
-          el::cmdSettingsStandard.name(), el::cmdAirFlowCancel.name(), el::cmdAirFlowInit.name(),
-          el::cmdAirFlowStandard.name(), el::cmdRelayCancel.name(), el::cmdRelayAssume.name(),
-          el::cmdSensorTempAlarmCancel.name(), el::cmdSensorTempAlarmAssume.name()})
-        view.setVisible(hidden, false);
-    // The relay boxes show the device's masks and take input only while being edited.
-    for (const ElementArray& boxes :
-         {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4, el::chkRelay5})
-        for (int i = 0; i < 14; ++i)
-            view.setEnabled(boxes[i], false);
-    for (const ElementArray& options :
-         {el::optRelay1, el::optRelay2, el::optRelay3, el::optRelay4, el::optRelay5})
-        for (int i = 0; i < 2; ++i)
-            view.setEnabled(options[i], false);
 }
 
 void MainView::checkUnitMenus() {

@@ -2,8 +2,9 @@
 
 #include "display/devicefeatures.h"
 #include "display/ledrhythm.h"
-#include "display/settinglimits.h"
+#include "display/settingspages.h"
 #include "display/statusdisplay.h"
+#include "engine/settinglimits.h"
 
 #include <functional>
 
@@ -16,6 +17,7 @@ class DeviceCommands;
 class DeviceFiles;
 class DeviceSearch;
 class DeviceValues;
+class PollEngine;
 
 // The main view frmDisplay: its load, the refresh of its pages from the value store, the
 // fault list and LED rhythms, the customisation by device, its menus that reach the parts
@@ -25,8 +27,8 @@ class MainView : public QObject {
     Q_OBJECT
 
 public:
-    MainView(AppState& state, DeviceValues& values, DeviceCommands& commands, DeviceFiles& files,
-             DeviceSearch& search);
+    MainView(AppState& state, DeviceValues& values, DeviceCommands& commands, PollEngine& engine,
+             DeviceFiles& files, DeviceSearch& search);
 
     // Redraws every page from the value store.
     void ShowData();
@@ -43,6 +45,7 @@ public:
     const DeviceFeatures& features() const { return m_features; }
     const SettingLimits& limits() const { return m_limits; }
     LedRhythm& leds() { return m_leds; }
+    SettingsPages& settingsPages() { return m_pages; }
 
 Q_SIGNALS:
     // The refresh begins: the localisation brings its labels up to date first.
@@ -52,7 +55,6 @@ Q_SIGNALS:
 
 private:
     void Form_Load();
-    void showViewingStates();
     void checkUnitMenus();
     void onClicked(const QString& element);
     void onMouseClicked(const QString& element, int button);
@@ -64,5 +66,6 @@ private:
     DeviceFeatures m_features;
     StatusDisplay m_status;
     LedRhythm m_leds;
+    SettingsPages m_pages;
     QHash<QString, std::function<void()>> m_clickHandlers;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/settinglimits.h"
+#include "engine/settinglimits.h"
 
 #include <QLocale>
 

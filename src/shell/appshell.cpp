@@ -4,6 +4,7 @@
 #include "common/dialog_elements.h"
 #include "common/mainview_elements.h"
 #include "common/startwindow_elements.h"
+#include "display/mainview.h"
 #include "files/devicefiles.h"
 #include "link/seriallink.h"
 #include "shell/languages.h"
@@ -13,6 +14,7 @@ namespace {
 
 const QString kTrayIcon = frmMQ27D::trayIcon;
 const QString kCrLf2 = QStringLiteral("\r\n\r\n");
+constexpr int kStringWriteWaiting = 508;
 
 // The windows taken down with the start window, in this order.
 const QStringList kUnloadOrder = {QStringLiteral("frmDisplay"),
@@ -43,12 +45,13 @@ QString twoPlaces(const QString& text) {
 } // namespace
 
 AppShell::AppShell(AppState& state, SerialLink& link, DeviceFiles& files, Languages& languages,
-                   DeviceValues& values)
+                   MainView& mainView, DeviceValues& values)
     : QObject()
     , m_state(state)
     , m_link(link)
     , m_files(files)
     , m_languages(languages)
+    , m_mainView(mainView)
     , m_values(values) {
     Form& start = m_state.forms.frmMQ27D();
     start.setVisible(kTrayIcon, false);
@@ -89,11 +92,15 @@ void AppShell::Startup(const QString& rawCommandLineArgs) {
 bool AppShell::CloseApplication() {
     if (m_state.g.gClosing) return true;
     clsMQ27Values* values = m_values.get();
-    if (values && values->GetBuzzerShouldBeOff() == 1) {
+    const bool buzzerOff = values && values->GetBuzzerShouldBeOff() == 1;
+    const bool writeWaiting = m_mainView.settingsPages().anyWaiting();
+    if (buzzerOff || writeWaiting) {
+        QString text;
+        if (buzzerOff) text += m_state.messages.buzzerWarning + kCrLf2;
+        if (writeWaiting) text += m_state.str(kStringWriteWaiting) + kCrLf2;
         const auto answer = m_state.services.dialogs->messageBox(
-            m_state.messages.buzzerWarning + kCrLf2 + m_state.messages.closeQuestion,
-            m_state.str(0), UserDialogs::Buttons::YesNo, UserDialogs::Icon::Warning,
-            UserDialogs::Answer::No);
+            text + m_state.messages.closeQuestion, m_state.str(0), UserDialogs::Buttons::YesNo,
+            UserDialogs::Icon::Warning, UserDialogs::Answer::No);
         if (answer == UserDialogs::Answer::No) return false;
     }
     m_link.stopTimers();

@@ -8,6 +8,7 @@ class AppState;
 class DeviceFiles;
 class DeviceValues;
 class Languages;
+class MainView;
 class SerialLink;
 
 // Start-up and shutdown of the tool, its command line, the menus of the start window and
@@ -17,14 +18,14 @@ class AppShell : public QObject {
 
 public:
     AppShell(AppState& state, SerialLink& link, DeviceFiles& files, Languages& languages,
-             DeviceValues& values);
+             MainView& mainView, DeviceValues& values);
 
     // The load of frmMQ27D: timers, settings, language, port, window, tray icon, command
     // line.
     void Startup(const QString& rawCommandLineArgs);
 
-    // The answer is true when shutdown goes ahead. With a silenced buzzer the user is
-    // asked first.
+    // The answer is true when shutdown goes ahead. With a silenced buzzer, or a setting
+    // still waiting for the device to confirm it, the user is asked first.
     bool CloseApplication();
 
     // mnuInterface: language, frmInterface non-modal, ShowCOMPort.
@@ -59,6 +60,7 @@ private:
     SerialLink& m_link;
     DeviceFiles& m_files;
     Languages& m_languages;
+    MainView& m_mainView;
     DeviceValues& m_values;
     bool m_trayIconAdded = false;
 };

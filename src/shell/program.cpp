@@ -26,10 +26,12 @@ Program::Program(const Services& services, SerialPortDevice* port, QObject* pare
     m_files = std::make_unique<DeviceFiles>(m_state, *m_link, *m_recognition, m_values);
     m_search = std::make_unique<DeviceSearch>(m_state, *m_link, *m_recognition, *m_engine);
     m_localisation = std::make_unique<Localisation>(m_state, m_values);
-    m_mainView = std::make_unique<MainView>(m_state, m_values, *m_commands, *m_files, *m_search);
+    m_mainView =
+        std::make_unique<MainView>(m_state, m_values, *m_commands, *m_engine, *m_files, *m_search);
     m_languages = std::make_unique<Languages>(m_state);
     m_help = std::make_unique<HelpLink>(m_state);
-    m_shell = std::make_unique<AppShell>(m_state, *m_link, *m_files, *m_languages, m_values);
+    m_shell =
+        std::make_unique<AppShell>(m_state, *m_link, *m_files, *m_languages, *m_mainView, m_values);
     connectParts();
 }
 

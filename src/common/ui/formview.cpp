@@ -175,11 +175,12 @@ void FormView::collectTargets() {
 
 void FormView::connectInput(const QString& name, QObject* target) {
     // Labels and drawn elements answer mouse buttons (context help).
-    if (qobject_cast<QLabel*>(target) || qobject_cast<ColorBox*>(target) ||
-        dynamic_cast<ElementWidget*>(target)) {
+    auto* drawn = dynamic_cast<ElementWidget*>(target);
+    if (qobject_cast<QLabel*>(target) || qobject_cast<ColorBox*>(target) || drawn) {
         m_mouseTargets.insert(target, name);
         target->installEventFilter(this);
     }
+    if (drawn) drawn->reportValuesTo([this, name](double value) { reportValue(name, value); });
     if (auto* action = qobject_cast<QAction*>(target)) {
         connect(action, &QAction::toggled, this, [this, name](bool on) { reportValue(name, on); });
         connect(action, &QAction::triggered, this, [this, name] { m_form.click(name); });

@@ -7,6 +7,7 @@
 #include "display/ui/faultbox.h"
 #include "display/ui/ledlamp.h"
 #include "display/ui/relayelement.h"
+#include "display/ui/updown.h"
 
 #include <QCheckBox>
 #include <QFontDatabase>
@@ -16,7 +17,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSpinBox>
 
 using Says = AccessibleNames::Says;
 
@@ -143,11 +143,19 @@ QLineEdit* PageParts::field(const QString& name, const QString& legendName, cons
     return field;
 }
 
-QSpinBox* PageParts::upDown(const QString& name, const QString& legendName, const QString& suffix) {
-    auto* spin = named<QSpinBox>(name);
-    spin->setButtonSymbols(QAbstractSpinBox::UpDownArrows);
-    m_names.add(spin, name, legendName, suffix);
-    return spin;
+UpDown* PageParts::upDown(const QString& name, const QString& legendName, const QString& suffix) {
+    auto* upDown = named<UpDown>(name);
+    m_names.add(upDown, name, legendName, suffix);
+    return upDown;
+}
+
+QLabel* PageParts::waitingNote(const QString& name) {
+    QLabel* note = windowparts::label(name);
+    note->setWordWrap(true);
+    QFont italic = note->font();
+    italic.setItalic(true);
+    note->setFont(italic);
+    return note;
 }
 
 void PageParts::settingRow(QGridLayout* grid, int row, const QString& legendName,

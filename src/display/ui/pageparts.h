@@ -15,9 +15,9 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
-class QSpinBox;
 class QWidget;
 class RelayElement;
+class UpDown;
 
 // The pieces the main view's pages are made of, each named after its element and known to
 // screen readers by its legend. Values use figures of equal width and keep a width that
@@ -52,7 +52,9 @@ public:
                          const QString& columnLegend);
     QLineEdit* field(const QString& name, const QString& legendName, const QString& widest,
                      const QString& suffix = {});
-    QSpinBox* upDown(const QString& name, const QString& legendName, const QString& suffix = {});
+    UpDown* upDown(const QString& name, const QString& legendName, const QString& suffix = {});
+    // What a page says while it waits for the device's read-back.
+    QLabel* waitingNote(const QString& name);
 
     // A setting's row: legend, the label and its field on one spot, the up/down element,
     // the unit.

@@ -59,6 +59,7 @@ QWidget* buildRelaysPage(PageParts& p) {
     auto* table = new QVBoxLayout;
     table->addWidget(box);
     table->addLayout(buttons);
+    table->addWidget(p.waitingNote(el::lblRelayWaiting));
     auto* row = new QHBoxLayout;
     row->addLayout(table);
     row->addStretch(1);

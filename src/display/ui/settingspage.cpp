@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -122,6 +123,7 @@ QGroupBox* airFlowInit(PageParts& p) {
     column->addLayout(buttons(
         p, el::fraAirFlowInit,
         {el::cmdAirFlowSet, el::cmdAirFlowStandard, el::cmdAirFlowInit, el::cmdAirFlowCancel}));
+    column->addWidget(p.waitingNote(el::lblAirFlowWaiting));
     return box;
 }
 
@@ -140,6 +142,7 @@ QGroupBox* temperatureAlarms(PageParts& p) {
     column->addLayout(buttons(
         p, el::fraSensorTemp[1],
         {el::cmdSensorTempAlarmSet, el::cmdSensorTempAlarmAssume, el::cmdSensorTempAlarmCancel}));
+    column->addWidget(p.waitingNote(el::lblSensorTempAlarmWaiting));
     return box;
 }
 
@@ -158,6 +161,7 @@ QWidget* buildSettingsPage(PageParts& p) {
     left->addLayout(buttons(
         p, el::fraSettings,
         {el::cmdSettings, el::cmdSettingsStandard, el::cmdSettingsAssume, el::cmdSettingsCancel}));
+    left->addWidget(p.waitingNote(el::lblSettingsWaiting));
     left->addStretch(1);
     auto* right = new QVBoxLayout;
     right->addWidget(airFlowInit(p));

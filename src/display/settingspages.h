@@ -1,0 +1,105 @@
+#pragma once
+
+#include "common/formtimer.h"
+
+#include <functional>
+#include <vector>
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+
+class AppState;
+class DeviceCommands;
+class DeviceValues;
+class Form;
+class PollEngine;
+struct SettingLimits;
+
+// The four pages of the main view on which the engineer changes the device: its settings,
+// the air-flow initialisation, the relay masks and the temperature alarms. Each page shows
+// the device's values (Viewing), opens its fields (Editing), and after the write has gone
+// out compares every 100 ms what the device reports with what was typed (Waiting), until
+// they are equal or the user cancels: a write is never trusted, and there is no limit.
+// While a page waits it says so in plain words, with the time since the write went out and
+// the fields that still differ.
+class SettingsPages : public QObject {
+    Q_OBJECT
+
+public:
+    enum class State { Viewing, Editing, Waiting };
+    enum Page { Settings, AirFlow, Relays, Temperatures, kPageCount };
+
+    // `refresh` redraws the main view from the store (after the relay page's cancel).
+    SettingsPages(AppState& state, DeviceCommands& commands, PollEngine& engine,
+                  DeviceValues& values, SettingLimits& limits, std::function<void()> refresh);
+
+    State state(Page page) const;
+    bool anyWaiting() const;
+    // What a waiting page shows: its label, and the page's own element for it.
+    static QString waitingLabel(Page page);
+
+    // The handlers of the pages' buttons, by the pages' element names.
+    void cmdSettings_Click();
+    void cmdSettingsStandard_Click();
+    void cmdSettingsAssume_Click();
+    void cmdSettingsCancel_Click();
+    void tmrCompareSettings_Timer();
+    void cmdAirFlowSet_Click();
+    void cmdAirFlowStandard_Click();
+    void cmdAirFlowInit_Click();
+    void cmdAirFlowCancel_Click();
+    void tmrCompareAirFlowSet_Timer();
+    void cmdRelaySet_Click();
+    void cmdRelayAssume_Click();
+    void cmdRelayCancel_Click();
+    void tmrCompareRelaySet_Timer();
+    void cmdSensorTempAlarmSet_Click();
+    void cmdSensorTempAlarmAssume_Click();
+    void cmdSensorTempAlarmCancel_Click();
+    void tmrCompareSensorTempAlarmSet_Timer();
+
+    FormTimer& tmrCompareSettings() { return m_tmrCompareSettings; }
+    FormTimer& tmrCompareAirFlowSet() { return m_tmrCompareAirFlowSet; }
+    FormTimer& tmrCompareRelaySet() { return m_tmrCompareRelaySet; }
+    FormTimer& tmrCompareSensorTempAlarmSet() { return m_tmrCompareSensorTempAlarmSet; }
+    FormTimer& compareTimer(Page page);
+
+    // A text setting: its label (the device's value), its field and up/down element, and
+    // how the up/down element's whole number maps onto the field's text.
+    struct TextSetting {
+        QString legend, label, field, upDown, unit;
+        double scale = 1; // up/down value = field value * scale
+        int decimals = 0; // of the field's text
+    };
+
+private:
+    void onClicked(const QString& element);
+    void onEdited(const QString& element);
+    void onWriteSent(int command);
+
+    void openFields(const std::vector<TextSetting>& settings);
+    void closeFields(Page page, const std::vector<TextSetting>& settings);
+    void showButtons(Page page, bool editing);
+    void setToolTips(Page page);
+    // Fields that differ from the device, by their legends; empty when all agree.
+    QStringList differences(Page page);
+    const FormTimer& timerOf(Page page) const;
+    void showWaiting(Page page, const QStringList& differing);
+    bool finishIfEqual(Page page);
+
+    Form& view() const;
+    QString text(double value, int decimals) const;
+
+    AppState& m_state;
+    DeviceCommands& m_commands;
+    DeviceValues& m_values;
+    SettingLimits& m_limits;
+    std::function<void()> m_refresh;
+    FormTimer m_tmrCompareSettings{100};
+    FormTimer m_tmrCompareAirFlowSet{100};
+    FormTimer m_tmrCompareRelaySet{100};
+    FormTimer m_tmrCompareSensorTempAlarmSet{100};
+    bool m_editing[kPageCount] = {};
+    QElapsedTimer m_sentAt[kPageCount];
+};
