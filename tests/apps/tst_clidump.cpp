@@ -11,23 +11,11 @@
 
 namespace {
 
-struct Run {
-    int exitCode = -1;
-    QStringList out;
-    QString err;
-};
+using Run = testsupport::ProgramRun;
 
 Run dump(const QStringList& args) {
-    QProcess process;
-    process.start(testsupport::programPath(QStringLiteral("mq27diag-cli")),
-                  QStringList{QStringLiteral("dump")} + args);
-    process.waitForFinished(20000);
-    Run run;
-    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    const QString out = QString::fromUtf8(process.readAllStandardOutput());
-    run.out = out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    run.err = QString::fromUtf8(process.readAllStandardError());
-    return run;
+    return testsupport::runProgram(QStringLiteral("mq27diag-cli"),
+                                   QStringList{QStringLiteral("dump")} + args);
 }
 
 QString writeFile(const QTemporaryDir& dir, const QString& name, const QByteArray& content) {

@@ -6,22 +6,11 @@
 
 namespace {
 
-struct Run {
-    int exitCode = -1;
-    QStringList out;
-    QStringList err;
-};
+using Run = testsupport::ProgramRun;
 
 Run view(const QStringList& args) {
-    QProcess process;
-    process.start(testsupport::programPath(QStringLiteral("mq27diag-cli")),
-                  QStringList{QStringLiteral("view")} + args);
-    process.waitForFinished(30000);
-    Run run;
-    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    run.out = QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-    run.err = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
-    return run;
+    return testsupport::runProgram(QStringLiteral("mq27diag-cli"),
+                                   QStringList{QStringLiteral("view")} + args);
 }
 
 QString sample() {

@@ -1,5 +1,7 @@
 #include "support/testsupport.h"
 
+#include <QProcess>
+
 #include "link/telegram.h"
 
 #include <QDir>
@@ -34,6 +36,17 @@ QString programPath(const QString& name) {
     const QByteArray env = qgetenv("MQ27_BIN_DIR");
     const QString dir = env.isEmpty() ? QStringLiteral(MQ27_BIN_DIR) : QString::fromLocal8Bit(env);
     return QDir(dir).filePath(name);
+}
+
+ProgramRun runProgram(const QString& name, const QStringList& arguments) {
+    QProcess process;
+    process.start(programPath(name), arguments);
+    process.waitForFinished(30000);
+    ProgramRun run;
+    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.out = QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
 }
 
 QRandomGenerator seededGenerator() {

@@ -9,6 +9,7 @@
 #include <QRandomGenerator>
 
 #include <QString>
+#include <QStringList>
 
 // Helpers shared by the tests.
 namespace testsupport {
@@ -39,6 +40,15 @@ QString sourcePath(const QString& relative);
 
 // Path of a built program in build/bin.
 QString programPath(const QString& name);
+
+// A finished run of one of the built programs: its exit code (-1 when it crashed or hung),
+// its standard output by lines, its standard error.
+struct ProgramRun {
+    int exitCode = -1;
+    QStringList out;
+    QString err;
+};
+ProgramRun runProgram(const QString& name, const QStringList& arguments);
 
 // A generator seeded from MQ27_TEST_SEED, or a fixed seed; the seed is logged so that a
 // failing run, a sanitizer's report included, can be repeated.
