@@ -252,6 +252,24 @@ void modules(Texts& s) {
     }
 }
 
+// The instruments say what they show and in which unit; a lamp says what it stands for.
+void toolTips(Texts& s) {
+    Form& v = s.view();
+    for (int d = 0; d < 2; ++d) {
+        v.setToolTip(el::ctlSmokeLevel[d], s.numbered(14, d + 1) + QStringLiteral(" (%)"));
+        v.setToolTip(el::ctlChamber[d], s.numbered(32, d + 1) + QStringLiteral(" (%)"));
+        v.setToolTip(el::picFireAlarm[d], s.numbered(15, d + 1));
+        v.setToolTip(el::picActionAlarm[d], s.numbered(16, d + 1));
+    }
+    v.setToolTip(el::ctlAirFlow, s(28) + QStringLiteral(" (%)"));
+    for (int i = 0; i < 6; ++i)
+        v.setToolTip(el::picDisplay[i], v.caption(el::lblDisplayLegend[i]));
+    for (int i = 0; i < 5; ++i)
+        v.setToolTip(el::picFirePlace[i], s(24) + u' ' + QChar(u'A' + i));
+    for (int i = 0; i < 34; ++i)
+        v.setToolTip(el::picErr[i], v.caption(el::lblErr[i]));
+}
+
 } // namespace
 
 void ApplyMainViewTexts(Form& view, int language) {
@@ -265,4 +283,5 @@ void ApplyMainViewTexts(Form& view, int language) {
     relays(s);
     localisation(s);
     modules(s);
+    toolTips(s);
 }
