@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/bytes.h"
+#include "sim/setting_limits.h"
 #include "sim/value_store.h"
 
 #include <cstdint>
@@ -52,6 +53,7 @@ struct DeviceProfile {
     Bytes telegram4 = Bytes(35, 0);
     Behaviour behaviour;
     std::vector<ScheduledChange> schedule; // in order of time, stable for one moment
+    NarrowedLimits limits;                 // a device that takes less than the family's limits
     int dataBytes = 0;                     // kind 7: data bytes of its telegrams
 };
 

@@ -19,6 +19,7 @@ struct FaultOptions {
     bool silentForever = false; // from silenceStart on
     bool pace = false;          // 19200 baud: about 0.52 ms a byte
     double closeAfterSeconds = 0;
+    int loseWrites = 0; // the first N write telegrams never reach the devices
 };
 
 // One piece of an answer on the line, written `delayMs` after the answer is due.

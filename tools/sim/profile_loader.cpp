@@ -34,7 +34,7 @@ QString rangeText(double min, double max) {
 }
 
 const QStringList kCommonKeys = {"description", "kind", "serialNumber", "unsolicited"};
-const QStringList kOwnKindKeys = {"behaviour", "schedule", "telegram4"};
+const QStringList kOwnKindKeys = {"behaviour", "limits", "schedule", "telegram4"};
 
 // The longest the device may run before a change of its schedule, in device seconds.
 constexpr double kMaxScheduleSeconds = 1000000;
@@ -89,6 +89,7 @@ private:
                                           const QJsonValue& v);
     void readHoleTimes(const QJsonValue& v);
     void readSchedule(const QJsonValue& v);
+    void readLimits(const QJsonValue& v);
     void checkModules(const QJsonArray& modules);
     void deriveEquipment(int detectors, int modules);
     void checkLimits();
@@ -174,6 +175,7 @@ void ProfileReader::readOwn(const QJsonObject& root) {
     if (root.contains("telegram4")) readTelegram4(root["telegram4"]);
     if (root["modules"].isArray()) checkModules(root["modules"].toArray());
     deriveEquipment(detectors, modules);
+    if (root.contains("limits")) readLimits(root["limits"]);
     if (root.contains("schedule")) readSchedule(root["schedule"]);
     checkLimits();
 }
@@ -405,7 +407,7 @@ void ProfileReader::readSchedule(const QJsonValue& v) {
                         QStringLiteral("expected the name of a value of this device, such as "
                                        "\"faults.pending\""));
         const auto to = valueOf(where + ".to", *layout, o["to"], false);
-        const auto range = settingRange(m_profile.values, name);
+        const auto range = settingRange(m_profile.values, name, m_profile.limits);
         if (to && range && !range->contains(*to))
             fail(where + ".to", QStringLiteral("%1 lies outside the device's limits %2")
                                     .arg(*to, 0, 'g', 12)
@@ -414,6 +416,27 @@ void ProfileReader::readSchedule(const QJsonValue& v) {
     }
     std::stable_sort(m_profile.schedule.begin(), m_profile.schedule.end(),
                      [](const auto& a, const auto& b) { return a.afterSeconds < b.afterSeconds; });
+}
+
+// {"controller.extinguishDelay": [0, 30], ...}: settings this device takes within less than
+// the family's limits, so that a write the tool allows is refused and its verify waits.
+void ProfileReader::readLimits(const QJsonValue& v) {
+    if (!v.isObject()) return fail("limits", QStringLiteral("expected an object"));
+    const QJsonObject o = v.toObject();
+    for (auto it = o.begin(); ok() && it != o.end(); ++it) {
+        const QString where = QStringLiteral("limits.") + it.key();
+        if (!isLimitedSetting(it.key().toStdString()))
+            return fail(where, QStringLiteral("expected a setting the device limits, such as "
+                                              "\"controller.extinguishDelay\""));
+        const QJsonArray pair = it.value().toArray();
+        if (!it.value().isArray() || pair.size() != 2)
+            return fail(where, QStringLiteral("expected [minimum, maximum]"));
+        const auto min = number(pair[0], where + "[0]", {-1e12, 1e12}, false);
+        const auto max = number(pair[1], where + "[1]", {-1e12, 1e12}, false);
+        if (min && max && *min > *max)
+            return fail(where, QStringLiteral("expected the minimum first"));
+        if (min && max) m_profile.limits[it.key().toStdString()] = Range{*min, *max};
+    }
 }
 
 // The tool treats a module as internal when its serial number has digits from the sixth
@@ -458,7 +481,7 @@ void ProfileReader::deriveEquipment(int detectors, int modules) {
 // A device never reports a setting that it would refuse to take back.
 void ProfileReader::checkLimits() {
     for (const std::string& name : m_profile.values.names()) {
-        const auto range = settingRange(m_profile.values, name);
+        const auto range = settingRange(m_profile.values, name, m_profile.limits);
         const double value = m_profile.values.get(name);
         if (ok() && range && !range->contains(value))
             fail(QString::fromStdString(name),

@@ -60,17 +60,27 @@ std::map<std::string, RangeOf> buildRanges() {
     return ranges;
 }
 
+const std::map<std::string, RangeOf>& ranges() {
+    static const std::map<std::string, RangeOf> table = buildRanges();
+    return table;
+}
+
 } // namespace
 
-std::optional<Range> settingRange(const ValueStore& values, const std::string& name) {
-    static const std::map<std::string, RangeOf> ranges = buildRanges();
+std::optional<Range> settingRange(const ValueStore& values, const std::string& name,
+                                  const NarrowedLimits& narrowed) {
     const std::size_t dot = name.rfind('.');
     if (dot == std::string::npos) return std::nullopt;
     const std::string prefix = name.substr(0, dot);
-    const std::string section = prefix.substr(0, prefix.find('['));
-    const auto it = ranges.find(section + name.substr(dot));
-    if (it == ranges.end()) return std::nullopt;
+    const std::string key = prefix.substr(0, prefix.find('[')) + name.substr(dot);
+    if (const auto own = narrowed.find(key); own != narrowed.end()) return own->second;
+    const auto it = ranges().find(key);
+    if (it == ranges().end()) return std::nullopt;
     return it->second(values, prefix);
+}
+
+bool isLimitedSetting(const std::string& key) {
+    return ranges().contains(key);
 }
 
 } // namespace mq27sim

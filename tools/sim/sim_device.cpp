@@ -27,6 +27,7 @@ SimDevice::SimDevice(DeviceProfile profile, const SimClock& clock, bool drift, Q
     , m_behaviour(std::move(profile.behaviour))
     , m_airFlowInit(singleShot(this))
     , m_measurement(singleShot(this))
+    , m_limits(std::move(profile.limits))
     , m_schedule(std::move(profile.schedule))
     , m_scheduleTimer(singleShot(this)) {
     if (!drift)
@@ -88,7 +89,7 @@ bool SimDevice::commit(int command, const Changes& changes) {
 
 QString SimDevice::violation(const Changes& changes) const {
     for (const Change& c : changes) {
-        const auto range = settingRange(m_values, c.name);
+        const auto range = settingRange(m_values, c.name, m_limits);
         if (range && !range->contains(c.value))
             return QStringLiteral("%1 %2 outside %3 to %4")
                 .arg(QString::fromStdString(c.name))

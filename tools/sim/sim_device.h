@@ -84,6 +84,7 @@ private:
     QTimer* m_measurement;
     int m_measurementsDone = 0;
 
+    NarrowedLimits m_limits;
     std::vector<ScheduledChange> m_schedule;
     std::size_t m_scheduled = 0; // changes applied so far
     QTimer* m_scheduleTimer;

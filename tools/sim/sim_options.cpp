@@ -13,7 +13,8 @@ const char* const kDescription =
     "output; the tool opens that path as its serial port. Without --profile the device is\n"
     "made of defaults (serial number 1001).\n"
     "\n"
-    "Fault injection: --bad-crc-every, --noise, --split-gap, --silence, --pace, --close-after.\n"
+    "Fault injection: --bad-crc-every, --noise, --split-gap, --silence, --pace, --close-after,\n"
+    "--lose-writes.\n"
     "Profiles and the effect of every write telegram: docs/virtual-device.md.";
 
 // Seconds of a time given on the command line: long enough for a timer of whole
@@ -93,6 +94,7 @@ void addOptions(QCommandLineParser& p) {
          "start[:duration]"},
         {"pace", "Pace the bytes as 19200 baud does, about 0.52 ms a byte."},
         {"close-after", "Close the line after this many seconds, and end.", "seconds"},
+        {"lose-writes", "The first N write telegrams are lost on the line.", "n"},
         {"log", "Log every frame in and out as JSON lines to this file.", "file"},
     });
 }
@@ -160,6 +162,7 @@ CommandLine parseCommandLine(const QStringList& arguments, SimOptions& o, QStrin
     readSilence(r, f);
     f.pace = parser.isSet("pace");
     f.closeAfterSeconds = r.number("close-after", kMinSeconds, kMaxSeconds, f.closeAfterSeconds);
+    f.loseWrites = r.whole("lose-writes", 1, 1000000, f.loseWrites);
     message = error;
     return error.isEmpty() ? CommandLine::Run : CommandLine::Error;
 }

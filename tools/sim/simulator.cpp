@@ -85,6 +85,13 @@ void Simulator::handleItems(const std::vector<FrameReader::Item>& items) {
 void Simulator::dispatch(const Bytes& frame) {
     m_log.frame("in", frame);
     const Telegram telegram = Telegram::fromFrame(frame);
+    constexpr int kFirstWrite = 129;
+    if (telegram.hasAddress() && telegram.command() >= kFirstWrite &&
+        m_writesLost < m_options.faults.loseWrites) {
+        ++m_writesLost;
+        m_log.event("lost", {{"cmd", telegram.command()}});
+        return;
+    }
     for (std::size_t i = 0; i < m_devices.size(); ++i) {
         const auto answer = m_devices[i]->respond(telegram);
         if (!answer) continue;

@@ -68,6 +68,7 @@ private:
     FaultInjector m_faults;
     QTimer m_idle;
     std::vector<BusDevice*> m_devices;
+    int m_writesLost = 0;
 };
 
 } // namespace mq27sim
