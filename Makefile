@@ -1,7 +1,8 @@
 # make run   installs what is missing, builds, and shows the tool on its virtual device
 # make test  installs what is missing, builds, and runs every test, then again under
 #            AddressSanitizer and UndefinedBehaviorSanitizer
-# make bench builds and runs the benchmarks: the core library, then the running tool
+# make bench builds and runs the benchmarks: the core library, the main view, then the
+#            running tool
 
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
@@ -44,6 +45,8 @@ test-asan: build-asan
 
 bench: build
 	$(BUILD)/bin/mq27bench
+	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchview
+	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchwrite
 	sh scripts/measure-live.sh $(BUILD)
 
 format:

@@ -30,13 +30,16 @@ MQ27D_PORT1=$work/port XDG_CONFIG_HOME=$work/config QT_QPA_PLATFORM=offscreen \
     "$tool" >"$work/tool.out" 2>&1 &
 tool_pid=$!
 
+rss_kib() { awk '/^VmRSS/ { print $2 }' "/proc/$1/status"; }
+
 # The poll has settled after the take-on; measure the processor time from there on.
 sleep 10
 ticks_before=$(cpu_ticks $tool_pid)
+rss_before=$(rss_kib $tool_pid)
 sleep "$seconds"
 ticks_after=$(cpu_ticks $tool_pid)
 hz=$(getconf CLK_TCK)
-rss=$(awk '/^VmRSS/ { print $2 }' "/proc/$tool_pid/status")
+rss=$(rss_kib $tool_pid)
 hwm=$(awk '/^VmHWM/ { print $2 }' "/proc/$tool_pid/status")
 
 echo "Poll pace, last answer byte to next request (ms; goal 321 + 99 = 420 within 5):"
@@ -59,7 +62,10 @@ first_request=$(awk 'match($0, /"t":[0-9.]+/) && /"dir":"in"/ {
 echo "Start-up to the first window (ms; first search telegram less the 1789 ms search step):"
 awk -v first="$first_request" -v offset=$((tool_start - sim_start)) \
     'BEGIN { printf "  %.0f\n", first - offset - 1789 }'
-echo "Processor time while polling, $seconds s:"
+echo "Processor time while polling, $seconds s (goal < 2 % of one core):"
 awk -v t=$((ticks_after - ticks_before)) -v hz="$hz" -v s="$seconds" \
     'BEGIN { printf "  %.2f %% of one core\n", 100 * t / hz / s }'
-echo "Memory: resident ${rss} KiB, peak ${hwm} KiB"
+echo "Memory (MiB; goal < 60 resident):"
+awk -v before="$rss_before" -v now="$rss" -v peak="$hwm" 'BEGIN {
+    printf "  resident %.1f at the end, %.1f at the start; peak %.1f\n",
+        now / 1024, before / 1024, peak / 1024 }'

@@ -35,6 +35,8 @@ LedRhythm::LedRhythm(Form& view)
     connect(&m_tmrFlash, &FormTimer::timeout, this, &LedRhythm::tmrFlash_Timer);
     m_tmrBlink.enable();
     m_tmrFlash.enable();
+    m_flashClock.start();
+    m_flashDueMs = m_tmrFlash.interval();
 }
 
 QSet<QString> LedRhythm::elements() {
@@ -49,9 +51,15 @@ void LedRhythm::tmrBlink_Timer() {
     paint(Rhythm::Blink, m_blinkPhase);
 }
 
-// On for one short tick, off for one long one: one flash a second.
+// On for one short tick, off for one long one: one flash a second. The next change counts
+// from when this one was due, not from when its tick ran; late ticks would add up and the
+// flash slip behind. A tick early (called by hand) or more than a short phase late (the
+// machine slept) starts the count afresh.
 void LedRhythm::tmrFlash_Timer() {
-    m_tmrFlash.setInterval(m_flashPhase ? kFlashOffMs : kFlashOnMs);
+    const qint64 now = m_flashClock.elapsed();
+    if (now < m_flashDueMs || now - m_flashDueMs > kFlashOnMs) m_flashDueMs = now;
+    m_flashDueMs += m_flashPhase ? kFlashOffMs : kFlashOnMs;
+    m_tmrFlash.setInterval(static_cast<int>(m_flashDueMs - now));
     m_flashPhase = !m_flashPhase;
     paint(Rhythm::Flash, m_flashPhase);
 }

@@ -2,6 +2,7 @@
 
 #include "common/formtimer.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -37,4 +38,6 @@ private:
     FormTimer m_tmrFlash{100};
     bool m_blinkPhase = false;
     bool m_flashPhase = false;
+    QElapsedTimer m_flashClock;
+    qint64 m_flashDueMs = 0;
 };
