@@ -60,7 +60,11 @@ std::string roundDigits(const std::string& digits, int decimals) {
 template <class Number>
 std::string shortest(Number value) {
     char buffer[64];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    // Whole numbers in full ("100000", not the shorter "1e+05"), as far as they fit.
+    const bool whole = std::trunc(value) == value && std::fabs(value) < Number(1e21);
+    const auto result =
+        whole ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
+              : std::to_chars(buffer, buffer + sizeof buffer, value);
     return std::string(buffer, result.ptr);
 }
 

@@ -68,6 +68,8 @@ BarGraph::BarGraph(QWidget* parent)
     : QWidget(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     setFocusPolicy(Qt::NoFocus);
+    // Opaque, so that a new value repaints the graph alone and not the page beneath it.
+    setAutoFillBackground(true);
     instruments::registerValueAccessible<BarGraph, QAccessible::ProgressBar>();
 }
 
@@ -93,11 +95,33 @@ double BarGraph::level() const {
     return std::isnan(fraction) ? 0.0 : std::clamp(fraction, 0.0, 1.0);
 }
 
+// Only the band between the old and the new top of the bar is repainted: the whole graph at
+// every telegram cost more than all the rest of the page's refresh.
 void BarGraph::setValue(double value) {
     if (m_value == value) return;
+    const double before = level();
     m_value = value;
-    update();
+    const QRectF bar = barRect();
+    const qreal high = bar.bottom() - bar.height() * std::max(before, level());
+    const qreal low = bar.bottom() - bar.height() * std::min(before, level());
+    const qreal margin = 2 * instruments::lineWidth(this) + 1;
+    update(QRectF(bar.left() - margin, high - margin, bar.width() + 2 * margin,
+                  low - high + 2 * margin)
+               .toAlignedRect());
     instruments::announceValue(this, value);
+}
+
+QRectF BarGraph::barRect() const {
+    const QFontMetricsF metrics(font());
+    const qreal line = metrics.height();
+    const qreal width = instruments::lineWidth(this);
+    const qreal left = std::max<qreal>(0, (this->width() - contentWidth()) / 2) + kPadding * line;
+    const qreal labelsRight = left + metrics.horizontalAdvance(topLabel());
+    // The trough's edges on whole pixels, so that its rim stays sharp.
+    const qreal barLeft = std::round(labelsRight + (kLabelGap + kLongTick) * line) + width / 2;
+    const qreal top = std::round(kPadding * line + line / 2) + width / 2;
+    const qreal bottom = std::round(height() - kPadding * line - line / 2) - width / 2;
+    return {barLeft, top, std::round(kBarWidth * line), std::max<qreal>(0, bottom - top)};
 }
 
 void BarGraph::setRange(double minimum, double maximum) {
@@ -169,11 +193,7 @@ void BarGraph::paintEvent(QPaintEvent*) {
     // Left to right: labels, ticks, bar, arrow heads; the whole centred in a wider cell.
     const qreal left = std::max<qreal>(0, (this->width() - contentWidth()) / 2) + kPadding * line;
     const qreal labelsRight = left + metrics.horizontalAdvance(topLabel());
-    // The trough's edges on whole pixels, so that its rim stays sharp.
-    const qreal barLeft = std::round(labelsRight + (kLabelGap + kLongTick) * line) + width / 2;
-    const qreal top = std::round(kPadding * line + line / 2) + width / 2;
-    const qreal bottom = std::round(height() - kPadding * line - line / 2) - width / 2;
-    const QRectF bar(barLeft, top, std::round(kBarWidth * line), std::max<qreal>(0, bottom - top));
+    const QRectF bar = barRect();
     auto yOf = [&](double percent) { return bar.bottom() - bar.height() * percent / 100; };
 
     QPainter painter(this);

@@ -7,6 +7,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QRectF>
 #include <QWidget>
 
 class BarGraph;
@@ -74,6 +75,8 @@ protected:
 private:
     bool hasOwnRange() const;
     qreal contentWidth() const;
+    // The trough, in the widget's coordinates.
+    QRectF barRect() const;
 
     double m_value = 0;
     double m_minimum = 0;

@@ -10,6 +10,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPolygonF>
+#include <QTransform>
 
 namespace {
 
@@ -44,13 +45,18 @@ ExtGauge::ExtGauge(QWidget* parent)
     : QWidget(parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     setFocusPolicy(Qt::NoFocus);
+    // Opaque, so that a new value repaints the gauge alone and not the page beneath it.
+    setAutoFillBackground(true);
     instruments::registerValueAccessible<ExtGauge, QAccessible::Indicator>();
 }
 
+// Only where the needle was and where it goes is repainted: the whole dial at every telegram
+// cost more than all the rest of the page's refresh.
 void ExtGauge::setValue(double value) {
     if (m_value == value) return;
+    const QRect before = needleArea(deflection());
     m_value = value;
-    update();
+    update(before.united(needleArea(deflection())));
     instruments::announceValue(this, value);
 }
 
@@ -203,6 +209,34 @@ void ExtGauge::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
+// The needle standing upright around the pivot at the origin. It reaches into the long
+// ticks, so that it reads against them.
+QPolygonF ExtGauge::needle() const {
+    const qreal line = QFontMetricsF(font()).height();
+    const Dial& dial = this->dial();
+    const qreal stroke = instruments::lineWidth(this) * dial.weight;
+    const qreal hub = kHub * line * dial.weight;
+    const qreal length = dial.radius + kLongTick * line * dial.scale * 0.7;
+    const qreal root = std::max(stroke * 1.4, hub * 0.3);
+    const qreal tip = stroke * 0.45;
+    const qreal tail = hub * 0.8;
+    return QPolygonF(
+        {QPointF(-root, tail), QPointF(-tip, -length), QPointF(tip, -length), QPointF(root, tail)});
+}
+
+// Where the needle and its shadow lie at `deflection`, with a margin for antialiasing.
+QRect ExtGauge::needleArea(double deflection) const {
+    if (std::isnan(deflection)) return rect();
+    const qreal stroke = instruments::lineWidth(this) * dial().weight;
+    QTransform at;
+    at.translate(dial().pivot.x(), dial().pivot.y());
+    at.rotate(kHalfSweep * deflection);
+    const QRectF needle = at.map(this->needle()).boundingRect();
+    return needle.united(needle.translated(stroke * 0.8, stroke * 1.2))
+        .adjusted(-2, -2, 2, 2)
+        .toAlignedRect();
+}
+
 void ExtGauge::paintEvent(QPaintEvent*) {
     const QPalette& pal = palette();
     const QColor face = instruments::tone(m_face, pal, QPalette::Base);
@@ -255,16 +289,10 @@ void ExtGauge::paintEvent(QPaintEvent*) {
     for (int i = 0; i < 3; ++i)
         painter.drawText(dial.labels[i], Qt::AlignCenter | Qt::TextDontClip, label(i));
 
-    // The needle reaches into the long ticks, so that it reads against them.
     const qreal hub = kHub * line * dial.weight;
     const double deflection = this->deflection();
     if (!std::isnan(deflection)) {
-        const qreal length = r + kLongTick * line * dial.scale * 0.7;
-        const qreal root = std::max(stroke * 1.4, hub * 0.3);
-        const qreal tip = stroke * 0.45;
-        const qreal tail = hub * 0.8;
-        const QPolygonF needle({QPointF(-root, tail), QPointF(-tip, -length), QPointF(tip, -length),
-                                QPointF(root, tail)});
+        const QPolygonF needle = this->needle();
         painter.save();
         painter.translate(dial.pivot);
         painter.setPen(Qt::NoPen);

@@ -7,6 +7,8 @@
 #include <optional>
 
 #include <QFont>
+#include <QPolygonF>
+#include <QRect>
 #include <QRectF>
 #include <QStringList>
 #include <QWidget>
@@ -65,6 +67,8 @@ private:
     // The dial laid out in `area`, as large as it fits.
     Dial layout(const QRectF& area) const;
     const Dial& dial() const;
+    QPolygonF needle() const;
+    QRect needleArea(double deflection) const;
     QString label(int index) const { return m_labels.value(index); }
 
     double m_value = 0;

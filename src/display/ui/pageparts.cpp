@@ -58,6 +58,8 @@ QLabel* PageParts::value(const QString& name, const QString& legendName, const Q
     label->setMinimumWidth(label->fontMetrics().horizontalAdvance(widest) +
                            label->fontMetrics().averageCharWidth());
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // Opaque, so that a new value repaints the label alone and not the page beneath it.
+    label->setAutoFillBackground(true);
     m_names.add(label, name, legendName, suffix, Says::Value);
     return label;
 }
