@@ -47,6 +47,8 @@ bench: build
 	$(BUILD)/bin/mq27bench
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchview
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchwrite
+	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchext
+	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchloc
 	sh scripts/measure-live.sh $(BUILD)
 
 format:

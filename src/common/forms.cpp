@@ -20,6 +20,7 @@ const QHash<QString, FormDeclaration>& declarations() {
         {formname::frmLogdataDev, {}},
         {formname::frmLocalizeLearn, frmLocalizeLearn::kElements},
         {formname::frmExtinguishSettings, frmExtinguishSettings::kElements},
+        {formname::frmExtinguishDetails, frmExtinguishDetails::kElements},
         {formname::frmDeviceSettings, frmDeviceSettings::kElements},
     };
     return all;

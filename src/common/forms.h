@@ -17,6 +17,7 @@ inline const QString frmDeviceSearch = QStringLiteral("frmDeviceSearch");
 inline const QString frmLogdataDev = QStringLiteral("frmLogdataDev");
 inline const QString frmLocalizeLearn = QStringLiteral("frmLocalizeLearn");
 inline const QString frmExtinguishSettings = QStringLiteral("frmExtinguishSettings");
+inline const QString frmExtinguishDetails = QStringLiteral("frmExtinguishDetails");
 inline const QString frmDeviceSettings = QStringLiteral("frmDeviceSettings");
 } // namespace formname
 
@@ -43,6 +44,7 @@ public:
     Form& frmLogdataDev() { return get(formname::frmLogdataDev); }
     Form& frmLocalizeLearn() { return get(formname::frmLocalizeLearn); }
     Form& frmExtinguishSettings() { return get(formname::frmExtinguishSettings); }
+    Form& frmExtinguishDetails() { return get(formname::frmExtinguishDetails); }
     Form& frmDeviceSettings() { return get(formname::frmDeviceSettings); }
 
 Q_SIGNALS:

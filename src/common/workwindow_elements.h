@@ -47,7 +47,9 @@
     ONE(picLocTestMode, Box)                                                                       \
     MANY(ctlSmokeLevel, BarGraph, 0, 1)                                                            \
     ONE(lblLocSmokeLevelLegend, Label)                                                             \
-    MANY(cmdLocalizationHelp, Button, 0, 2)
+    MANY(cmdLocalizationHelp, Button, 0, 2)                                                        \
+    ONE(lblLocWaiting, Label)                                                                      \
+    ONE(lblLocHoleLegend, Label)
 
 #define FRMEXTINGUISHSETTINGS_ELEMENTS(ONE, MANY, MORE)                                            \
     ONE(cboSerialNumber, Combo)                                                                    \
@@ -63,6 +65,27 @@
     ONE(cmdSettings, Button)                                                                       \
     ONE(cmdSettingsAssume, Button)                                                                 \
     ONE(cmdSettingsCancel, Button)                                                                 \
+    ONE(cmdClose, Button)                                                                          \
+    ONE(lblSettingsWaiting, Label)                                                                 \
+    ONE(lblExtOfflineNote, Label)                                                                  \
+    ONE(lblNoManualRelease, Label)
+
+#define FRMEXTINGUISHDETAILS_ELEMENTS(ONE, MANY, MORE)                                             \
+    ONE(cboSerialNumber, Combo)                                                                    \
+    ONE(picExtOnline, Box)                                                                         \
+    ONE(lblExtOnlineLegend, Label)                                                                 \
+    ONE(lblMessages, Label)                                                                        \
+    MANY(picErr, Box, 0, 7)                                                                        \
+    MANY(lblErr, Label, 0, 7)                                                                      \
+    ONE(lblSoftwareNoLegend, Label)                                                                \
+    ONE(lblSoftwareNo, Label)                                                                      \
+    ONE(lblParameterNoLegend, Label)                                                               \
+    ONE(lblParameterNo, Label)                                                                     \
+    ONE(lblSerialNoLegend, Label)                                                                  \
+    ONE(lblSerialNo, Label)                                                                        \
+    MANY(picLegend, Box, 0, 1)                                                                     \
+    MANY(lblLegend, Label, 0, 1)                                                                   \
+    ONE(lblExtOfflineNote, Label)                                                                  \
     ONE(cmdClose, Button)
 
 #define FRMDEVICESETTINGS_ELEMENTS(ONE, MANY, MORE)                                                \
@@ -83,8 +106,11 @@
     ONE(cmdBetaSettings, Button)                                                                   \
     ONE(cmdBetaSettingsAssume, Button)                                                             \
     ONE(cmdBetaSettingsCancel, Button)                                                             \
+    ONE(lblSettingsWaiting, Label)                                                                 \
+    ONE(lblBetaSettingsWaiting, Label)                                                             \
     ONE(cmdClose, Button)
 
 MQ27_DECLARE_FORM(frmLocalizeLearn, FRMLOCALIZELEARN_ELEMENTS)
 MQ27_DECLARE_FORM(frmExtinguishSettings, FRMEXTINGUISHSETTINGS_ELEMENTS)
+MQ27_DECLARE_FORM(frmExtinguishDetails, FRMEXTINGUISHDETAILS_ELEMENTS)
 MQ27_DECLARE_FORM(frmDeviceSettings, FRMDEVICESETTINGS_ELEMENTS)

@@ -30,13 +30,7 @@ bool hasHelpPage(int topic) {
 // What later windows open; until they exist their entries are there but cannot be chosen.
 const QStringList& notYetAvailable() {
     static const QStringList elements = [] {
-        QStringList list = {el::mnuProtocolCreate,      el::mnuDeviceSettings,
-                            el::mnuExtinguishSettings,  el::cmdShowLocLearnMode[0],
-                            el::cmdShowLocLearnMode[1], el::cmdSettings,
-                            el::cmdAirFlowSet,          el::cmdRelaySet,
-                            el::cmdSensorTempAlarmSet};
-        for (int m = 0; m < 10; ++m)
-            list << el::cmdExtinguisherMessages[m];
+        QStringList list = {el::mnuProtocolCreate};
         return list;
     }();
     return elements;

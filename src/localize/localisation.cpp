@@ -3,39 +3,162 @@
 #include "common/appstate.h"
 #include "common/mainview_elements.h"
 #include "common/numberformat.h"
+#include "common/workwindow_elements.h"
+#include "display/mainview.h"
+#include "engine/commands.h"
+#include "engine/pollengine.h"
 #include "values/devicevalues.h"
 
+#include <cmath>
+#include <utility>
+
 namespace el = frmDisplay;
+namespace ll = frmLocalizeLearn;
 using numberformat::fixed;
 
 namespace {
 
 constexpr int kHoles = 5;
+constexpr int kLinesPerHole = 5;
+constexpr int kUnloadMs = 111;
+constexpr int kTimeoutMs = 3216;
+constexpr int kLocalisationParameter = 133;
+constexpr int kStringHole = 520;
+constexpr int kStringWaiting = 506;
+constexpr int kStringStillDifferent = 507;
+// A typed text longer than this is no number the device could take.
+constexpr qsizetype kLongestNumber = 16;
+// Neighbouring holes lie at least this far apart, in seconds of transport time.
+constexpr float kLeastDistance = 2.0F;
+
+// The LED states of the lamps, as the main view's LEDs hold them.
+constexpr double kDark = 0;
+constexpr double kFlash = 1;
+constexpr double kBlink = 2;
 
 std::int32_t wholeOrZero(double value) {
     return numberformat::toInt32(value).value_or(0);
 }
 
+std::size_t at(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+// What a measurement may change; locked while one runs.
+QStringList entryElements() {
+    QStringList list;
+    for (int i = 0; i < kHoles; ++i)
+        list << ll::optLocHole[i] << ll::txtLocTime[i];
+    list << ll::txtLocNumberOfHoles << ll::txtBlowTime << ll::txtBlowFanVoltage
+         << ll::txtSuckFanVoltage << ll::txtLocTemporaryBlowTimeMinutes
+         << ll::txtLocTemporaryBlowTimeSeconds << ll::cmdLocParameterAssume;
+    return list;
+}
+
 } // namespace
 
-Localisation::Localisation(AppState& state, DeviceValues& values)
+Localisation::Localisation(AppState& state, DeviceValues& values, DeviceCommands& commands,
+                           PollEngine& engine, MainView& mainView)
     : QObject()
     , m_state(state)
-    , m_values(values) {}
+    , m_values(values)
+    , m_commands(commands)
+    , m_mainView(mainView) {
+    connect(&m_tmrUnload, &FormTimer::timeout, this, &Localisation::tmrUnload_Timer);
+    connect(&m_tmrTimeout, &FormTimer::timeout, this, &Localisation::tmrTimeout_Timer);
+    connect(&m_tmrCompareLocalizeSet, &FormTimer::timeout, this,
+            &Localisation::tmrCompareLocalizeSet_Timer);
+    // The lamps go in the rhythm of the main view's LEDs.
+    LedRhythm& leds = m_mainView.leds();
+    connect(&leds.tmrFlash(), &FormTimer::timeout, this, [this] {
+        m_flashLit = !m_flashLit;
+        paintLamps(m_flashLit, m_blinkLit);
+    });
+    connect(&leds.tmrBlink(), &FormTimer::timeout, this, [this] {
+        m_blinkLit = !m_blinkLit;
+        paintLamps(m_flashLit, m_blinkLit);
+    });
+    connect(&engine, &PollEngine::writeSent, this, &Localisation::onWriteSent);
+    connect(&view(), &Form::clicked, this, &Localisation::onDisplayClicked);
+    Form& w = window();
+    connect(&w, &Form::clicked, this, &Localisation::onWindowClicked);
+    connect(&w, &Form::edited, this, &Localisation::onWindowEdited);
+    connect(&w, &Form::windowChanged, this,
+            [this](Form::WindowChange change) { onWindowChanged(static_cast<int>(change)); });
+    w.setVisible(ll::lblLocWaiting, false);
+    // Until the window is first opened it stands in the learn layout, nothing measured.
+    showLayout(true);
+    showMeasuring();
+}
+
+Form& Localisation::window() const {
+    return m_state.forms.frmLocalizeLearn();
+}
+
+Form& Localisation::view() const {
+    return m_state.forms.frmDisplay();
+}
+
+std::optional<double> Localisation::number(const QString& text) {
+    QString t = text.trimmed();
+    if (t.isEmpty() || t.size() > kLongestNumber) return std::nullopt;
+    t.replace(u',', u'.');
+    int digits = 0;
+    int points = 0;
+    for (qsizetype i = 0; i < t.size(); ++i) {
+        const QChar c = t[i];
+        if (c.isDigit() && c.unicode() < 128) {
+            ++digits;
+        } else if (c == u'.') {
+            if (++points > 1) return std::nullopt;
+        } else if (i != 0 || (c != u'+' && c != u'-')) {
+            return std::nullopt;
+        }
+    }
+    if (digits == 0) return std::nullopt;
+    bool ok = false;
+    const double value = QLocale::c().toDouble(t, &ok);
+    return ok && std::isfinite(value) ? std::optional<double>(value) : std::nullopt;
+}
+
+// A loop "for i from 0 to n - 1" over the holes: a count of 2.5 takes holes 0 and 1.
+int Localisation::holesOf(double count) const {
+    if (!(count >= 1)) return 0;
+    return count >= kHoles ? kHoles : static_cast<int>(std::floor(count));
+}
 
 void Localisation::ShowLocData() {
-    if (!m_values.get()) return;
+    clsMQ27Values* values = m_values.get();
+    if (!values) return;
+    clsMQ27Values& v = *values;
+    LocLearnModeActive = v.DET_GetLearningIsOn() != 0;
+    LocMeasuringActive = v.DET_GetLocIsActive() != 0;
+    showLamps();
+    showMeasuring();
     readBounds();
     showTransportTimes();
     showNumberOfHoles();
-    clsMQ27Values& v = *m_values.get();
-    Form& view = m_state.forms.frmDisplay();
+    Form& display = view();
     const QLocale& locale = m_state.locale;
-    view.setCaption(el::lblBlowTime, numberformat::plain(v.DET_GetBlowTime(), locale));
-    view.setCaption(el::lblSuckFanVoltage,
-                    fixed(static_cast<double>(v.DET_GetSuckFanLocVoltage()) / 1000, 1, locale));
-    view.setCaption(el::lblBlowFanVoltage,
-                    fixed(static_cast<double>(v.DET_GetBlowFanVoltage()) / 1000, 1, locale));
+    display.setCaption(el::lblBlowTime, numberformat::plain(v.DET_GetBlowTime(), locale));
+    display.setCaption(el::lblSuckFanVoltage,
+                       fixed(static_cast<double>(v.DET_GetSuckFanLocVoltage()) / 1000, 1, locale));
+    display.setCaption(el::lblBlowFanVoltage,
+                       fixed(static_cast<double>(v.DET_GetBlowFanVoltage()) / 1000, 1, locale));
+    showSmokeLevels();
+
+    if (!LocLearnModeActive && !LocMeasuringActive) {
+        LocMeasurementSeen = false;
+        LocHolesDone = 0;
+    }
+    if (!LocLearnModeActive) return;
+    if (LocMeasuringActive) {
+        LocMeasurementSeen = true;
+        return;
+    }
+    const double holes = number(window().caption(ll::txtLocNumberOfHoles)).value_or(0);
+    if (LocMeasurementSeen) evaluateMeasurement(holes);
+    checkTimeOrder(holes);
 }
 
 void Localisation::readBounds() {
@@ -47,9 +170,11 @@ void Localisation::readBounds() {
                                    v.DET_GetSuckTime3Max(), v.DET_GetSuckTime4Max(),
                                    v.DET_GetSuckTime5Max()};
     for (int i = 0; i < kHoles; ++i) {
-        LocHoleMinRead[static_cast<std::size_t>(i)] = wholeOrZero(minimum[i]);
-        LocHoleMaxRead[static_cast<std::size_t>(i)] = wholeOrZero(maximum[i]);
+        LocHoleMinRead[at(i)] = wholeOrZero(minimum[i]);
+        LocHoleMaxRead[at(i)] = wholeOrZero(maximum[i]);
     }
+    LocFirePlaceSuckTime = wholeOrZero(v.DET_GetFirePlaceSuckTime());
+    LocFirePlace = wholeOrZero(v.DET_GetFirePlace());
 }
 
 // A window reaches half-way to the next hole, so each hole's transport time is its doubled
@@ -61,19 +186,433 @@ void Localisation::showTransportTimes() {
         times[i] = i == 0 ? 2.0 * LocHoleMinRead[0] / 100
                           : 2.0 * LocHoleMaxRead[i - 1] / 100 - times[i - 1];
     }
-    Form& view = m_state.forms.frmDisplay();
     for (int i = 0; i < kHoles; ++i)
-        view.setCaption(el::lblLocTime[i], fixed(times[i], 1, m_state.locale));
+        view().setCaption(el::lblLocTime[i], fixed(times[i], 1, m_state.locale));
 }
 
 // The first hole without a time, counted from the last: a gap anywhere ends the pipe there.
 void Localisation::showNumberOfHoles() {
-    Form& view = m_state.forms.frmDisplay();
+    Form& display = view();
     int holes = kHoles;
     for (int i = kHoles - 1; i >= 0; --i) {
         bool isNumber = false;
-        const double time = m_state.locale.toDouble(view.caption(el::lblLocTime[i]), &isNumber);
+        const double time = m_state.locale.toDouble(display.caption(el::lblLocTime[i]), &isNumber);
         if (isNumber && time == 0) holes = i;
     }
-    view.setCaption(el::lblLocNumberOfHoles, QString::number(holes));
+    display.setCaption(el::lblLocNumberOfHoles, QString::number(holes));
+}
+
+void Localisation::showLamps() {
+    window().setValue(ll::picLocLearnModeLED, LocLearnModeActive ? kFlash : kDark);
+    window().setValue(ll::picLocLearnActivLED, LocMeasuringActive ? kBlink : kDark);
+    paintLamps(m_flashLit, m_blinkLit);
+}
+
+void Localisation::paintLamps(bool flashLit, bool blinkLit) {
+    Form& w = window();
+    const bool learnLit = w.value(ll::picLocLearnModeLED) == kFlash && flashLit;
+    const bool activLit = w.value(ll::picLocLearnActivLED) == kBlink && blinkLit;
+    w.setBackColor(ll::picLocLearnModeLED, learnLit ? colors::kGreen : colors::kWindowBackground);
+    w.setBackColor(ll::picLocLearnActivLED, activLit ? colors::kGreen : colors::kWindowBackground);
+}
+
+// The window's own bar graphs follow the smoke while a measurement draws it in.
+void Localisation::showSmokeLevels() {
+    clsMQ27Values& v = *m_values.get();
+    Form& w = window();
+    for (std::int16_t d = 0; d < 2; ++d)
+        w.setValue(ll::ctlSmokeLevel[d], static_cast<double>(v.DET_GetSmokeValueRatio(d)) / 10);
+    w.setVisible(ll::ctlSmokeLevel[1], v.GetHasTwoDetectors() != 0);
+}
+
+void Localisation::showMeasuring() {
+    Form& w = window();
+    w.setVisible(ll::cmdLocSingleHoleLearningStart, !LocMeasuringActive);
+    w.setVisible(ll::cmdLocSingleHoleLearningAbort, LocMeasuringActive);
+    for (const QString& element : entryElements())
+        w.setEnabled(element, !LocMeasuringActive);
+}
+
+// A measurement has just ended in learn mode: the lamp of the hole whose window holds the
+// time, and the time into the chosen hole's field.
+void Localisation::evaluateMeasurement(double holes) {
+    LocMeasurementSeen = false;
+    if (LocSingleHoleAborted) {
+        LocSingleHoleAborted = false;
+        return;
+    }
+    Form& w = window();
+    const int n = holesOf(holes);
+    const double suckTime = m_values.get()->DET_GetFirePlaceSuckTime();
+    for (int i = 0; i < n; ++i) {
+        if (suckTime >= LocHoleMinRead[at(i)] && suckTime <= LocHoleMaxRead[at(i)]) {
+            w.setBackColor(ll::picLocFirePlaceTest[i], colors::kRed);
+            break;
+        }
+        w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
+    }
+    for (int i = 0; i < n; ++i) {
+        if (!w.isChecked(ll::optLocHole[i])) continue;
+        w.setCaption(ll::txtLocTime[i], fixed(suckTime / 100, 1, m_state.locale));
+        LocHolesDone = static_cast<std::uint16_t>(LocHolesDone | (1U << i));
+    }
+    for (int i = 0; i < n; ++i)
+        if (LocHolesDone & (1U << i)) w.setBackColor(ll::txtLocTime[i], colors::kGreen);
+}
+
+// Each round marks the first fault it finds; a field found good keeps its colour.
+void Localisation::checkTimeOrder(double holes) {
+    Form& w = window();
+    const int n = holesOf(holes);
+    for (int i = 1; i < n; ++i) {
+        const std::optional<double> previous = number(w.caption(ll::txtLocTime[i - 1]));
+        const std::optional<double> time = number(w.caption(ll::txtLocTime[i]));
+        if (!previous) {
+            w.setBackColor(ll::txtLocTime[i - 1], colors::kYellow);
+        } else if (!time) {
+            w.setBackColor(ll::txtLocTime[i], colors::kYellow);
+        } else if (number(w.caption(ll::txtLocTime[0])).value_or(0) <= 0) {
+            w.setBackColor(ll::txtLocTime[0], colors::kYellow);
+        } else if (*time < *previous + 2) {
+            w.setBackColor(ll::txtLocTime[i], colors::kYellow);
+        }
+    }
+}
+
+void Localisation::cmdShowLocLearnMode_Click(int Index) {
+    if (Index < 0 || Index > 1) return;
+    Form& display = view();
+    if (!display.isChecked(el::chkLocalization[0])) {
+        if (UserDialogs* dialogs = m_state.services.dialogs)
+            dialogs->information(m_state.messages.notPossibleWithReason, m_state.g.gAppTitle);
+        return;
+    }
+    Q_EMIT languageRefreshNeeded();
+    window().setTitle(display.caption(el::tabDisplay[frmDisplayPage::Localisation]) +
+                      QStringLiteral(" - ") + display.caption(el::cmdShowLocLearnMode[Index]));
+    ShowLocLearnMode(Index);
+    window().show(true);
+}
+
+void Localisation::showLayout(bool learn) {
+    Form& w = window();
+    for (int i = 0; i < kHoles; ++i) {
+        w.setVisible(ll::optLocHole[i], learn);
+        w.setVisible(ll::txtLocTime[i], learn);
+        w.setVisible(ll::lblLocTimeUnit[i], learn);
+        w.setVisible(ll::lblLocPlace[i], !learn);
+        w.setVisible(ll::picLocFirePlaceTest[i], !learn);
+    }
+    for (const QString& element :
+         {ll::txtBlowTime.name(), ll::lblBlowTimeLegend.name(), ll::lblBlowTimeUnit.name(),
+          ll::txtBlowFanVoltage.name(), ll::lblBlowFanVoltageLegend.name(),
+          ll::lblBlowFanVoltageUnit.name(), ll::txtSuckFanVoltage.name(),
+          ll::lblSuckFanVoltageLegend.name(), ll::lblSuckFanVoltageUnit.name(),
+          ll::txtLocNumberOfHoles.name(), ll::lblLocNumberOfHolesLegend.name(),
+          ll::lblLocSingleHoleLearningLegend.name(), ll::lblLocLearnModeLEDLegend.name(),
+          ll::fraLocLernModeLegend.name(), ll::cmdLocParameterAssume.name()})
+        w.setVisible(element, learn);
+    for (int i = 0; i < 3; ++i)
+        w.setVisible(ll::cmdLocalizationHelp[i], learn);
+    for (const QString& element :
+         {ll::lblLocSingleHoleTestLegend.name(), ll::lblLocTestModeLEDLegend.name(),
+          ll::fraLocTestModeLegend.name()})
+        w.setVisible(element, !learn);
+}
+
+void Localisation::ShowLocLearnMode(int Index) {
+    m_tmrUnload.disable();
+    m_tmrTimeout.disable();
+    m_tmrUnload.setInterval(kUnloadMs);
+    m_tmrTimeout.setInterval(kTimeoutMs);
+    Form& w = window();
+    const Form& display = view();
+    for (int i = 0; i < kHoles; ++i) {
+        w.setBackColor(ll::txtLocTime[i], colors::kWindowBackground);
+        w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
+    }
+
+    showLayout(Index == 0);
+    showMeasuring();
+    LocHoleMinSet = LocHoleMinRead;
+    LocHoleMaxSet = LocHoleMaxRead;
+    for (int i = 0; i < kHoles; ++i)
+        w.setCaption(ll::txtLocTime[i], display.caption(el::lblLocTime[i]));
+    w.setCaption(ll::txtLocNumberOfHoles, display.caption(el::lblLocNumberOfHoles));
+    w.setToolTip(ll::txtLocNumberOfHoles, QStringLiteral("2 - 5"));
+    txtLocNumberOfHoles_Validate();
+
+    if (Index == 1) {
+        for (int i = 0; i < kHoles; ++i) {
+            w.setVisible(ll::optLocHole[i], false);
+            w.setVisible(ll::txtLocTime[i], false);
+            w.setVisible(ll::lblLocTimeUnit[i], false);
+            w.setVisible(ll::lblLocPlace[i], false);
+            w.setVisible(ll::picLocFirePlaceTest[i], false);
+            w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
+        }
+        const int holes = holesOf(number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
+        for (int i = 0; i < holes; ++i) {
+            w.setVisible(ll::picLocFirePlaceTest[i], true);
+            w.setVisible(ll::lblLocPlace[i], true);
+        }
+    }
+
+    const QString blowTime = display.caption(el::lblBlowTime);
+    w.setCaption(ll::txtBlowTime, blowTime);
+    w.setToolTip(ll::txtBlowTime, QStringLiteral("10 - 255 ") + w.caption(ll::lblBlowTimeUnit));
+    w.setCaption(ll::txtSuckFanVoltage, display.caption(el::lblSuckFanVoltage));
+    w.setCaption(ll::txtBlowFanVoltage, display.caption(el::lblBlowFanVoltage));
+    const SettingLimits& limits = m_mainView.limits();
+    const QString fanRange = numberformat::plain(limits.fanVoltageMin / 1000, m_state.locale) +
+                             QStringLiteral(" - ") +
+                             numberformat::plain(limits.fanVoltageMax / 1000, m_state.locale);
+    w.setToolTip(ll::txtSuckFanVoltage, fanRange + u' ' + w.caption(ll::lblSuckFanVoltageUnit));
+    w.setToolTip(ll::txtBlowFanVoltage, fanRange + u' ' + w.caption(ll::lblBlowFanVoltageUnit));
+
+    const std::int32_t seconds = wholeOrZero(number(blowTime).value_or(0));
+    w.setCaption(ll::txtLocTemporaryBlowTimeSeconds, QString::number(seconds % 60));
+    w.setCaption(ll::txtLocTemporaryBlowTimeMinutes, QString::number(seconds / 60));
+    const QString temporary =
+        QStringLiteral("10 ") + w.caption(ll::lblLocTemporaryBlowTimeSecondsUnit) +
+        QStringLiteral(" - 60 ") + w.caption(ll::lblLocTemporaryBlowTimeMinutesUnit);
+    w.setToolTip(ll::txtLocTemporaryBlowTimeSeconds, temporary);
+    w.setToolTip(ll::txtLocTemporaryBlowTimeMinutes, temporary);
+    showWaiting();
+}
+
+// The exact counts 2 to 4 shorten the pipe; any other count in range, such as 2.5, keeps
+// all five holes.
+void Localisation::txtLocNumberOfHoles_Validate() {
+    Form& w = window();
+    w.setBackColor(ll::txtLocNumberOfHoles, colors::kWindowBackground);
+    const std::optional<double> count = number(w.caption(ll::txtLocNumberOfHoles));
+    if (!count || *count < 2 || *count > kHoles) {
+        w.setBackColor(ll::txtLocNumberOfHoles, colors::kYellow);
+        return;
+    }
+    for (int i = 0; i < kHoles; ++i) {
+        w.setChecked(ll::optLocHole[i], false);
+        w.setVisible(ll::optLocHole[i], true);
+        w.setVisible(ll::txtLocTime[i], true);
+        w.setVisible(ll::lblLocTimeUnit[i], true);
+    }
+    for (int line = 0; line < kHoles * kLinesPerHole; ++line)
+        w.setVisible(ll::linLocPipe[line], true);
+    int firstHidden = kHoles;
+    if (*count == 2) firstHidden = 2;
+    if (*count == 3) firstHidden = 3;
+    if (*count == 4) firstHidden = 4;
+    for (int i = firstHidden; i < kHoles; ++i) {
+        w.setVisible(ll::optLocHole[i], false);
+        w.setVisible(ll::txtLocTime[i], false);
+        w.setVisible(ll::lblLocTimeUnit[i], false);
+        for (int line = 0; line < kLinesPerHole; ++line)
+            w.setVisible(ll::linLocPipe[i * kLinesPerHole + line], false);
+    }
+    w.setChecked(ll::optLocHole[0], true);
+}
+
+void Localisation::cmdLocSingleHoleLearningStart_Click() {
+    Form& w = window();
+    for (int i = 0; i < kHoles; ++i)
+        w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
+    if (m_commands.CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0)) return;
+    const int n = holesOf(number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
+    bool chosen = false;
+    for (int i = 0; i < n && !chosen; ++i)
+        chosen = w.isChecked(ll::optLocHole[i]);
+    if (!chosen) return;
+    m_commands.LocSingleHoleLearning(true, m_mainView.limits());
+    LocSingleHoleAborted = false;
+}
+
+void Localisation::cmdLocSingleHoleLearningAbort_Click() {
+    m_commands.LocSingleHoleLearning(false, m_mainView.limits());
+    LocSingleHoleAborted = true;
+}
+
+std::optional<Localisation::Windows>
+Localisation::windowsFromTimes(const std::vector<double>& times) {
+    const std::size_t n = times.size();
+    if (n < 2 || n > kHoles) return std::nullopt;
+    // In 0.01 s, halved: the bounds lie half-way between the holes' times.
+    auto bound = [](double seconds) { return numberformat::toInt32(seconds * 100 / 2); };
+    Windows w;
+    const auto first = bound(times[0]);
+    const auto last = bound(3 * times[n - 1] - times[n - 2]);
+    if (!first || !last) return std::nullopt;
+    w.minimum[0] = *first;
+    for (std::size_t i = 0; i + 1 < n; ++i) {
+        const auto middle = bound(times[i] + times[i + 1]);
+        if (!middle) return std::nullopt;
+        w.maximum[i] = *middle;
+        w.minimum[i + 1] = *middle + 1;
+    }
+    w.maximum[n - 1] = *last;
+    return w;
+}
+
+void Localisation::cmdLocParameterAssume_Click() {
+    Form& w = window();
+    if (m_commands.CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0)) return;
+    const int n = holesOf(number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
+    bool bad = false;
+    for (int i = 0; i < n; ++i)
+        bad = m_commands.CheckTextInput(w, ll::txtLocTime[i], 0, 655.35, 1) || bad;
+    if (bad) return;
+    std::vector<double> times;
+    for (int i = 0; i < n; ++i)
+        times.push_back(number(w.caption(ll::txtLocTime[i])).value_or(0));
+    for (int i = 1; i < n; ++i) {
+        const bool apart = static_cast<float>(times[at(i)]) >=
+                           static_cast<float>(times[at(i - 1)]) + kLeastDistance;
+        w.setBackColor(ll::txtLocTime[i], apart ? colors::kWindowBackground : colors::kYellow);
+        bad = bad || !apart;
+    }
+    if (bad) return;
+    if (times.empty() || times[0] <= 0) {
+        w.setBackColor(ll::txtLocTime[0], colors::kYellow);
+        return;
+    }
+    const std::optional<Windows> windows = windowsFromTimes(times);
+    if (!windows) return;
+    LocHoleMinSet = windows->minimum;
+    LocHoleMaxSet = windows->maximum;
+    DeviceCommands::LocalisationWindows written;
+    written.minimum = LocHoleMinSet;
+    written.maximum = LocHoleMaxSet;
+    written.holes = n;
+    written.learnModeActive = LocLearnModeActive;
+    m_commands.LocParameterAssume(written, m_mainView.limits());
+}
+
+void Localisation::cmdLocParameterAbort_Click() {
+    if (LocLearnModeActive) {
+        UserDialogs* dialogs = m_state.services.dialogs;
+        if (!dialogs) return;
+        const UserDialogs::Answer answer = dialogs->messageBox(
+            m_state.messages.normalModeWarning, m_state.g.gAppTitle, UserDialogs::Buttons::YesNo,
+            UserDialogs::Icon::Warning, UserDialogs::Answer::No);
+        if (answer != UserDialogs::Answer::Yes) return;
+    }
+    m_commands.LocParameterAbort();
+    m_tmrUnload.enable();
+    m_tmrTimeout.enable();
+}
+
+void Localisation::tmrUnload_Timer() {
+    if (!LocLearnModeActive) closeWindow();
+}
+
+void Localisation::tmrTimeout_Timer() {
+    m_tmrUnload.disable();
+    m_tmrTimeout.disable();
+    if (!LocLearnModeActive) return;
+    const Form& w = window();
+    const QString mode = w.isVisible(ll::lblLocTestModeLEDLegend)
+                             ? w.caption(ll::lblLocTestModeLEDLegend)
+                             : w.caption(ll::lblLocLearnModeLEDLegend);
+    UserDialogs* dialogs = m_state.services.dialogs;
+    if (!dialogs) return;
+    const UserDialogs::Answer answer =
+        dialogs->messageBox(m_state.messages.notPossible + u' ' + mode + u'!', m_state.g.gAppTitle,
+                            UserDialogs::Buttons::AbortRetryIgnore, UserDialogs::Icon::Warning,
+                            UserDialogs::Answer::Retry);
+    if (answer == UserDialogs::Answer::Retry) {
+        m_commands.LocParameterAbort();
+        m_tmrUnload.enable();
+        m_tmrTimeout.enable();
+    } else if (answer == UserDialogs::Answer::Ignore) {
+        closeWindow();
+    }
+}
+
+QStringList Localisation::differences() const {
+    QStringList differing;
+    for (int i = 0; i < kHoles; ++i)
+        if (LocHoleMinSet[at(i)] != LocHoleMinRead[at(i)] ||
+            LocHoleMaxSet[at(i)] != LocHoleMaxRead[at(i)])
+            differing << m_state.str(kStringHole) + u' ' + QString::number(i + 1);
+    const Form& w = window();
+    const Form& display = view();
+    const std::pair<QString, QString> texts[] = {
+        {ll::txtBlowTime, el::lblBlowTime},
+        {ll::txtBlowFanVoltage, el::lblBlowFanVoltage},
+        {ll::txtSuckFanVoltage, el::lblSuckFanVoltage},
+    };
+    const QString legends[] = {ll::lblBlowTimeLegend, ll::lblBlowFanVoltageLegend,
+                               ll::lblSuckFanVoltageLegend};
+    for (std::size_t i = 0; i < std::size(texts); ++i)
+        if (w.caption(texts[i].first) != display.caption(texts[i].second))
+            differing << w.caption(legends[i]);
+    return differing;
+}
+
+void Localisation::tmrCompareLocalizeSet_Timer() {
+    if (LocLearnModeActive) {
+        showWaiting();
+        return;
+    }
+    if (!differences().isEmpty()) {
+        showWaiting();
+        return;
+    }
+    m_tmrCompareLocalizeSet.disable();
+    closeWindow();
+}
+
+void Localisation::onWriteSent(int command) {
+    if (command != kLocalisationParameter) return;
+    m_tmrCompareLocalizeSet.enable();
+    m_sentAt.start();
+    showWaiting();
+}
+
+// While the written parameters are awaited the window says so, with the time since the
+// write went out and what still differs.
+void Localisation::showWaiting() {
+    Form& w = window();
+    const bool waiting = m_tmrCompareLocalizeSet.isEnabled();
+    w.setVisible(ll::lblLocWaiting, waiting);
+    if (!waiting) {
+        w.setCaption(ll::lblLocWaiting, QString());
+        return;
+    }
+    const qint64 seconds = m_sentAt.isValid() ? m_sentAt.elapsed() / 1000 : 0;
+    QString text = m_state.str(kStringWaiting).arg(seconds);
+    const QStringList differing = differences();
+    if (!differing.isEmpty())
+        text +=
+            u' ' + m_state.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
+    w.setCaption(ll::lblLocWaiting, text);
+}
+
+void Localisation::closeWindow() {
+    window().unload();
+}
+
+void Localisation::onWindowChanged(int change) {
+    const auto what = static_cast<Form::WindowChange>(change);
+    if (what != Form::WindowChange::Hidden && what != Form::WindowChange::Unloaded) return;
+    m_tmrCompareLocalizeSet.disable();
+    m_tmrUnload.disable();
+    m_tmrTimeout.disable();
+    showWaiting();
+}
+
+void Localisation::onDisplayClicked(const QString& element) {
+    for (int i = 0; i < 2; ++i)
+        if (element == el::cmdShowLocLearnMode[i]) cmdShowLocLearnMode_Click(i);
+}
+
+void Localisation::onWindowClicked(const QString& element) {
+    if (element == ll::cmdLocSingleHoleLearningStart) cmdLocSingleHoleLearningStart_Click();
+    if (element == ll::cmdLocSingleHoleLearningAbort) cmdLocSingleHoleLearningAbort_Click();
+    if (element == ll::cmdLocParameterAssume) cmdLocParameterAssume_Click();
+    if (element == ll::cmdLocParameterAbort) cmdLocParameterAbort_Click();
+}
+
+void Localisation::onWindowEdited(const QString& element) {
+    if (element == ll::txtLocNumberOfHoles) txtLocNumberOfHoles_Validate();
 }

@@ -1,34 +1,127 @@
 #pragma once
 
+#include "common/formtimer.h"
+
 #include <array>
 #include <cstdint>
+#include <optional>
+#include <vector>
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QString>
+#include <QStringList>
 
 class AppState;
+class DeviceCommands;
 class DeviceValues;
+class Form;
+class LedRhythm;
+class MainView;
+class PollEngine;
 
-// The localisation of a fire along the aspiration pipe, as the main view keeps it current:
-// the device's time windows of the five holes, turned back into the transport times the
-// engineer learned, the number of holes, the blow time and the fan voltages.
+// The localisation of a fire along the aspiration pipe. The main view's refresh keeps its
+// labels current (the device's time windows of the five holes, turned back into the
+// transport times the engineer learned, the number of holes, the blow time and the fan
+// voltages), and the learn and test window frmLocalizeLearn trains and tries the windows.
+// The device holds the state: learn mode and a running measurement are read back on every
+// refresh, and the window follows them.
 class Localisation : public QObject {
     Q_OBJECT
 
 public:
-    Localisation(AppState& state, DeviceValues& values);
+    Localisation(AppState& state, DeviceValues& values, DeviceCommands& commands,
+                 PollEngine& engine, MainView& mainView);
 
     // At the head of every refresh of the main view.
     void ShowLocData();
 
-    // Window bounds of each hole as last read, in 0.01 s.
+    // 0 the learn layout, any other the test layout.
+    void ShowLocLearnMode(int Index);
+
+    // The handlers of the window and of the main view's buttons.
+    void cmdShowLocLearnMode_Click(int Index);
+    void txtLocNumberOfHoles_Validate();
+    void cmdLocSingleHoleLearningStart_Click();
+    void cmdLocSingleHoleLearningAbort_Click();
+    void cmdLocParameterAssume_Click();
+    void cmdLocParameterAbort_Click();
+    void tmrUnload_Timer();
+    void tmrTimeout_Timer();
+    void tmrCompareLocalizeSet_Timer();
+
+    // The windows that the transport times `times` of the holes give, in 0.01 s: each
+    // window reaches half-way to its neighbours, the last as far beyond its hole. Nothing
+    // for fewer than two times.
+    struct Windows {
+        std::array<std::int32_t, 5> minimum{};
+        std::array<std::int32_t, 5> maximum{};
+    };
+    static std::optional<Windows> windowsFromTimes(const std::vector<double>& times);
+
+    FormTimer& tmrUnload() { return m_tmrUnload; }
+    FormTimer& tmrTimeout() { return m_tmrTimeout; }
+    FormTimer& tmrCompareLocalizeSet() { return m_tmrCompareLocalizeSet; }
+
+    // The device's two bits as last read.
+    bool LocLearnModeActive = false;
+    bool LocMeasuringActive = false;
+    // The user ended the running measurement: its result is no transport time.
+    bool LocSingleHoleAborted = false;
+    // A measurement was seen running since the last evaluation.
+    bool LocMeasurementSeen = false;
+    // Bit i: hole i has had a time measured in the present learn mode.
+    std::uint16_t LocHolesDone = 0;
+
+    // Window bounds of each hole as last read, and as the window wants them written; 0.01 s.
     std::array<std::int32_t, 5> LocHoleMinRead{};
     std::array<std::int32_t, 5> LocHoleMaxRead{};
+    std::array<std::int32_t, 5> LocHoleMinSet{};
+    std::array<std::int32_t, 5> LocHoleMaxSet{};
+    std::int32_t LocFirePlaceSuckTime = 0;
+    std::int32_t LocFirePlace = 0;
+
+    // What still differs between the written parameters and the device's, by legend.
+    QStringList differences() const;
+
+Q_SIGNALS:
+    // Every text of every window is to be set in the present language.
+    void languageRefreshNeeded();
 
 private:
     void readBounds();
     void showTransportTimes();
     void showNumberOfHoles();
+    void showLamps();
+    void showSmokeLevels();
+    void showMeasuring();
+    void showLayout(bool learn);
+    void evaluateMeasurement(double holes);
+    void checkTimeOrder(double holes);
+    void paintLamps(bool flashLit, bool blinkLit);
+    void showWaiting();
+    void closeWindow();
+    void onWindowChanged(int change);
+    void onDisplayClicked(const QString& element);
+    void onWindowClicked(const QString& element);
+    void onWindowEdited(const QString& element);
+    void onWriteSent(int command);
+
+    Form& window() const;
+    Form& view() const;
+    // The number in a field, with a point or a comma as its mark; nothing when it is none.
+    static std::optional<double> number(const QString& text);
+    // The holes a field's count stands for, as a loop up to it counts them.
+    int holesOf(double count) const;
 
     AppState& m_state;
     DeviceValues& m_values;
+    DeviceCommands& m_commands;
+    MainView& m_mainView;
+    FormTimer m_tmrUnload{111};
+    FormTimer m_tmrTimeout{3216};
+    FormTimer m_tmrCompareLocalizeSet{100};
+    QElapsedTimer m_sentAt;
+    bool m_flashLit = false;
+    bool m_blinkLit = false;
 };

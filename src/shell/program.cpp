@@ -1,13 +1,17 @@
 #include "shell/program.h"
 
+#include "devicesettings/devicesettings.h"
 #include "display/mainview.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
 #include "engine/telegramdecoder.h"
+#include "extinguish/extinguishdetails.h"
+#include "extinguish/extinguishsettings.h"
 #include "files/devicefiles.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
 #include "localize/localisation.h"
+#include "localize/localizetexts.h"
 #include "search/devicesearch.h"
 #include "shell/appshell.h"
 #include "shell/helplink.h"
@@ -25,9 +29,15 @@ Program::Program(const Services& services, SerialPortDevice* port, QObject* pare
     m_commands = std::make_unique<DeviceCommands>(m_state, *m_engine, m_values);
     m_files = std::make_unique<DeviceFiles>(m_state, *m_link, *m_recognition, m_values);
     m_search = std::make_unique<DeviceSearch>(m_state, *m_link, *m_recognition, *m_engine);
-    m_localisation = std::make_unique<Localisation>(m_state, m_values);
     m_mainView =
         std::make_unique<MainView>(m_state, m_values, *m_commands, *m_engine, *m_files, *m_search);
+    m_localisation =
+        std::make_unique<Localisation>(m_state, m_values, *m_commands, *m_engine, *m_mainView);
+    m_deviceSettings = std::make_unique<DeviceSettings>(m_state, *m_commands, *m_engine, m_values,
+                                                        m_mainView->limits());
+    m_extinguishDetails = std::make_unique<ExtinguishDetails>(m_state, m_values);
+    m_extinguishSettings = std::make_unique<ExtinguishSettings>(m_state, m_values, *m_commands,
+                                                                *m_engine, m_mainView->limits());
     m_languages = std::make_unique<Languages>(m_state);
     m_help = std::make_unique<HelpLink>(m_state);
     m_shell =
@@ -70,4 +80,21 @@ void Program::connectParts() {
         },
         direct);
     connect(m_shell.get(), &AppShell::quitRequested, this, &Program::quitRequested, direct);
+    connect(m_localisation.get(), &Localisation::languageRefreshNeeded, this, refreshLanguage,
+            direct);
+    connect(
+        m_languages.get(), &Languages::languageSwitched, this,
+        [this](int language) {
+            ApplyLocalizeLearnTexts(m_state.forms.frmLocalizeLearn(), language);
+        },
+        direct);
+    connect(m_extinguishDetails.get(), &ExtinguishDetails::helpRequested, m_mainView.get(),
+            &MainView::Help_Table, direct);
+    connect(m_languages.get(), &Languages::languageSwitched, m_extinguishDetails.get(),
+            &ExtinguishDetails::applyTexts, direct);
+    connect(m_languages.get(), &Languages::languageSwitched, m_extinguishSettings.get(),
+            &ExtinguishSettings::applyTexts, direct);
+    // After the main view's texts: the window's title is the main view's menu entry.
+    connect(m_languages.get(), &Languages::languageSwitched, m_deviceSettings.get(),
+            &DeviceSettings::ApplyTexts, direct);
 }

@@ -17,7 +17,10 @@ class DeviceCommands;
 class DeviceSearch;
 class DeviceFiles;
 class Localisation;
+class DeviceSettings;
 class MainView;
+class ExtinguishDetails;
+class ExtinguishSettings;
 class Languages;
 class HelpLink;
 class AppShell;
@@ -52,8 +55,11 @@ public:
     DeviceCommands& commands() { return *m_commands; }
     DeviceSearch& search() { return *m_search; }
     Localisation& localisation() { return *m_localisation; }
+    DeviceSettings& deviceSettings() { return *m_deviceSettings; }
     DeviceFiles& files() { return *m_files; }
     MainView& mainView() { return *m_mainView; }
+    ExtinguishDetails& extinguishDetails() { return *m_extinguishDetails; }
+    ExtinguishSettings& extinguishSettings() { return *m_extinguishSettings; }
     Languages& languages() { return *m_languages; }
     HelpLink& help() { return *m_help; }
     AppShell& shell() { return *m_shell; }
@@ -76,6 +82,9 @@ private:
     std::unique_ptr<DeviceSearch> m_search;
     std::unique_ptr<Localisation> m_localisation;
     std::unique_ptr<MainView> m_mainView;
+    std::unique_ptr<ExtinguishDetails> m_extinguishDetails;
+    std::unique_ptr<ExtinguishSettings> m_extinguishSettings;
+    std::unique_ptr<DeviceSettings> m_deviceSettings;
     std::unique_ptr<Languages> m_languages;
     std::unique_ptr<HelpLink> m_help;
     std::unique_ptr<AppShell> m_shell;

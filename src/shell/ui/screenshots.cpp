@@ -9,12 +9,34 @@
 #include <QTabWidget>
 #include <QWidget>
 
+#include <vector>
+
 namespace {
 
 // Long enough for every telegram of a read-out to arrive and the LEDs to have blinked.
 constexpr int kSettleMs = 4000;
 constexpr const char* kPageNames[] = {"status", "measurement",  "messages",  "settings",
                                       "relays", "localisation", "modules-a", "modules-b"};
+// Long enough for a working window's first refreshes (234 ms apart) to have filled it.
+constexpr int kWindowSettleMs = 800;
+
+// The working windows, each opened through the main view's own button or menu entry.
+struct WindowShot {
+    QString opener; // on the main view
+    QString form;
+    const char* name;
+};
+
+const std::vector<WindowShot>& windowShots() {
+    static const std::vector<WindowShot> shots = {
+        {frmDisplay::cmdShowLocLearnMode[0], formname::frmLocalizeLearn, "localisation-learn"},
+        {frmDisplay::cmdShowLocLearnMode[1], formname::frmLocalizeLearn, "localisation-test"},
+        {frmDisplay::cmdExtinguisherMessages[0], formname::frmExtinguishDetails, "module-details"},
+        {frmDisplay::mnuExtinguishSettings, formname::frmExtinguishSettings, "module-settings"},
+        {frmDisplay::mnuDeviceSettings, formname::frmDeviceSettings, "device-settings"},
+    };
+    return shots;
+}
 
 } // namespace
 
@@ -52,5 +74,28 @@ void ScreenshotRun::capture() {
             m_prefix + u'-' + QLatin1String(kPageNames[page]) + QStringLiteral(".png")));
     }
     tabs->setCurrentIndex(0);
-    QApplication::exit(0);
+    captureWindow(0);
+}
+
+// One working window after the other, each given time to fill, then the tool ends. A window
+// that the device doesn't offer (its opener hidden or disabled) is left out.
+void ScreenshotRun::captureWindow(std::size_t index) {
+    Form& view = m_runtime.app().forms().frmDisplay();
+    while (index < windowShots().size() && !(view.isVisible(windowShots()[index].opener) &&
+                                             view.isEnabled(windowShots()[index].opener)))
+        ++index;
+    if (index >= windowShots().size()) {
+        QApplication::exit(0);
+        return;
+    }
+    const WindowShot& shot = windowShots()[index];
+    view.click(shot.opener);
+    QTimer::singleShot(kWindowSettleMs, this, [this, index, &shot] {
+        Form& form = m_runtime.app().forms().get(shot.form);
+        if (QWidget* window = m_runtime.window(shot.form); window && form.isShown())
+            window->grab().save(QDir(m_folder).filePath(m_prefix + u'-' + QLatin1String(shot.name) +
+                                                        QStringLiteral(".png")));
+        form.hide();
+        captureWindow(index + 1);
+    });
 }

@@ -10,8 +10,8 @@ class ToolRuntime;
 
 // Pictures of the main view for the documentation: once the main view has shown a device
 // for a few seconds, every page that the device has is saved as
-// <folder>/<prefix>-<page>.png, and the tool ends. Started by the environment variables
-// MQ27D_SCREENSHOTS (the folder) and MQ27D_SCREENSHOT_PREFIX.
+// <folder>/<prefix>-<page>.png, then every working window that it offers, and the tool ends.
+// Started by the environment variables MQ27D_SCREENSHOTS (the folder) and MQ27D_SCREENSHOT_PREFIX.
 class ScreenshotRun : public QObject {
     Q_OBJECT
 
@@ -23,6 +23,7 @@ public:
 
 private:
     void capture();
+    void captureWindow(std::size_t index);
 
     ToolRuntime& m_runtime;
     QString m_folder;

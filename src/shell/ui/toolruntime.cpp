@@ -3,8 +3,12 @@
 #include "common/platformservices.h"
 #include "common/ui/artwork.h"
 #include "common/ui/widgetdialogs.h"
+#include "devicesettings/ui/frmdevicesettings.h"
 #include "display/ui/frmdisplay.h"
+#include "extinguish/ui/frmextinguishdetails.h"
+#include "extinguish/ui/frmextinguishsettings.h"
 #include "link/qtserialportdevice.h"
+#include "localize/ui/frmlocalizelearn.h"
 #include "search/ui/frmconnect.h"
 #include "search/ui/frmdevicesearch.h"
 #include "shell/appshell.h"
@@ -90,6 +94,18 @@ void ToolRuntime::createWindows() {
     add(forms.frmAbout(), std::make_unique<frmAboutWindow>(forms.frmAbout()));
     add(forms.frmConnect(), std::make_unique<frmConnectWindow>(forms.frmConnect()));
     add(forms.frmDeviceSearch(), std::make_unique<frmDeviceSearchWindow>(forms.frmDeviceSearch()));
+    add(forms.frmLocalizeLearn(),
+        std::make_unique<frmLocalizeLearnWindow>(forms.frmLocalizeLearn(),
+                                                 [this](int index) { return m_app->str(index); }));
+    add(forms.frmExtinguishDetails(),
+        std::make_unique<frmExtinguishDetailsWindow>(
+            forms.frmExtinguishDetails(), [this](int index) { return m_app->str(index); }));
+    add(forms.frmExtinguishSettings(),
+        std::make_unique<frmExtinguishSettingsWindow>(
+            forms.frmExtinguishSettings(), [this](int index) { return m_app->str(index); }));
+    add(forms.frmDeviceSettings(),
+        std::make_unique<frmDeviceSettingsWindow>(forms.frmDeviceSettings(),
+                                                  [this](int index) { return m_app->str(index); }));
 }
 
 QStringList ToolRuntime::windowNames() const {

@@ -225,7 +225,9 @@ private Q_SLOTS:
         app.search().mnuDeviceSearch_Click();
         for (const QString& name :
              {formname::frmMQ27D, formname::frmInterface, formname::frmLanguage, formname::frmAbout,
-              formname::frmConnect, formname::frmDeviceSearch}) {
+              formname::frmConnect, formname::frmDeviceSearch, formname::frmDeviceSettings,
+              formname::frmExtinguishDetails, formname::frmExtinguishSettings,
+              formname::frmLocalizeLearn}) {
             QWidget* window = runtime->window(name);
             window->show();
             QVERIFY(QTest::qWaitForWindowExposed(window));

@@ -1,0 +1,279 @@
+#include "extinguish/extinguishsettings.h"
+
+#include "common/appstate.h"
+#include "common/colors.h"
+#include "common/mainview_elements.h"
+#include "common/numberformat.h"
+#include "common/workwindow_elements.h"
+#include "engine/commands.h"
+#include "engine/pollengine.h"
+#include "engine/settinglimits.h"
+#include "extinguish/modulechoice.h"
+#include "values/devicevalues.h"
+
+#include <cmath>
+
+namespace el = frmExtinguishSettings;
+
+namespace {
+
+constexpr int kRows = 3;
+constexpr int kModuleSettingsCommand = 136;
+constexpr int kStringWaiting = 506;
+constexpr int kStringStillDifferent = 507;
+constexpr int kStringOffline = 540;
+constexpr int kStringNoManualRelease = 541;
+constexpr int kStringBusModules = 369;
+constexpr int kStringOhm = 414;
+
+// A whole number in full, as the field's check writes it back ("50000000", never "5e+07"),
+// so that a value the device took reads back as the text that was sent; anything else as
+// the shortest text of its value, which then differs from any field.
+QString shown(double value, const QLocale& locale) {
+    if (std::isfinite(value) && value == std::trunc(value) && std::fabs(value) < 1e15)
+        return numberformat::fixed(value, 0, locale);
+    return numberformat::plain(static_cast<float>(value), locale);
+}
+
+} // namespace
+
+ExtinguishSettings::ExtinguishSettings(AppState& state, DeviceValues& values,
+                                       DeviceCommands& commands, PollEngine& engine,
+                                       const SettingLimits& limits)
+    : QObject()
+    , m_state(state)
+    , m_values(values)
+    , m_commands(commands)
+    , m_limits(limits) {
+    Form& w = window();
+    connect(&w, &Form::loaded, this, &ExtinguishSettings::Form_Load);
+    connect(&w, &Form::clicked, this, &ExtinguishSettings::onClicked);
+    connect(&w, &Form::edited, this, &ExtinguishSettings::onEdited);
+    connect(&w, &Form::windowChanged, this, &ExtinguishSettings::onWindowChanged);
+    connect(&engine, &PollEngine::writeSent, this, &ExtinguishSettings::onWriteSent);
+    connect(&m_tmrRefresh, &FormTimer::timeout, this, &ExtinguishSettings::GetExtSettings);
+    connect(&m_tmrCompareSettings, &FormTimer::timeout, this,
+            &ExtinguishSettings::tmrCompareSettings_Timer);
+    connect(&m_state.forms.frmDisplay(), &Form::clicked, this, [this](const QString& element) {
+        if (element == frmDisplay::mnuExtinguishSettings) ShowExtSettings(0);
+    });
+}
+
+Form& ExtinguishSettings::window() const {
+    return m_state.forms.frmExtinguishSettings();
+}
+
+ExtinguishSettings::State ExtinguishSettings::state() const {
+    if (!m_editing) return State::Viewing;
+    return m_tmrCompareSettings.isEnabled() ? State::Waiting : State::Editing;
+}
+
+void ExtinguishSettings::ShowExtSettings(int Index) {
+    Form& w = window();
+    w.load();
+    applyTexts();
+    m_extModuleIndex = modulechoice::clamped(Index);
+    w.setValue(el::cboSerialNumber, m_extModuleIndex);
+    setHints();
+    cmdSettingsCancel_Click();
+    m_tmrRefresh.enable();
+    w.centreOver(m_state.forms.frmDisplay());
+    w.show(true);
+}
+
+void ExtinguishSettings::GetExtSettings() {
+    clsMQ27Values* values = m_values.get();
+    if (!values) return;
+    Form& w = window();
+    const QLocale& locale = m_state.locale;
+    modulechoice::followBus(w, el::cboSerialNumber, *values, locale);
+    const auto m = static_cast<std::int16_t>(m_extModuleIndex);
+    const bool hasLine = values->EXT_GetHasManualActivationLine(m) != 0;
+    if (!hasLine) {
+        for (int i = 0; i < kRows; ++i)
+            w.setCaption(el::lblParameterValue[i], QString());
+    } else {
+        w.setCaption(el::lblParameterValue[0], shown(values->EXT_GetAlarmResistorValue(m), locale));
+        w.setCaption(el::lblParameterValue[1],
+                     shown(values->EXT_GetNormalResistorValue(m), locale));
+        w.setCaption(el::lblParameterValue[2],
+                     shown(values->EXT_GetResistorValueTolerance(m), locale));
+    }
+    w.setVisible(el::fraButtons[0], hasLine);
+    w.setVisible(el::fraButtons[1], !hasLine);
+    const bool online = values->EXT_GetIsOnline(m) != 0;
+    w.setBackColor(el::picExtOnline, online ? colors::kGreen : colors::kWindowBackground);
+    w.setVisible(el::lblExtOfflineNote, !online);
+    if (state() == State::Waiting) showWaiting(differences());
+}
+
+void ExtinguishSettings::applyTexts() {
+    Form& w = window();
+    const AppState& s = m_state;
+    w.setTitle(s.g.gAppTitle + QStringLiteral(" - ") + s.str(kStringBusModules));
+    const std::pair<QString, int> texts[] = {
+        {el::lblExtSettings, 412},
+        {el::lblSerialNoLegend, 47},
+        {el::lblExtOnlineLegend, 401},
+        {el::lblParameterName[0], 413},
+        {el::lblParameterName[1], 415},
+        {el::lblParameterName[2], 416},
+        {el::lblParameterUnit[0], kStringOhm},
+        {el::lblParameterUnit[1], kStringOhm},
+        {el::cmdSettings, 48},
+        {el::cmdSettingsAssume, 51},
+        {el::cmdSettingsCancel, 49},
+        {el::cmdClose, 76},
+        {el::lblExtOfflineNote, kStringOffline},
+        {el::lblNoManualRelease, kStringNoManualRelease},
+    };
+    for (const auto& [element, index] : texts)
+        w.setCaption(element, s.str(index));
+    w.setCaption(el::lblParameterUnit[2], QStringLiteral("%"));
+    if (w.isLoaded()) setHints();
+    if (state() == State::Waiting) showWaiting(differences());
+}
+
+// Each field tells its range: low bound, " - ", high bound, a blank and the unit.
+void ExtinguishSettings::setHints() {
+    Form& w = window();
+    const QLocale& locale = m_state.locale;
+    const struct {
+        double low, high;
+        QString unit;
+    } ranges[kRows] = {
+        {m_limits.resistorMin, m_limits.resistorMax, w.caption(el::lblParameterUnit[0])},
+        {m_limits.resistorMin, m_limits.resistorMax, w.caption(el::lblParameterUnit[1])},
+        {m_limits.toleranceMin, m_limits.toleranceMax, w.caption(el::lblParameterUnit[2])},
+    };
+    for (int i = 0; i < kRows; ++i)
+        w.setToolTip(el::txtParameterValue[i],
+                     shown(ranges[i].low, locale) + QStringLiteral(" - ") +
+                         shown(ranges[i].high, locale) + u' ' + ranges[i].unit);
+}
+
+void ExtinguishSettings::cboSerialNumber_Click() {
+    Form& w = window();
+    m_extModuleIndex = modulechoice::chosen(w, el::cboSerialNumber);
+    GetExtSettings();
+    for (int i = 0; i < kRows; ++i)
+        w.setCaption(el::txtParameterValue[i], w.caption(el::lblParameterValue[i]));
+}
+
+void ExtinguishSettings::cmdSettings_Click() {
+    GetExtSettings();
+    Form& w = window();
+    for (int i = 0; i < kRows; ++i) {
+        w.setCaption(el::txtParameterValue[i], w.caption(el::lblParameterValue[i]));
+        w.setBackColor(el::txtParameterValue[i], colors::kWindowBackground);
+        w.setVisible(el::lblParameterValue[i], false);
+        w.setVisible(el::txtParameterValue[i], true);
+    }
+    w.setVisible(el::cmdSettingsAssume, true);
+    w.setVisible(el::cmdSettingsCancel, true);
+    w.setVisible(el::cmdSettings, false);
+    w.setEnabled(el::cboSerialNumber, false);
+    m_editing = true;
+}
+
+// A field that fails its check turns yellow and nothing goes out; the comparison runs all
+// the same and finds no match until the field is corrected or the edit cancelled.
+void ExtinguishSettings::cmdSettingsAssume_Click() {
+    if (!m_editing) return;
+    if (m_commands.BusItemSettings(m_limits)) m_sentAt.start();
+    m_tmrCompareSettings.enable();
+    showWaiting(differences());
+}
+
+void ExtinguishSettings::tmrCompareSettings_Timer() {
+    GetExtSettings();
+    const QStringList differing = differences();
+    if (differing.isEmpty())
+        cmdSettingsCancel_Click();
+    else
+        showWaiting(differing);
+}
+
+void ExtinguishSettings::cmdSettingsCancel_Click() {
+    Form& w = window();
+    for (int i = 0; i < kRows; ++i) {
+        w.setVisible(el::txtParameterValue[i], false);
+        w.setVisible(el::lblParameterValue[i], true);
+    }
+    w.setVisible(el::cmdSettingsAssume, false);
+    w.setVisible(el::cmdSettings, true);
+    w.setVisible(el::cmdSettingsCancel, false);
+    w.setEnabled(el::cboSerialNumber, true);
+    m_tmrCompareSettings.disable();
+    m_editing = false;
+    m_sentAt.invalidate();
+    showWaiting({});
+    GetExtSettings();
+}
+
+QStringList ExtinguishSettings::differences() const {
+    const Form& w = window();
+    QStringList differing;
+    for (int i = 0; i < kRows; ++i)
+        if (w.caption(el::lblParameterValue[i]) != w.caption(el::txtParameterValue[i]))
+            differing << w.caption(el::lblParameterName[i]);
+    return differing;
+}
+
+void ExtinguishSettings::showWaiting(const QStringList& differing) {
+    Form& w = window();
+    const bool waiting = state() == State::Waiting;
+    w.setVisible(el::lblSettingsWaiting, waiting);
+    if (!waiting) {
+        w.setCaption(el::lblSettingsWaiting, QString());
+        return;
+    }
+    const qint64 seconds = m_sentAt.isValid() ? m_sentAt.elapsed() / 1000 : 0;
+    QString text = m_state.str(kStringWaiting).arg(seconds);
+    if (!differing.isEmpty())
+        text +=
+            u' ' + m_state.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
+    w.setCaption(el::lblSettingsWaiting, text);
+}
+
+void ExtinguishSettings::Form_Load() {
+    Form& w = window();
+    m_tmrRefresh.disable();
+    m_tmrCompareSettings.disable();
+    m_tmrRefresh.setInterval(234);
+    m_tmrCompareSettings.setInterval(100);
+    m_editing = false;
+    modulechoice::resetRows(w, el::cboSerialNumber);
+    w.setVisible(el::fraButtons[1], false);
+    w.setVisible(el::lblSettingsWaiting, false);
+    w.setVisible(el::lblExtOfflineNote, false);
+}
+
+void ExtinguishSettings::onClicked(const QString& element) {
+    if (element == el::cmdSettings)
+        cmdSettings_Click();
+    else if (element == el::cmdSettingsAssume)
+        cmdSettingsAssume_Click();
+    else if (element == el::cmdSettingsCancel)
+        cmdSettingsCancel_Click();
+    else if (element == el::cmdClose)
+        window().unload();
+}
+
+void ExtinguishSettings::onEdited(const QString& element) {
+    if (element == el::cboSerialNumber) cboSerialNumber_Click();
+}
+
+void ExtinguishSettings::onWindowChanged(Form::WindowChange change) {
+    if (change != Form::WindowChange::Hidden && change != Form::WindowChange::Unloaded) return;
+    m_tmrRefresh.disable();
+    m_tmrCompareSettings.disable();
+    m_editing = false;
+}
+
+// The age counts from the moment the block went out, not from the click.
+void ExtinguishSettings::onWriteSent(int command) {
+    if (command != kModuleSettingsCommand || state() != State::Waiting) return;
+    m_sentAt.start();
+    showWaiting(differences());
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "common/formmodel.h"
+#include "common/formtimer.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+class AppState;
+class DeviceCommands;
+class DeviceValues;
+class PollEngine;
+struct SettingLimits;
+
+// The window frmExtinguishSettings: the manual-release settings of one bus module (alarm
+// resistor, normal resistor, tolerance). The engineer opens the fields, types, and sends;
+// the window then compares every 100 ms what the device reports with what was typed, as
+// texts, until they are equal or the engineer cancels. While it waits it says so, with the
+// time since the write went out and the rows that still differ. A module that stops
+// answering leaves the window as it is, with its lamp dark and a line that says so.
+class ExtinguishSettings : public QObject {
+    Q_OBJECT
+
+public:
+    enum class State { Viewing, Editing, Waiting };
+
+    // `limits` are the main view's, which the device's reports keep up to date.
+    ExtinguishSettings(AppState& state, DeviceValues& values, DeviceCommands& commands,
+                       PollEngine& engine, const SettingLimits& limits);
+
+    // Opens the window modally on module `Index` (0 to 9), showing the device's values.
+    void ShowExtSettings(int Index);
+    void GetExtSettings();
+    // The window's words in the current language.
+    void applyTexts();
+
+    void cmdSettings_Click();
+    void cmdSettingsAssume_Click();
+    void cmdSettingsCancel_Click();
+    void tmrCompareSettings_Timer();
+    void cboSerialNumber_Click();
+
+    State state() const;
+    int ExtModuleIndex() const { return m_extModuleIndex; }
+    FormTimer& tmrRefresh() { return m_tmrRefresh; }
+    FormTimer& tmrCompareSettings() { return m_tmrCompareSettings; }
+    // The rows whose field differs from the device's value, by their names.
+    QStringList differences() const;
+
+private:
+    Form& window() const;
+    void Form_Load();
+    void onClicked(const QString& element);
+    void onEdited(const QString& element);
+    void onWindowChanged(Form::WindowChange change);
+    void onWriteSent(int command);
+    void showWaiting(const QStringList& differing);
+    void setHints();
+
+    AppState& m_state;
+    DeviceValues& m_values;
+    DeviceCommands& m_commands;
+    const SettingLimits& m_limits;
+    FormTimer m_tmrRefresh{234};
+    FormTimer m_tmrCompareSettings{100};
+    QElapsedTimer m_sentAt;
+    int m_extModuleIndex = 0;
+    bool m_editing = false;
+};

@@ -1,0 +1,93 @@
+#include "extinguish/ui/frmextinguishsettings.h"
+
+#include "common/ui/formview.h"
+#include "common/ui/windowparts.h"
+#include "common/workwindow_elements.h"
+#include "display/ui/accessiblenames.h"
+#include "display/ui/ledlamp.h"
+#include "display/ui/pageparts.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace el = frmExtinguishSettings;
+using Says = AccessibleNames::Says;
+using namespace windowparts;
+
+frmExtinguishSettingsWindow::frmExtinguishSettingsWindow(Form& form,
+                                                         std::function<QString(int)> text,
+                                                         QWidget* parent)
+    : QDialog(parent)
+    , m_names(std::make_unique<AccessibleNames>(form, std::move(text))) {
+    setObjectName(form.name());
+    PageParts p(*m_names);
+
+    auto* top = new QHBoxLayout;
+    QLabel* serialLegend = p.legend(el::lblSerialNoLegend);
+    auto* choice = named<QComboBox>(el::cboSerialNumber);
+    choice->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    choice->setMinimumContentsLength(10);
+    m_names->add(choice, el::cboSerialNumber, el::lblSerialNoLegend);
+    serialLegend->setBuddy(choice);
+    top->addWidget(serialLegend);
+    top->addWidget(choice);
+    top->addSpacing(16);
+    top->addWidget(p.led(el::picExtOnline, el::lblExtOnlineLegend, {}, Says::LampState));
+    top->addWidget(p.legend(el::lblExtOnlineLegend));
+    top->addStretch(1);
+
+    // Each setting: its name, the device's value and the field on one spot, its unit.
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(8);
+    grid->addWidget(p.legend(el::lblExtSettings), 0, 0, 1, 3);
+    for (int i = 0; i < 3; ++i) {
+        QLabel* name = p.legend(el::lblParameterName[i]);
+        const QString widest = QStringLiteral("88888888");
+        QLineEdit* field = p.field(el::txtParameterValue[i], el::lblParameterName[i], widest);
+        name->setBuddy(field);
+        grid->addWidget(name, i + 1, 0);
+        grid->addWidget(field, i + 1, 1);
+        grid->addWidget(p.value(el::lblParameterValue[i], el::lblParameterName[i], widest), i + 1,
+                        1);
+        grid->addWidget(p.unit(el::lblParameterUnit[i]), i + 1, 2);
+    }
+    grid->setColumnStretch(3, 1);
+
+    // The buttons, or in their place the note that the module has nothing to set.
+    auto* buttons = named<QWidget>(el::fraButtons[0]);
+    auto* buttonLayout = buttonRow({button(el::cmdSettings), button(el::cmdSettingsAssume, true),
+                                    button(el::cmdSettingsCancel)});
+    buttonLayout->setContentsMargins(0, 0, 0, 0);
+    buttons->setLayout(buttonLayout);
+    auto* nothingToSet = named<QWidget>(el::fraButtons[1]);
+    auto* noteLayout = new QHBoxLayout(nothingToSet);
+    noteLayout->setContentsMargins(0, 0, 0, 0);
+    QLabel* note = label(el::lblNoManualRelease);
+    note->setWordWrap(true);
+    noteLayout->addWidget(note);
+
+    auto* root = new QVBoxLayout(this);
+    root->setContentsMargins(16, 16, 16, 14);
+    root->setSpacing(12);
+    root->addLayout(top);
+    root->addWidget(divider());
+    root->addLayout(grid);
+    root->addWidget(buttons);
+    root->addWidget(nothingToSet);
+    root->addWidget(p.waitingNote(el::lblSettingsWaiting));
+    root->addWidget(p.waitingNote(el::lblExtOfflineNote));
+    root->addStretch(1);
+    root->addWidget(divider());
+    root->addLayout(buttonRow({static_cast<QWidget*>(button(el::cmdClose))}));
+    setMinimumWidth(420);
+
+    m_view = std::make_unique<FormView>(form, this);
+    m_view->setEscapeElement(el::cmdClose);
+}
+
+frmExtinguishSettingsWindow::~frmExtinguishSettingsWindow() = default;

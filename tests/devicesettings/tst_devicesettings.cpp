@@ -1,0 +1,145 @@
+#include "common/colors.h"
+#include "common/mainview_elements.h"
+#include "common/workwindow_elements.h"
+#include "devicesettings/devicesettings.h"
+#include "engine/pollengine.h"
+#include "support/mainviewrig.h"
+
+#include <QtTest>
+
+namespace el = frmDeviceSettings;
+using State = DeviceSettings::State;
+
+namespace {
+
+// The advanced settings window over a device read out completely, opened by the main
+// view's menu, with the poll engine whose queued write the test looks at.
+struct WindowRig : MainViewRig {
+    explicit WindowRig(const QString& profile = QStringLiteral("full"))
+        : MainViewRig(profile) {
+        view().click(frmDisplay::mnuDeviceSettings);
+    }
+
+    DeviceSettings& settings = app->deviceSettings();
+    PollEngine& engine = app->engine();
+    Form& w = app->forms().frmDeviceSettings();
+
+    State resistors() const { return settings.state(DeviceSettings::Resistors); }
+    State beta() const { return settings.state(DeviceSettings::BetaValues); }
+    bool queued(int command) const {
+        return engine.mbCommandQueued && engine.miNextCommand == command;
+    }
+};
+
+} // namespace
+
+// Two pages on one window, each writing and then comparing the device's texts with the
+// typed ones until they agree or the user cancels.
+class TestDeviceSettings : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void resistorsWrittenAndComparedAsTexts() {
+        WindowRig rig;
+        Form& w = rig.w;
+        QVERIFY(w.isShown() && w.isModal());
+        QCOMPARE(w.title(), QStringLiteral("Advanced settings"));
+        QVERIFY(w.isVisible(el::fraDeviceSettings[0]) && w.isVisible(el::fraDeviceSettings[1]));
+        QCOMPARE(w.caption(el::lblParameterValue[1]), QStringLiteral("4700"));
+        QCOMPARE(w.caption(el::lblBetaFactor[0]), QStringLiteral("3977"));
+        QCOMPARE(w.toolTip(el::txtParameterValue[0]), QStringLiteral("0 - 50000000 Ohm"));
+        QCOMPARE(w.toolTip(el::txtParameterValue[2]), QStringLiteral("0 - 99 %"));
+        QVERIFY(rig.settings.tmrRefresh().isEnabled());
+
+        w.click(el::cmdSettings);
+        QCOMPARE(rig.resistors(), State::Editing);
+        QVERIFY(!w.isVisible(el::lblParameterValue[0]) && w.isVisible(el::txtParameterValue[0]));
+        QVERIFY(!w.isVisible(el::cmdSettings) && w.isVisible(el::cmdSettingsAssume));
+        QCOMPARE(w.caption(el::txtParameterValue[0]), QStringLiteral("1200"));
+
+        w.userSetCaption(el::txtParameterValue[0], QStringLiteral("100000"));
+        w.click(el::cmdSettingsAssume);
+        QVERIFY(rig.queued(129));
+        QCOMPARE(rig.resistors(), State::Comparing);
+        rig.settings.tmrCompareSettings_Timer();
+        QCOMPARE(rig.resistors(), State::Comparing);
+        QVERIFY(w.isVisible(el::lblSettingsWaiting));
+        const QString waiting = w.caption(el::lblSettingsWaiting);
+        QVERIFY2(waiting.contains(QStringLiteral("Alarm resistance")) &&
+                     !waiting.contains(QStringLiteral("Normal resistance")),
+                 qPrintable(waiting));
+
+        // A round 100000 reads back in full, not as "1e+05", or the comparison never ends.
+        rig.set("controller.alarmResistorValue", 100000);
+        rig.readOut();
+        rig.settings.tmrCompareSettings_Timer();
+        QCOMPARE(rig.resistors(), State::Viewing);
+        QCOMPARE(w.caption(el::lblParameterValue[0]), QStringLiteral("100000"));
+        QVERIFY(w.isVisible(el::lblParameterValue[0]) && !w.isVisible(el::txtParameterValue[0]));
+        QVERIFY(!w.isVisible(el::lblSettingsWaiting));
+
+        // Unchanged values are written all the same and agree at the first tick, unless the
+        // text differs from the device's in its form alone.
+        rig.engine.tmrAutoSend_Timer();
+        w.click(el::cmdSettings);
+        w.click(el::cmdSettingsAssume);
+        QVERIFY(rig.queued(129));
+        w.userSetCaption(el::txtParameterValue[1], QStringLiteral("4700.0"));
+        rig.settings.tmrCompareSettings_Timer();
+        QCOMPARE(rig.resistors(), State::Comparing);
+        w.userSetCaption(el::txtParameterValue[1], QStringLiteral("4700"));
+        rig.settings.tmrCompareSettings_Timer();
+        QCOMPARE(rig.resistors(), State::Viewing);
+    }
+
+    void pagesAreIndependentAndBadBetaValuesStayHome() {
+        WindowRig rig;
+        Form& w = rig.w;
+        QCOMPARE(w.toolTip(el::txtBetaFactor[4]), QStringLiteral("3400 - 4500 "));
+        w.click(el::cmdSettings);
+        w.click(el::cmdBetaSettings);
+        QCOMPARE(rig.resistors(), State::Editing);
+        QCOMPARE(rig.beta(), State::Editing);
+
+        w.userSetCaption(el::txtBetaFactor[0], QStringLiteral("3399"));
+        w.userSetCaption(el::txtBetaFactor[4], QStringLiteral("4501"));
+        w.click(el::cmdBetaSettingsAssume);
+        QVERIFY(!rig.engine.mbCommandQueued);
+        QCOMPARE(rig.beta(), State::Editing);
+        QCOMPARE(w.backColor(el::txtBetaFactor[0]), colors::kYellow);
+        QCOMPARE(w.backColor(el::txtBetaFactor[4]), colors::kYellow);
+        QCOMPARE(w.backColor(el::txtBetaFactor[1]), colors::kWindowBackground);
+
+        w.click(el::cmdSettingsCancel);
+        QCOMPARE(rig.resistors(), State::Viewing);
+        QCOMPARE(rig.beta(), State::Editing);
+        QCOMPARE(w.caption(el::txtBetaFactor[0]), QStringLiteral("3399"));
+        QVERIFY(w.isVisible(el::txtBetaFactor[0]) && w.isVisible(el::cmdBetaSettingsAssume));
+
+        // A comparison outlives the window: closing does not cancel it.
+        w.userSetCaption(el::txtBetaFactor[0], QStringLiteral("4000"));
+        w.userSetCaption(el::txtBetaFactor[4], QStringLiteral("4500"));
+        w.click(el::cmdBetaSettingsAssume);
+        QVERIFY(rig.queued(137));
+        QCOMPARE(rig.beta(), State::Comparing);
+        QCOMPARE(rig.resistors(), State::Viewing);
+        w.click(el::cmdClose);
+        QVERIFY(!w.isShown() && !rig.settings.tmrRefresh().isEnabled());
+        QVERIFY(rig.settings.tmrCompareBetaSettings().isEnabled());
+        rig.set("sensors[0].ntcBeta", 4000);
+        rig.readOut();
+        rig.settings.tmrCompareBetaSettings_Timer();
+        QCOMPARE(rig.beta(), State::Viewing);
+        QCOMPARE(w.caption(el::lblBetaFactor[0]), QStringLiteral("4000"));
+    }
+
+    void withoutTemperatureSensorsOnlyTheResistorPage() {
+        WindowRig rig(QStringLiteral("minimal"));
+        QVERIFY(rig.w.isShown());
+        QVERIFY(rig.w.isVisible(el::fraDeviceSettings[0]));
+        QVERIFY(!rig.w.isVisible(el::fraDeviceSettings[1]));
+    }
+};
+
+QTEST_MAIN(TestDeviceSettings)
+#include "tst_devicesettings.moc"
