@@ -1,5 +1,7 @@
 #include "files/ko3format.h"
 
+#include "common/savefile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -122,10 +124,7 @@ bool SaveData(const QString& path, const Bytes& block) {
     const QFileInfo info(path);
     const QDir folder = info.absoluteDir();
     if (!folder.exists() && !QDir().mkdir(folder.absolutePath())) return false;
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
-    const QByteArray line = MakeHexLine(block).toLatin1() + "\r\n";
-    return file.write(line) == line.size() && file.flush();
+    return writeWholeFile(path, MakeHexLine(block).toLatin1() + "\r\n").isEmpty();
 }
 
 } // namespace ko3
