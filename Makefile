@@ -1,6 +1,8 @@
 # make run   installs what is missing, builds, and shows the tool on its virtual device
 # make test  installs what is missing, builds, and runs every test, then again under
 #            AddressSanitizer and UndefinedBehaviorSanitizer
+# make package builds the Debian package mq27diag_<version>_<arch>.deb in the build folder
+#            and checks it with lintian
 # make bench builds and runs the benchmarks: the core library, the main view, then the
 #            running tool
 
@@ -9,7 +11,7 @@ ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 CMAKE_GEN  := -G Ninja
 
-.PHONY: all deps build build-asan run test test-main test-asan bench format clean
+.PHONY: all deps build build-asan run test test-main test-asan bench package format clean
 
 all: build
 
@@ -50,6 +52,11 @@ bench: build
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchext
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchloc
 	sh scripts/measure-live.sh $(BUILD)
+
+package: build
+	@sh scripts/install-deps.sh package
+	cd $(BUILD) && cpack -G DEB
+	lintian --fail-on error $(BUILD)/mq27diag_*.deb
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Installs the Debian packages the build, the tests and the demo need.
+# Installs the Debian packages the build, the tests and the demo need; with "package",
+# also what building and checking the Debian package needs.
 # Only what is missing is installed; a machine that has everything is left alone.
 set -eu
 
@@ -8,6 +9,13 @@ set -eu
 packages="build-essential cmake ninja-build pkg-config clang-format
 qt6-base-dev qt6-serialport-dev libgl-dev qt6-translations-l10n
 qt6-qpa-plugins fonts-dejavu-core xvfb xauth"
+# desktop-file-utils, appstream: the install test validates the menu entry and the store
+# listing with them.
+packages="$packages desktop-file-utils appstream"
+# dpkg-dev finds the package's dependencies (dpkg-shlibdeps); lintian checks the package.
+if [ "${1:-}" = package ]; then
+    packages="$packages dpkg-dev lintian"
+fi
 
 missing=""
 for p in $packages; do

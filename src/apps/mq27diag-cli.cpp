@@ -32,11 +32,16 @@ void printLine(FILE* stream, const QString& text) {
     std::fputc('\n', stream);
 }
 
-int usage() {
-    printLine(stderr, QStringLiteral("usage: mq27diag-cli dump FILE.ko3 [--json]"));
-    printLine(stderr, QStringLiteral("       mq27diag-cli view FILE.ko3 [--form NAME] "
+void printUsage(FILE* stream) {
+    printLine(stream, QStringLiteral("usage: mq27diag-cli dump FILE.ko3 [--json]"));
+    printLine(stream, QStringLiteral("       mq27diag-cli view FILE.ko3 [--form NAME] "
                                      "[--language de|en|fr|nl] [--smoke-unit m|ft] "
                                      "[--temperature-unit C|F]"));
+    printLine(stream, QStringLiteral("       mq27diag-cli --help | --version"));
+}
+
+int usage() {
+    printUsage(stderr);
     return 2;
 }
 
@@ -129,6 +134,15 @@ int view(const QStringList& args) {
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments().mid(1);
+    if (args == QStringList{QStringLiteral("--help")}) {
+        printUsage(stdout);
+        printLine(stdout, QStringLiteral("See mq27diag-cli(1)."));
+        return 0;
+    }
+    if (args == QStringList{QStringLiteral("--version")}) {
+        printLine(stdout, QStringLiteral("mq27diag-cli " MQ27_VERSION_TEXT));
+        return 0;
+    }
     if (args.size() >= 2 && args[0] == QLatin1String("view")) return view(args.mid(1));
     if (args.size() < 2 || args.size() > 3 || args[0] != QLatin1String("dump")) return usage();
     const bool json = args.size() == 3;

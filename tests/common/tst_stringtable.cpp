@@ -47,7 +47,6 @@ bool mayEqualGerman(int index, int language) {
         45,  // TRUE·LIX, a feature name
         71,  // "OK"
         107, // "COM", the port name
-        116, // copyright line: year and organisation only
         414, // "Ohm", a unit
     };
     if (everywhere.contains(index)) return true;

@@ -11,6 +11,8 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QSocketNotifier>
 
 using namespace mq27sim;
@@ -33,6 +35,20 @@ void quitOnSignals(QCoreApplication& app) {
     std::signal(SIGTERM, onSignal);
 }
 
+// A profile by path, or by the name of one that came with the program: installed beside it
+// under share/, or in the source tree it was built from.
+QString profilePath(const QString& given) {
+    if (QFileInfo::exists(given) || given.contains(QLatin1Char('/'))) return given;
+    const QString file = given.endsWith(QLatin1String(".json")) ? given : given + ".json";
+    const QDir programDir(QCoreApplication::applicationDirPath());
+    for (const QString& folder : {programDir.filePath(QStringLiteral("../share/mq27diag/profiles")),
+                                  QStringLiteral(MQ27_SOURCE_PROFILES)}) {
+        const QString candidate = QDir(folder).filePath(file);
+        if (QFileInfo::exists(candidate)) return QDir::cleanPath(candidate);
+    }
+    return given;
+}
+
 int fail(const QString& message, int status) {
     std::fprintf(stderr, "mq27sim: %s\n", qPrintable(message));
     return status;
@@ -42,11 +58,15 @@ int fail(const QString& message, int status) {
 
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(MQ27_VERSION_TEXT));
     SimOptions options;
     QString message;
     switch (parseCommandLine(app.arguments(), options, message)) {
     case CommandLine::Help:
         std::printf("%s", qPrintable(message));
+        return 0;
+    case CommandLine::Version:
+        std::printf("mq27sim %s\n", MQ27_VERSION_TEXT);
         return 0;
     case CommandLine::Error:
         return fail(message, 2);
@@ -56,7 +76,7 @@ int main(int argc, char* argv[]) {
     std::vector<DeviceProfile> profiles;
     if (options.profiles.empty()) profiles.push_back(ProfileLoader::defaults());
     for (const QString& path : options.profiles) {
-        auto profile = ProfileLoader::load(path, message);
+        auto profile = ProfileLoader::load(profilePath(path), message);
         if (!profile) return fail(message, 2);
         profiles.push_back(std::move(*profile));
     }

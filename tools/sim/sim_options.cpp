@@ -73,8 +73,12 @@ struct Reader {
 void addOptions(QCommandLineParser& p) {
     p.setApplicationDescription(QString::fromLatin1(kDescription));
     p.addHelpOption();
+    p.addVersionOption();
     p.addOptions({
-        {"profile", "A device profile (JSON); repeat for several devices on the line.", "file"},
+        {"profile",
+         "A device profile (JSON), or the name of one that came with the program (full, "
+         "minimal, tenmodules, varlix, minlix); repeat for several devices on the line.",
+         "file"},
         {"link", "Make a symbolic link to the port at this path (removed on exit).", "path"},
         {"delay", "Answer delay in ms (default 30).", "ms"},
         {"stagger", "Further delay of each next device on the line, in ms (default 15).", "ms"},
@@ -142,6 +146,7 @@ CommandLine parseCommandLine(const QStringList& arguments, SimOptions& o, QStrin
         message = parser.helpText();
         return CommandLine::Help;
     }
+    if (parser.isSet("version")) return CommandLine::Version;
     QString error;
     Reader r{parser, error};
     if (!parser.positionalArguments().isEmpty())

@@ -7,7 +7,7 @@
 
 namespace mq27sim {
 
-enum class CommandLine { Run, Help, Error };
+enum class CommandLine { Run, Help, Version, Error };
 
 // Reads the program's arguments (the first is the program) into `options`. On Help,
 // `message` is the help text; on Error, what is wrong.
