@@ -25,12 +25,15 @@ struct WindowShot {
     QString opener; // on the main view
     QString form;
     const char* name;
+    QString ticked = {}; // a box that must be ticked, or the opener only says why not
 };
 
 const std::vector<WindowShot>& windowShots() {
     static const std::vector<WindowShot> shots = {
-        {frmDisplay::cmdShowLocLearnMode[0], formname::frmLocalizeLearn, "localisation-learn"},
-        {frmDisplay::cmdShowLocLearnMode[1], formname::frmLocalizeLearn, "localisation-test"},
+        {frmDisplay::cmdShowLocLearnMode[0], formname::frmLocalizeLearn, "localisation-learn",
+         frmDisplay::chkLocalization[0]},
+        {frmDisplay::cmdShowLocLearnMode[1], formname::frmLocalizeLearn, "localisation-test",
+         frmDisplay::chkLocalization[0]},
         {frmDisplay::cmdExtinguisherMessages[0], formname::frmExtinguishDetails, "module-details"},
         {frmDisplay::mnuExtinguishSettings, formname::frmExtinguishSettings, "module-settings"},
         {frmDisplay::mnuDeviceSettings, formname::frmDeviceSettings, "device-settings"},
@@ -81,8 +84,11 @@ void ScreenshotRun::capture() {
 // that the device doesn't offer (its opener hidden or disabled) is left out.
 void ScreenshotRun::captureWindow(std::size_t index) {
     Form& view = m_runtime.app().forms().frmDisplay();
-    while (index < windowShots().size() && !(view.isVisible(windowShots()[index].opener) &&
-                                             view.isEnabled(windowShots()[index].opener)))
+    auto offered = [&view](const WindowShot& shot) {
+        return view.isVisible(shot.opener) && view.isEnabled(shot.opener) &&
+               (shot.ticked.isEmpty() || view.isChecked(shot.ticked));
+    };
+    while (index < windowShots().size() && !offered(windowShots()[index]))
         ++index;
     if (index >= windowShots().size()) {
         QApplication::exit(0);
