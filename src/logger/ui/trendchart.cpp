@@ -103,16 +103,17 @@ void TrendChart::rebuildSeries() {
         line->setName(s.name);
         m_chart->addSeries(line);
         // A thin cosmetic pen draws without stroking a path: an hour of eight lines costs
-        // a quarter of the time of the default wide pen.
+        // two thirds of the time of the default wide pen. On a scaled screen it keeps its
+        // width in logical pixels, so that a line stays as easy to see.
         QPen pen = line->pen();
-        pen.setWidth(1);
+        pen.setWidthF(std::max(1.0, devicePixelRatioF()));
         pen.setCosmetic(true);
         line->setPen(pen);
         QValueAxis*& axis = byUnit[s.unit];
         if (!axis) {
             axis = new QValueAxis;
             axis->setTitleText(s.unit);
-            axis->setLabelFormat(QStringLiteral("%.4g"));
+            axis->setLabelFormat(QStringLiteral("%.5g"));
             // Units alternate sides, so that two of them are read without crossing lines.
             m_chart->addAxis(axis, byUnit.size() % 2 == 1 ? Qt::AlignLeft : Qt::AlignRight);
         }

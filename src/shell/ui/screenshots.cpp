@@ -66,19 +66,22 @@ void ScreenshotRun::startRecording() {
     Form& logger = m_runtime.app().forms().frmLogdataDev();
     if (m_recording.path().isEmpty() || logger.isChecked(el::chkSaveAsMathCad)) return;
     logger.load();
+    // As the logic sets them, so that the window shows them too.
     for (const QString& row :
          {QStringLiteral("Akt. Luftstrom [m/s]"), QStringLiteral("Akt. Lufttemperatur [°C]"),
           QStringLiteral("Lüfter Sollspannung [mV]"),
           QStringLiteral("Detektor 1: Aktueller Zustand Bargraphanzeige [%]")}) {
         const qsizetype index = logger.items(el::lstDisplay[0]).indexOf(row);
-        if (index >= 0) logger.userSetTicked(el::lstDisplay[0], index, true);
+        if (index >= 0) logger.setTicked(el::lstDisplay[0], index, true);
     }
     logger.setValue(el::cboTrendSpan, 3);
-    logger.userSetValue(el::chkSaveAsMathCad, 1);
+    logger.setChecked(el::chkSaveAsMathCad, true);
     logger.click(el::chkSaveAsMathCad);
     logger.setCaption(el::lblSaveAsMathCadFile,
                       QDir(m_recording.path()).filePath(QStringLiteral("Messung 1.dat")));
-    m_runtime.app().logger().CheckLoggerReady();
+    DataLogger& logic = m_runtime.app().logger();
+    logic.DataToShow();
+    logic.CheckLoggerReady();
     logger.click(el::cmdStart);
 }
 
