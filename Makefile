@@ -51,6 +51,7 @@ bench: build
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchwrite
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchext
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchloc
+	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchlogger
 	sh scripts/measure-live.sh $(BUILD)
 
 package: build

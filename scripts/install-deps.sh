@@ -6,8 +6,10 @@ set -eu
 
 # qt6-translations-l10n: Qt's own texts (file dialogs, message box buttons, the menus of
 # text fields) in German, French and Dutch; without it they stay English.
+# qt6-charts-dev, libqt6charts6: the data logger's trend chart; libqt6opengl6-dev: the
+# charts module's build files need it and the charts package does not bring it.
 packages="build-essential cmake ninja-build pkg-config clang-format
-qt6-base-dev qt6-serialport-dev libgl-dev qt6-translations-l10n
+qt6-base-dev qt6-serialport-dev qt6-charts-dev libqt6charts6 libqt6opengl6-dev libgl-dev qt6-translations-l10n
 qt6-qpa-plugins fonts-dejavu-core xvfb xauth"
 # desktop-file-utils, appstream: the install test validates the menu entry and the store
 # listing with them.

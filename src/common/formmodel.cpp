@@ -108,6 +108,26 @@ void Form::addItem(const QString& element, const QString& item) {
     Q_EMIT elementChanged(element, ElementProperty::Items);
 }
 
+bool Form::isTicked(const QString& element, qsizetype row) const {
+    const QList<bool>& ticks = this->element(element).ticks;
+    return row >= 0 && row < ticks.size() && ticks[row];
+}
+
+namespace {
+// False when the tick already stood so.
+bool putTick(Element& e, qsizetype row, bool ticked) {
+    if (row < 0 || (row < e.ticks.size() ? e.ticks[row] == ticked : !ticked)) return false;
+    if (row >= e.ticks.size()) e.ticks.resize(row + 1, false);
+    e.ticks[row] = ticked;
+    return true;
+}
+} // namespace
+
+void Form::setTicked(const QString& element, qsizetype row, bool ticked) {
+    if (putTick(writable(element), row, ticked))
+        Q_EMIT elementChanged(element, ElementProperty::Ticks);
+}
+
 void Form::setTop(const QString& element, int top) {
     assign(element, &Element::top, top, ElementProperty::Top);
 }
@@ -170,6 +190,10 @@ void Form::userSetValue(const QString& element, double value) {
     if (e.value == value) return;
     e.value = value;
     Q_EMIT edited(element);
+}
+
+void Form::userSetTicked(const QString& element, qsizetype row, bool ticked) {
+    if (putTick(writable(element), row, ticked)) Q_EMIT edited(element);
 }
 
 void Form::click(const QString& element) {

@@ -25,6 +25,7 @@ struct Element {
     std::uint32_t foreColor = colors::kDefault;
     QString toolTip;
     QStringList items; // entries of a list or combo box; a gauge's lower, centre, upper labels
+    QList<bool> ticks; // tick marks of a list's entries, by row; rows beyond are not ticked
     int top = 0;       // vertical position, in twips, where the logic places an element
     std::uint32_t dotColor = colors::kDefault; // fill of a dot drawn into a box; none by default
 };
@@ -39,6 +40,7 @@ enum class ElementProperty {
     ForeColor,
     ToolTip,
     Items,
+    Ticks,
     Top,
     Dot
 };
@@ -74,6 +76,7 @@ public:
     std::uint32_t foreColor(const QString& e) const { return element(e).foreColor; }
     QString toolTip(const QString& element) const { return this->element(element).toolTip; }
     QStringList items(const QString& element) const { return this->element(element).items; }
+    bool isTicked(const QString& element, qsizetype row) const;
     int top(const QString& element) const { return this->element(element).top; }
     std::uint32_t dotColor(const QString& e) const { return element(e).dotColor; }
 
@@ -89,6 +92,8 @@ public:
     void setToolTip(const QString& element, const QString& toolTip);
     void setItems(const QString& element, const QStringList& items);
     void addItem(const QString& element, const QString& item);
+    // A list entry's tick mark; it belongs to the row, whatever text the row shows.
+    void setTicked(const QString& element, qsizetype row, bool ticked);
     void setTop(const QString& element, int top);
     // A filled dot of `color` in the middle of a box; colors::kDefault takes it away.
     void setDot(const QString& element, std::uint32_t color);
@@ -110,6 +115,7 @@ public:
     // Input from the view.
     void userSetCaption(const QString& element, const QString& caption);
     void userSetValue(const QString& element, double value);
+    void userSetTicked(const QString& element, qsizetype row, bool ticked);
     void click(const QString& element);
     void doubleClick(const QString& element);
     // A mouse button released over an element: 1 left, 2 right, 4 middle.

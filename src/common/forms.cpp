@@ -1,6 +1,7 @@
 #include "common/forms.h"
 
 #include "common/dialog_elements.h"
+#include "common/logger_elements.h"
 #include "common/mainview_elements.h"
 #include "common/startwindow_elements.h"
 #include "common/workwindow_elements.h"
@@ -17,7 +18,7 @@ const QHash<QString, FormDeclaration>& declarations() {
         {formname::frmAbout, frmAbout::kElements},
         {formname::frmConnect, frmConnect::kElements},
         {formname::frmDeviceSearch, frmDeviceSearch::kElements},
-        {formname::frmLogdataDev, {}},
+        {formname::frmLogdataDev, frmLogdataDev::kElements},
         {formname::frmLocalizeLearn, frmLocalizeLearn::kElements},
         {formname::frmExtinguishSettings, frmExtinguishSettings::kElements},
         {formname::frmExtinguishDetails, frmExtinguishDetails::kElements},

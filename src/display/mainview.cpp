@@ -102,8 +102,6 @@ void MainView::Help_Table(int Button, int Topic, const QString& Text) {
 
 void MainView::Form_Load() {
     Form& view = m_state.forms.frmDisplay();
-    view.setVisible(el::mnuLogger, false);
-    view.setVisible(el::mnuLogDataDev, false);
     m_limits = SettingLimits{};
     view.setValue(el::tabDisplay.whole(), 0);
     view.setDot(el::picFireAlarm[4], colors::kWindowBackground);

@@ -53,6 +53,8 @@ void TelegramDecoder::DataDecoder(const Bytes& telegram) {
     }
     m_engine.tmrAutoSend().restart();
     if (m_state.forms.frmDisplay().isShown()) Q_EMIT displayRefreshDue();
+    // Also while a write waits in the queue: a recording has a record for every read-out.
+    if (head.command == 5) Q_EMIT readOutRecorded();
 }
 
 void TelegramDecoder::ShowReceiveActivity() {

@@ -40,6 +40,8 @@ Q_SIGNALS:
     void readOutComplete(double serialNo);
     // The store holds a new telegram and the main view is shown: time to redraw it.
     void displayRefreshDue();
+    // Telegram 5 has completed one more read-out of the device: a record for the logger.
+    void readOutRecorded();
 
 private:
     void setTitleBar();

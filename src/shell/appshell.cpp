@@ -199,11 +199,16 @@ void AppShell::onAboutClicked(const QString& element) {
     if (element == frmAbout::cmdOK) m_state.forms.frmAbout().unload();
 }
 
-// Only the first argument counts (gCmdArgs[0]): the logger switch, or a saved device file.
+// Only the first argument counts (gCmdArgs[0]): the logger switch, which opens the logger,
+// or a saved device file.
 void AppShell::handleCommandLine() {
     if (m_state.g.gCmdArgs.isEmpty()) return;
     const QString& argument = m_state.g.gCmdArgs.first();
-    if (argument.isEmpty() || argument.toUpper() == u"/LOGGER") return;
+    if (argument.isEmpty()) return;
+    if (argument.toUpper() == u"/LOGGER") {
+        Q_EMIT loggerRequested();
+        return;
+    }
     if (argument.size() >= 5 && argument.right(4).startsWith(u".ko"))
         m_files.LoadDeviceFile(argument);
 }

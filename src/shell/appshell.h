@@ -49,6 +49,8 @@ public:
 Q_SIGNALS:
     // Shutdown has unloaded the start window; the program ends.
     void quitRequested();
+    // The command line asks for the data logger.
+    void loggerRequested();
 
 private:
     void onMenuClicked(const QString& element);

@@ -12,6 +12,7 @@
 #include "link/seriallink.h"
 #include "localize/localisation.h"
 #include "localize/localizetexts.h"
+#include "logger/datalogger.h"
 #include "search/devicesearch.h"
 #include "shell/appshell.h"
 #include "shell/helplink.h"
@@ -38,6 +39,7 @@ Program::Program(const Services& services, SerialPortDevice* port, QObject* pare
     m_extinguishDetails = std::make_unique<ExtinguishDetails>(m_state, m_values);
     m_extinguishSettings = std::make_unique<ExtinguishSettings>(m_state, m_values, *m_commands,
                                                                 *m_engine, m_mainView->limits());
+    m_logger = std::make_unique<DataLogger>(m_state, m_values);
     m_languages = std::make_unique<Languages>(m_state);
     m_help = std::make_unique<HelpLink>(m_state);
     m_shell =
@@ -69,6 +71,13 @@ void Program::connectParts() {
             &DeviceFiles::SaveDeviceData, direct);
     connect(m_decoder.get(), &TelegramDecoder::displayRefreshDue, m_mainView.get(),
             &MainView::ShowData, direct);
+    connect(m_decoder.get(), &TelegramDecoder::readOutRecorded, m_logger.get(),
+            &DataLogger::ReadOutComplete, direct);
+    connect(m_shell.get(), &AppShell::loggerRequested, m_logger.get(), &DataLogger::ShowLogger,
+            direct);
+    connect(
+        m_languages.get(), &Languages::languageSwitched, m_logger.get(),
+        [this] { m_logger->ApplyTexts(); }, direct);
 
     connect(m_search.get(), &DeviceSearch::languageRefreshNeeded, this, refreshLanguage, direct);
     connect(m_mainView.get(), &MainView::aboutToShowData, m_localisation.get(),

@@ -24,6 +24,7 @@ class ExtinguishSettings;
 class Languages;
 class HelpLink;
 class AppShell;
+class DataLogger;
 
 // The one place where the program is put together: it makes every part, gives each the
 // parts below it, and connects the signals by which a lower part reaches a higher one.
@@ -63,6 +64,7 @@ public:
     Languages& languages() { return *m_languages; }
     HelpLink& help() { return *m_help; }
     AppShell& shell() { return *m_shell; }
+    DataLogger& logger() { return *m_logger; }
 
 Q_SIGNALS:
     // Shutdown has unloaded the start window; the program ends.
@@ -85,6 +87,7 @@ private:
     std::unique_ptr<ExtinguishDetails> m_extinguishDetails;
     std::unique_ptr<ExtinguishSettings> m_extinguishSettings;
     std::unique_ptr<DeviceSettings> m_deviceSettings;
+    std::unique_ptr<DataLogger> m_logger;
     std::unique_ptr<Languages> m_languages;
     std::unique_ptr<HelpLink> m_help;
     std::unique_ptr<AppShell> m_shell;

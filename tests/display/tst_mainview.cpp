@@ -27,8 +27,8 @@ void TestMainView::loadPreparesMenusAndTabs() {
     Form& view = app.forms().frmDisplay();
     view.setValue("tabDisplay", 4);
     view.load();
-    QVERIFY(!view.isVisible("mnuLogger"));
-    QVERIFY(!view.isVisible("mnuLogDataDev"));
+    QVERIFY(view.isVisible("mnuLogger"));
+    QVERIFY(view.isVisible("mnuLogDataDev"));
     QCOMPARE(view.value("tabDisplay"), 0.0);
     QVERIFY(view.isChecked("mnuFahrenheit"));
     QVERIFY(!view.isChecked("mnuCelsius"));

@@ -182,6 +182,9 @@ void TestAppShell::firstArgumentLoadsAFile() {
     QCOMPARE(t.app->link().loadedFileName(), expected);
     QCOMPARE(t.app->g.gCmdArgs.size(), 1);
     QVERIFY(t.app->forms().frmMQ27D().isShown());
+    // The logger switch opens the logger and nothing else.
+    QCOMPARE(t.app->forms().frmLogdataDev().isShown(),
+             commandLine.toUpper().startsWith(u"/LOGGER"));
     QVERIFY(t.dialogs.shown.isEmpty());
 }
 

@@ -117,6 +117,8 @@ bool differsFromDesign(const Element& e, ElementProperty property) {
         return e.toolTip != design.toolTip;
     case ElementProperty::Items:
         return e.items != design.items;
+    case ElementProperty::Ticks:
+        return e.ticks != design.ticks;
     case ElementProperty::Top:
         return e.top != design.top;
     case ElementProperty::Dot:
@@ -139,7 +141,19 @@ private:
     bool m_before;
 };
 
+Qt::CheckState tickOf(const Element& e, qsizetype row) {
+    return row < e.ticks.size() && e.ticks[row] ? Qt::Checked : Qt::Unchecked;
+}
+
 } // namespace
+
+void FormView::giveTickMarks(QListWidget* list) {
+    list->setProperty("mq27TickMarks", true);
+}
+
+bool FormView::hasTickMarks(const QListWidget* list) {
+    return list->property("mq27TickMarks").toBool();
+}
 
 QColor modelColor(std::uint32_t color, const QPalette& own, QPalette::ColorRole ownRole) {
     if (color == colors::kDefault) return own.color(ownRole);
@@ -200,6 +214,10 @@ void FormView::connectInput(const QString& name, QObject* target) {
         });
         connect(list, &QListWidget::itemDoubleClicked, this,
                 [this, name] { m_form.doubleClick(name); });
+        connect(list, &QListWidget::itemChanged, this, [this, name, list](QListWidgetItem* item) {
+            if (!m_applying && hasTickMarks(list))
+                m_form.userSetTicked(name, list->row(item), item->checkState() == Qt::Checked);
+        });
     } else if (auto* tabs = qobject_cast<QTabWidget*>(target)) {
         connect(tabs, &QTabWidget::currentChanged, this,
                 [this, name](int index) { reportValue(name, index); });
@@ -254,6 +272,8 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
         return &FormView::applyToolTip;
     case ElementProperty::Items:
         return &FormView::applyItems;
+    case ElementProperty::Ticks:
+        return &FormView::applyTicks;
     case ElementProperty::Top:
     case ElementProperty::Dot:
         return &FormView::applyNothing;
@@ -264,10 +284,10 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
 void FormView::applyAll() {
     // Items and range first, so that a value finds its entry and its limits.
     static constexpr ElementProperty kOrder[] = {
-        ElementProperty::Items,     ElementProperty::Range,     ElementProperty::Value,
-        ElementProperty::Caption,   ElementProperty::Visible,   ElementProperty::Enabled,
-        ElementProperty::BackColor, ElementProperty::ForeColor, ElementProperty::ToolTip,
-        ElementProperty::Top,       ElementProperty::Dot};
+        ElementProperty::Items,   ElementProperty::Ticks,     ElementProperty::Range,
+        ElementProperty::Value,   ElementProperty::Caption,   ElementProperty::Visible,
+        ElementProperty::Enabled, ElementProperty::BackColor, ElementProperty::ForeColor,
+        ElementProperty::ToolTip, ElementProperty::Top,       ElementProperty::Dot};
     for (const QString& name : m_form.elementNames()) {
         const Element& e = m_form.element(name);
         for (ElementProperty property : kOrder)
@@ -427,10 +447,33 @@ void FormView::applyItems(QObject* target, const Element& e) {
         combo->addItems(e.items);
         combo->setCurrentIndex(toInt(e.value, -1));
     } else if (auto* list = qobject_cast<QListWidget*>(target)) {
-        list->clear();
-        list->addItems(e.items);
-        list->setCurrentRow(toInt(e.value, -1), QItemSelectionModel::ClearAndSelect);
+        // Row by row, so that a list whose values change every telegram keeps its scroll
+        // position, its selection and its tick marks, and does not flicker.
+        while (list->count() > e.items.size())
+            delete list->takeItem(list->count() - 1);
+        for (qsizetype row = 0; row < e.items.size(); ++row) {
+            QListWidgetItem* item = list->item(static_cast<int>(row));
+            if (!item) {
+                item = new QListWidgetItem(e.items[row], list);
+                if (hasTickMarks(list)) {
+                    item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+                    item->setCheckState(tickOf(e, row));
+                }
+            } else if (item->text() != e.items[row]) {
+                item->setText(e.items[row]);
+            }
+        }
+        if (list->currentRow() != toInt(e.value, -1))
+            list->setCurrentRow(toInt(e.value, -1), QItemSelectionModel::ClearAndSelect);
     }
+}
+
+void FormView::applyTicks(QObject* target, const Element& e) {
+    auto* list = qobject_cast<QListWidget*>(target);
+    if (!list || !hasTickMarks(list)) return;
+    for (int row = 0; row < list->count(); ++row)
+        if (list->item(row)->checkState() != tickOf(e, row))
+            list->item(row)->setCheckState(tickOf(e, row));
 }
 
 void FormView::applyWindow(Form::WindowChange change) {

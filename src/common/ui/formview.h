@@ -10,6 +10,7 @@
 #include <QPalette>
 #include <QPointer>
 
+class QListWidget;
 class QTabWidget;
 class QWidget;
 
@@ -33,6 +34,11 @@ public:
     QWidget* window() const { return m_window; }
     // The widget, action or menu that shows `element`; null when none does.
     QObject* target(const QString& element) const { return m_targets.value(element).data(); }
+
+    // Entries of `list` carry tick marks, which the model's ticks of its element set and the
+    // user's clicks report back. Before the view is made.
+    static void giveTickMarks(QListWidget* list);
+    static bool hasTickMarks(const QListWidget* list);
 
     // The button that the Escape key presses. Without one, Escape leaves a dialog open.
     void setEscapeElement(const QString& element) { m_escapeElement = element; }
@@ -59,6 +65,7 @@ private:
     void applyForeColor(QObject* target, const Element& e);
     void applyToolTip(QObject* target, const Element& e);
     void applyItems(QObject* target, const Element& e);
+    void applyTicks(QObject* target, const Element& e);
     void applyNothing(QObject*, const Element&) {}
     void applyColor(QObject* target, std::uint32_t color, bool background);
 

@@ -1,6 +1,8 @@
 #include "shell/ui/screenshots.h"
 
+#include "common/logger_elements.h"
 #include "common/mainview_elements.h"
+#include "logger/datalogger.h"
 #include "shell/program.h"
 #include "shell/ui/toolruntime.h"
 
@@ -37,6 +39,7 @@ const std::vector<WindowShot>& windowShots() {
         {frmDisplay::cmdExtinguisherMessages[0], formname::frmExtinguishDetails, "module-details"},
         {frmDisplay::mnuExtinguishSettings, formname::frmExtinguishSettings, "module-settings"},
         {frmDisplay::mnuDeviceSettings, formname::frmDeviceSettings, "device-settings"},
+        {frmDisplay::mnuLogDataDev, formname::frmLogdataDev, "logger"},
     };
     return shots;
 }
@@ -53,8 +56,36 @@ ScreenshotRun::ScreenshotRun(ToolRuntime& runtime, const QString& folder, const 
     connect(&m_settle, &QTimer::timeout, this, &ScreenshotRun::capture);
     connect(&runtime.app().forms().frmDisplay(), &Form::windowChanged, this,
             [this](Form::WindowChange change) {
-                if (change == Form::WindowChange::Shown && !m_settle.isActive()) m_settle.start();
+                if (change != Form::WindowChange::Shown || m_settle.isActive()) return;
+                m_settle.start();
+                startRecording();
             });
+}
+
+// The logger records a few values from the first read-out on, so that its picture shows a
+// trend of every read-out since and a recording under way.
+void ScreenshotRun::startRecording() {
+    namespace el = frmLogdataDev;
+    Form& logger = m_runtime.app().forms().frmLogdataDev();
+    if (m_recording.path().isEmpty() || logger.isChecked(el::chkSaveAsMathCad)) return;
+    logger.load();
+    // As the logic sets them, so that the window shows them too.
+    for (const QString& row :
+         {QStringLiteral("Akt. Luftstrom [m/s]"), QStringLiteral("Akt. Lufttemperatur [°C]"),
+          QStringLiteral("Lüfter Sollspannung [mV]"),
+          QStringLiteral("Detektor 1: Aktueller Zustand Bargraphanzeige [%]")}) {
+        const qsizetype index = logger.items(el::lstDisplay[0]).indexOf(row);
+        if (index >= 0) logger.setTicked(el::lstDisplay[0], index, true);
+    }
+    logger.setValue(el::cboTrendSpan, 3);
+    logger.setChecked(el::chkSaveAsMathCad, true);
+    logger.click(el::chkSaveAsMathCad);
+    logger.setCaption(el::lblSaveAsMathCadFile,
+                      QDir(m_recording.path()).filePath(QStringLiteral("Messung 1.dat")));
+    DataLogger& logic = m_runtime.app().logger();
+    logic.DataToShow();
+    logic.CheckLoggerReady();
+    logger.click(el::cmdStart);
 }
 
 std::unique_ptr<ScreenshotRun> ScreenshotRun::fromEnvironment(ToolRuntime& runtime) {

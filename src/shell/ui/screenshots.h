@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QTemporaryDir>
 #include <QTimer>
 
 class ToolRuntime;
@@ -24,9 +25,11 @@ public:
 private:
     void capture();
     void captureWindow(std::size_t index);
+    void startRecording();
 
     ToolRuntime& m_runtime;
     QString m_folder;
     QString m_prefix;
     QTimer m_settle;
+    QTemporaryDir m_recording;
 };

@@ -9,6 +9,7 @@
 #include "extinguish/ui/frmextinguishsettings.h"
 #include "link/qtserialportdevice.h"
 #include "localize/ui/frmlocalizelearn.h"
+#include "logger/ui/frmlogdatadev.h"
 #include "search/ui/frmconnect.h"
 #include "search/ui/frmdevicesearch.h"
 #include "shell/appshell.h"
@@ -106,6 +107,9 @@ void ToolRuntime::createWindows() {
     add(forms.frmDeviceSettings(),
         std::make_unique<frmDeviceSettingsWindow>(forms.frmDeviceSettings(),
                                                   [this](int index) { return m_app->str(index); }));
+    add(forms.frmLogdataDev(),
+        std::make_unique<frmLogdataDevWindow>(forms.frmLogdataDev(), m_app->logger(),
+                                              [this](int index) { return m_app->str(index); }));
 }
 
 QStringList ToolRuntime::windowNames() const {

@@ -208,6 +208,35 @@ private Q_SLOTS:
         QCOMPARE(window->list->currentRow(), 0);
     }
 
+    // A list of hundreds of rows that changes with every telegram: a changed text rewrites
+    // its row only, so that ticks, selection and scroll position stay.
+    void tickMarksFollowTheModelAndTheUser() {
+        QWidget ticked;
+        auto* list = named<QListWidget>(QStringLiteral("lstList"));
+        list->setParent(&ticked);
+        FormView::giveTickMarks(list);
+        FormView tickedView(*form, &ticked);
+        form->setItems(QStringLiteral("lstList"), {"a", "b", "c"});
+        form->setTicked(QStringLiteral("lstList"), 1, true);
+        QListWidgetItem* second = list->item(1);
+        QCOMPARE(second->checkState(), Qt::Checked);
+        form->setItems(QStringLiteral("lstList"), {"a", "B", "c", "d"});
+        QCOMPARE(list->item(1), second);
+        QCOMPARE(second->text(), QStringLiteral("B"));
+        QCOMPARE(second->checkState(), Qt::Checked);
+        QCOMPARE(list->item(3)->checkState(), Qt::Unchecked);
+
+        QSignalSpy edited(form.get(), &Form::edited);
+        list->item(3)->setCheckState(Qt::Checked);
+        QVERIFY(form->isTicked(QStringLiteral("lstList"), 3));
+        QCOMPARE(edited.count(), 1);
+        form->setTicked(QStringLiteral("lstList"), 1, false);
+        QCOMPARE(second->checkState(), Qt::Unchecked);
+        QCOMPARE(edited.count(), 1); // the model's own change is not the user's
+        form->setItems(QStringLiteral("lstList"), {"a"});
+        QCOMPARE(list->count(), 1);
+    }
+
     void visibleAndEnabledReachWidgetsActionsMenusAndTabs() {
         window->show();
         for (const char* name : {"lblText", "mnuFile", "mnuLoad", "tabMain_1"}) {

@@ -1,0 +1,410 @@
+#include "logger/datalogger.h"
+
+#include "common/appstate.h"
+#include "common/colors.h"
+#include "common/logger_elements.h"
+#include "common/mainview_elements.h"
+#include "common/numberformat.h"
+#include "logger/dataobjects.h"
+#include "logger/logfiles.h"
+#include "values/devicevalues.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace el = frmLogdataDev;
+
+namespace {
+
+constexpr int kStringTrend = 700;
+constexpr int kStringSpan = 701;
+constexpr int kStringSpans = 702; // four: 1 min, 10 min, 1 h, all
+constexpr int kStringPause = 706;
+constexpr int kStringExport = 707;
+constexpr int kStringRecords = 708;
+constexpr int kStringWriteFailed = 709;
+constexpr int kStringOpenFailed = 710;
+constexpr int kStringPicture = 711;
+constexpr int kStringExportFailed = 713;
+constexpr int kDefaultSpan = 1; // 10 min
+
+const QString kTitle = QStringLiteral("KOMPA");
+
+enum Which { Excel, MathCad };
+
+struct FileElements {
+    QString tick, chooser, path, records;
+};
+
+const FileElements& elementsOf(int which) {
+    static const FileElements excel{el::chkSaveAsExcel, el::cmdSaveAsExcel, el::lblSaveAsExcelFile,
+                                    el::lblSaveAsExcelRecords};
+    static const FileElements mathCad{el::chkSaveAsMathCad, el::cmdSaveAsMathCad,
+                                      el::lblSaveAsMathCadFile, el::lblSaveAsMathCadRecords};
+    return which == Excel ? excel : mathCad;
+}
+
+// The unit of a row's text "description [unit]"; empty where it has none.
+QString unitOf(const QString& rowText) {
+    if (!rowText.endsWith(u']')) return {};
+    const qsizetype open = rowText.lastIndexOf(QStringLiteral(" ["));
+    return open < 0 ? QString() : rowText.mid(open + 2, rowText.size() - open - 3);
+}
+
+// The value as the trend plots it; texts are no numbers.
+std::optional<double> numberOf(const DataObject& row) {
+    struct Number {
+        std::optional<double> operator()(float v) const { return double(v); }
+        std::optional<double> operator()(std::int16_t v) const { return double(v); }
+        std::optional<double> operator()(double v) const { return v; }
+        std::optional<double> operator()(const QString&) const { return std::nullopt; }
+    };
+    return std::visit(Number{}, row.value);
+}
+
+// The default text of the value's own type, with the locale's decimal mark.
+QString textOf(const DataObject& row, const QLocale& locale) {
+    struct Text {
+        const QLocale& locale;
+        QString operator()(float v) const { return numberformat::plain(v, locale); }
+        QString operator()(std::int16_t v) const { return QString::number(v); }
+        QString operator()(double v) const { return numberformat::plain(v, locale); }
+        QString operator()(const QString& v) const { return v; }
+    };
+    return std::visit(Text{locale}, row.value);
+}
+
+} // namespace
+
+DataLogger::DataLogger(AppState& state, DeviceValues& values)
+    : QObject()
+    , m_state(state)
+    , m_values(values) {
+    Form& form = window();
+    connect(&form, &Form::loaded, this, &DataLogger::Form_Load);
+    connect(&form, &Form::clicked, this, &DataLogger::onClicked);
+    connect(&form, &Form::edited, this, &DataLogger::onEdited);
+    connect(&form, &Form::windowChanged, this, [this](Form::WindowChange change) {
+        if (change != Form::WindowChange::Unloaded) return;
+        LoggerRunning = false;
+        m_tmrBlink.disable();
+    });
+    // The window is unloaded with the program only: closing it hides it, and a recording
+    // goes on, as do the ticks.
+    form.setCloseHandler([this] {
+        window().hide();
+        return false;
+    });
+    connect(&m_state.forms.frmDisplay(), &Form::clicked, this, [this](const QString& element) {
+        if (element == frmDisplay::mnuLogDataDev) ShowLogger();
+    });
+    connect(&m_tmrBlink, &FormTimer::timeout, this, &DataLogger::tmrBlink_Timer);
+    m_tmrBlink.disable();
+}
+
+DataLogger::~DataLogger() = default;
+
+Form& DataLogger::window() const {
+    return m_state.forms.frmLogdataDev();
+}
+
+void DataLogger::Form_Load() {
+    Form& form = window();
+    form.setTitle(QStringLiteral("Datenlogger"));
+    form.setCaption(el::fraDataObjectsAvailable,
+                    QStringLiteral("Verfügbare Datenobjekte (Zum Auswählen Kontrollkästchen "
+                                   "aktivieren !)"));
+    form.setCaption(el::fraDataObjectsToLog,
+                    QStringLiteral("Ausgewählte Datenobjekte für die Aufzeichnung"));
+    form.setCaption(el::chkSaveAsExcel,
+                    QStringLiteral("im EXCEL-Format (Schreibintervall: Jedes fünfte komplette "
+                                   "Gerätetelegramm. Dezimaltrennzeichen: Komma. Ausgewählte "
+                                   "Datenobjekte: Siehe Info-Datei.)"));
+    form.setCaption(el::chkSaveAsMathCad,
+                    QStringLiteral("im MATHCAD-Format (Schreibintervall: Jedes komplette "
+                                   "Gerätetelegramm. Dezimaltrennzeichen: Punkt. Ausgewählte "
+                                   "Datenobjekte: Siehe Info-Datei.)"));
+    form.setCaption(el::cmdSaveAsExcel, QStringLiteral("Speichern unter..."));
+    form.setCaption(el::cmdSaveAsMathCad, QStringLiteral("Speichern unter..."));
+    form.setCaption(el::cmdStart, QStringLiteral("START"));
+    form.setCaption(el::cmdStop, QStringLiteral("STOPP"));
+    form.setCaption(el::lblRunning, QStringLiteral("Aufzeichnung läuft !"));
+    for (int which : {Excel, MathCad}) {
+        const FileElements& e = elementsOf(which);
+        form.setChecked(e.tick, false);
+        form.setEnabled(e.chooser, false);
+        form.setCaption(e.path, QString());
+        m_records[which] = 0;
+        showRecords(which);
+    }
+    form.setEnabled(el::cmdStart, false);
+    form.setEnabled(el::cmdStop, false);
+    form.setVisible(el::lblRunning, false);
+    m_tmrBlink.disable();
+    form.setValue(el::cboTrendSpan, kDefaultSpan);
+    form.setChecked(el::chkTrendPause, false);
+    ApplyTexts();
+    // The rows are there from the start, so that they can be ticked before a device is read.
+    DataToShow();
+    CheckLoggerReady();
+}
+
+void DataLogger::ApplyTexts() {
+    Form& form = window();
+    form.setCaption(el::fraTrend, m_state.str(kStringTrend));
+    form.setCaption(el::lblTrendSpan, m_state.str(kStringSpan));
+    const double span = form.value(el::cboTrendSpan);
+    QStringList spans;
+    for (int i = 0; i < 4; ++i)
+        spans << m_state.str(kStringSpans + i);
+    form.setItems(el::cboTrendSpan, spans);
+    form.setValue(el::cboTrendSpan, span);
+    form.setCaption(el::chkTrendPause, m_state.str(kStringPause));
+    form.setCaption(el::cmdTrendExport, m_state.str(kStringExport));
+    for (int which : {Excel, MathCad})
+        showRecords(which);
+}
+
+void DataLogger::ShowLogger() {
+    Form& form = window();
+    form.show();
+    form.bringToFront();
+}
+
+void DataLogger::ReadOutComplete() {
+    DataToShow();
+    m_trend.append(m_state.now().toMSecsSinceEpoch(), m_trendValues);
+}
+
+void DataLogger::DataToShow() {
+    ListResetPending = true;
+    clsMQ27Values* values = m_values.get();
+    m_haveValues = values != nullptr;
+    if (!values) {
+        if (!m_empty) m_empty = std::make_unique<clsMQ27Values>();
+        values = m_empty.get();
+    }
+    Form& form = window();
+    m_rows = form.items(el::lstDisplay[0]);
+    VisitDataObjects(*values, [this](const DataObject& row) { AddDataObject(row); });
+    form.setItems(el::lstDisplay[0], m_rows);
+    form.setItems(el::lstDisplay[1], m_names);
+    form.setItems(el::lstDisplay[2], m_texts);
+    m_trend.setSeries(m_trendKeys);
+    if (m_haveValues)
+        form.setTitle(QStringLiteral("Datenlogger - Komplettes Gerätetelegramm empfangen um ") +
+                      m_state.locale.toString(m_state.now().time(), QLocale::LongFormat));
+    WriteLogRecord();
+}
+
+void DataLogger::AddDataObject(const DataObject& row) {
+    if (ListResetPending) {
+        ListRow = 0;
+        LoggedRow = 0;
+        m_names.clear();
+        m_texts.clear();
+        m_trendKeys.clear();
+        m_trendValues.clear();
+        ListResetPending = false;
+    }
+    if (ListRow >= m_rows.size())
+        m_rows.append(row.text);
+    else if (m_rows[ListRow] != row.text)
+        m_rows[ListRow] = row.text;
+    if (window().isTicked(el::lstDisplay[0], ListRow)) {
+        m_names.append(row.text);
+        m_texts.append(m_haveValues ? textOf(row, m_state.locale) : QString());
+        if (const auto number = numberOf(row)) {
+            m_trendKeys.push_back({ListRow, row.text, unitOf(row.text)});
+            m_trendValues.push_back(*number);
+        }
+        ++LoggedRow;
+    }
+    ++ListRow;
+}
+
+void DataLogger::CheckLoggerReady() {
+    Form& form = window();
+    AnyObjectTicked = form.element(el::lstDisplay[0]).ticks.contains(true);
+    ExcelFileReady =
+        form.isChecked(el::chkSaveAsExcel) && !form.caption(el::lblSaveAsExcelFile).isEmpty();
+    MathCadFileReady =
+        form.isChecked(el::chkSaveAsMathCad) && !form.caption(el::lblSaveAsMathCadFile).isEmpty();
+    const bool excelTicked = form.isChecked(el::chkSaveAsExcel);
+    const bool mathCadTicked = form.isChecked(el::chkSaveAsMathCad);
+    form.setEnabled(el::cmdStart, (((!excelTicked || ExcelFileReady) && MathCadFileReady) ||
+                                   (!mathCadTicked && ExcelFileReady)) &&
+                                      AnyObjectTicked);
+}
+
+QString DataLogger::AskLogFile(const QString& Extension) {
+    const QString pattern = u'*' + Extension;
+    const std::optional<QString> chosen =
+        m_state.services.dialogs->saveFileName(QString(), pattern + u'|' + pattern + u'|');
+    if (!chosen || chosen->isEmpty()) return {};
+    QFile file(*chosen);
+    // Opening creates the file where it is missing, and never empties it.
+    if (!file.open(QIODevice::ReadWrite)) {
+        m_state.services.dialogs->messageBox(
+            m_state.str(kStringOpenFailed)
+                .arg(QDir::toNativeSeparators(*chosen), file.errorString()),
+            kTitle, UserDialogs::Buttons::Ok, UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
+        return {};
+    }
+    const qint64 length = file.size();
+    file.close();
+    if (length >= 1 && m_state.services.dialogs->messageBox(
+                           QStringLiteral("Datei existiert bereits. Daten anhängen?"), kTitle,
+                           UserDialogs::Buttons::YesNo, UserDialogs::Icon::Question,
+                           UserDialogs::Answer::Yes) == UserDialogs::Answer::No)
+        return {};
+    return *chosen;
+}
+
+void DataLogger::chooseFile(int which) {
+    const FileElements& e = elementsOf(which);
+    const QString path =
+        AskLogFile(which == Excel ? QStringLiteral(".log") : QStringLiteral(".dat"));
+    window().setCaption(e.path, path);
+    m_records[which] = path.isEmpty() ? 0 : logfiles::CountLines(path);
+    showRecords(which);
+    CheckLoggerReady();
+}
+
+void DataLogger::showRecords(int which) {
+    Form& form = window();
+    const FileElements& e = elementsOf(which);
+    form.setCaption(e.records, form.caption(e.path).isEmpty()
+                                   ? QString()
+                                   : m_state.str(kStringRecords).arg(m_records[which]));
+}
+
+void DataLogger::cmdStart_Click() {
+    Form& form = window();
+    LoggerRunning = true;
+    form.setEnabled(el::cmdStart, false);
+    form.setEnabled(el::cmdStop, true);
+    for (int which : {Excel, MathCad}) {
+        form.setEnabled(elementsOf(which).tick, false);
+        form.setEnabled(elementsOf(which).chooser, false);
+    }
+    form.setVisible(el::lblRunning, true);
+    RecordDivider = 0;
+    for (int i = 0; i < 3; ++i)
+        form.setEnabled(el::lstDisplay[i], false);
+    LogInfoWritten = false;
+    DatInfoWritten = false;
+}
+
+void DataLogger::cmdStop_Click() {
+    Form& form = window();
+    LoggerRunning = false;
+    form.setEnabled(el::cmdStart, true);
+    form.setEnabled(el::cmdStop, false);
+    for (int which : {Excel, MathCad}) {
+        form.setEnabled(elementsOf(which).tick, true);
+        form.setEnabled(elementsOf(which).chooser, true);
+    }
+    if (!m_tmrBlink.isEnabled()) m_tmrBlink.enable();
+    form.setVisible(el::lblRunning, false);
+    RecordDivider = 0;
+    for (int i = 0; i < 3; ++i)
+        form.setEnabled(el::lstDisplay[i], true);
+}
+
+void DataLogger::tmrBlink_Timer() {
+    window().setBackColor(el::lblSaveAsExcelFile, colors::kButtonFace);
+    window().setBackColor(el::lblSaveAsMathCadFile, colors::kButtonFace);
+    m_tmrBlink.disable();
+}
+
+void DataLogger::WriteLogRecord() {
+    if (!LoggerRunning) return;
+    const QDateTime now = m_state.now();
+    if (AnyObjectTicked && ExcelFileReady && RecordDivider == 0) recordTo(Excel, now);
+    if (LoggerRunning && AnyObjectTicked && MathCadFileReady) recordTo(MathCad, now);
+    // A failure has stopped the recording, and with it the count.
+    if (!LoggerRunning) return;
+    if (++RecordDivider == 5) RecordDivider = 0;
+}
+
+void DataLogger::recordTo(int which, const QDateTime& now) {
+    Form& form = window();
+    const QString stamp = which == Excel ? logfiles::ExcelStamp(now) : logfiles::MathCadStamp(now);
+    const QChar separator = which == Excel ? u'\t' : u' ';
+    QString line = stamp;
+    for (const QString& text : form.items(el::lstDisplay[2]))
+        line +=
+            separator + (which == Excel ? text : logfiles::WithDecimalPoint(text, m_state.locale));
+    QString start = QStringLiteral("START-> ") + stamp;
+    for (const QString& name : form.items(el::lstDisplay[1]))
+        start += QStringLiteral(" | ") + name;
+
+    const FileElements& e = elementsOf(which);
+    form.setBackColor(e.path, colors::kGreen);
+    if (!m_tmrBlink.isEnabled()) m_tmrBlink.enable();
+    const QString path = form.caption(e.path);
+    // A file deleted during the recording comes back with this line, and counts from it.
+    if (!QFileInfo::exists(path)) m_records[which] = 0;
+    if (!append(path, line)) return;
+    ++m_records[which];
+    showRecords(which);
+    bool& infoWritten = which == Excel ? LogInfoWritten : DatInfoWritten;
+    if (infoWritten) return;
+    infoWritten = true;
+    append(logfiles::InfoPath(path,
+                              which == Excel ? logfiles::kLogInfoSuffix : logfiles::kDatInfoSuffix),
+           start);
+}
+
+bool DataLogger::append(const QString& path, const QString& line) {
+    const QString failure = logfiles::AppendLine(path, line);
+    if (failure.isEmpty()) return true;
+    cmdStop_Click();
+    m_state.services.dialogs->messageBox(
+        m_state.str(kStringWriteFailed).arg(QDir::toNativeSeparators(path), failure), kTitle,
+        UserDialogs::Buttons::Ok, UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
+    return false;
+}
+
+void DataLogger::onClicked(const QString& element) {
+    Form& form = window();
+    for (int which : {Excel, MathCad}) {
+        const FileElements& e = elementsOf(which);
+        if (element == e.tick) {
+            form.setEnabled(e.chooser, form.isChecked(e.tick));
+            CheckLoggerReady();
+        } else if (element == e.chooser) {
+            chooseFile(which);
+        }
+    }
+    if (element == el::cmdStart)
+        cmdStart_Click();
+    else if (element == el::cmdStop)
+        cmdStop_Click();
+    else if (element == el::cmdTrendExport)
+        exportTrend();
+}
+
+void DataLogger::onEdited(const QString& element) {
+    for (int i = 0; i < 3; ++i) {
+        if (element != el::lstDisplay[i]) continue;
+        DataToShow();
+        CheckLoggerReady();
+    }
+}
+
+void DataLogger::exportTrend() {
+    std::optional<QString> path = m_state.services.dialogs->saveFileName(
+        QString(), m_state.str(kStringPicture) + QStringLiteral(" (*.png)|*.png|"));
+    if (!path || path->isEmpty()) return;
+    if (QFileInfo(*path).suffix().isEmpty()) *path += QStringLiteral(".png");
+    Q_EMIT trendExportRequested(*path);
+}
+
+void DataLogger::trendExported(const QString& path, const QString& failure) {
+    if (failure.isEmpty()) return;
+    m_state.services.dialogs->messageBox(
+        m_state.str(kStringExportFailed).arg(QDir::toNativeSeparators(path), failure), kTitle,
+        UserDialogs::Buttons::Ok, UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
+}

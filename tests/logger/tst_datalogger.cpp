@@ -1,0 +1,288 @@
+// The logger's record step and its files, on a fixed clock: the expected bytes are written
+// out by hand, CR LF and separators included.
+#include "common/logger_elements.h"
+#include "logger/datalogger.h"
+#include "logger/logfiles.h"
+#include "support/fakes.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+namespace el = frmLogdataDev;
+
+namespace {
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
+}
+
+} // namespace
+
+class TestDataLogger : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void bothFilesThinTheLogAndKeepTheirFormats();
+    void stopAndStartAppendASecondStartLine();
+    void infoPathCutsAtTheFirstPointOfThePath();
+    void choosingAFileAsksBeforeAppending();
+    void startNeedsATickAndEveryTickedFormatsFile();
+    void aFileThatCannotBeWrittenStopsTheRecording();
+    void aDeletedFileComesBackWithTheNextRecord();
+    void aPassListsTheTickedRowsOnly();
+
+private:
+    Form& window() { return m_t->app->forms().frmLogdataDev(); }
+    DataLogger& logger() { return m_t->app->logger(); }
+    // Chooses the file of one format through its dialog, ticked.
+    void choose(const QString& tick, const QString& button, const QString& path);
+    // The ticked rows' names and values, as a pass would leave them.
+    void showValues(const QStringList& names, const QStringList& values);
+    // `count` records, one second apart, from 23.11.2026 09:30:15.
+    void record(int count);
+
+    std::unique_ptr<TestApp> m_t;
+    QString m_folder;
+    QDateTime m_next;
+};
+
+void TestDataLogger::init() {
+    m_t = std::make_unique<TestApp>();
+    m_t->app->state().locale = QLocale(QLocale::German, QLocale::Germany);
+    m_folder = QDir(m_t->folder.path()).filePath(QStringLiteral("Prüfung 1"));
+    QDir().mkpath(m_folder);
+    m_next = QDateTime(QDate(2026, 11, 23), QTime(9, 30, 15));
+    window().load();
+    window().setTicked(el::lstDisplay[0], 1, true);
+}
+
+void TestDataLogger::cleanup() {
+    m_t.reset();
+}
+
+void TestDataLogger::choose(const QString& tick, const QString& button, const QString& path) {
+    window().userSetValue(tick, 1);
+    window().click(tick);
+    m_t->dialogs.saveName = path;
+    window().click(button);
+}
+
+void TestDataLogger::showValues(const QStringList& names, const QStringList& values) {
+    window().setItems(el::lstDisplay[1], names);
+    window().setItems(el::lstDisplay[2], values);
+}
+
+void TestDataLogger::record(int count) {
+    for (int i = 0; i < count; ++i) {
+        m_t->clock.time = m_next;
+        m_next = m_next.addSecs(1);
+        logger().WriteLogRecord();
+    }
+}
+
+void TestDataLogger::bothFilesThinTheLogAndKeepTheirFormats() {
+    const QString log = m_folder + QStringLiteral("/lauf.log");
+    const QString dat = m_folder + QStringLiteral("/lauf.dat");
+    choose(el::chkSaveAsExcel, el::cmdSaveAsExcel, log);
+    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, dat);
+    QVERIFY(window().isEnabled(el::cmdStart));
+    window().click(el::cmdStart);
+    showValues({QStringLiteral("Akt. Luftstrom [m/s]"), QStringLiteral("Softwarenummer"),
+                QStringLiteral("Zustand Summer")},
+               {QStringLiteral("0,5"), QStringLiteral("1,2,3"), QStringLiteral("-1,25")});
+    record(7);
+
+    // Records 1 and 6 reach the spreadsheet; the decimal comma stays there.
+    QCOMPARE(contents(log), QByteArray("23.11.2026\t09:30:15\t0,5\t1,2,3\t-1,25\r\n"
+                                       "23.11.2026\t09:30:20\t0,5\t1,2,3\t-1,25\r\n"));
+    // Every record reaches the table for the mathematics tool: a number's comma becomes a
+    // point, a text keeps its commas.
+    QCOMPARE(contents(dat), QByteArray("2026 11 23 09 30 15 0.5 1,2,3 -1.25\r\n"
+                                       "2026 11 23 09 30 16 0.5 1,2,3 -1.25\r\n"
+                                       "2026 11 23 09 30 17 0.5 1,2,3 -1.25\r\n"
+                                       "2026 11 23 09 30 18 0.5 1,2,3 -1.25\r\n"
+                                       "2026 11 23 09 30 19 0.5 1,2,3 -1.25\r\n"
+                                       "2026 11 23 09 30 20 0.5 1,2,3 -1.25\r\n"
+                                       "2026 11 23 09 30 21 0.5 1,2,3 -1.25\r\n"));
+    QCOMPARE(contents(m_folder + QStringLiteral("/lauf_log_Info.txt")),
+             QByteArray("START-> 23.11.2026\t09:30:15 | Akt. Luftstrom [m/s] | Softwarenummer | "
+                        "Zustand Summer\r\n"));
+    QCOMPARE(contents(m_folder + QStringLiteral("/lauf_dat_Info.txt")),
+             QByteArray("START-> 2026 11 23 09 30 15 | Akt. Luftstrom [m/s] | Softwarenummer | "
+                        "Zustand Summer\r\n"));
+    QCOMPARE(logger().excelRecords(), 2);
+    QCOMPARE(logger().mathCadRecords(), 7);
+    QCOMPARE(window().caption(el::lblSaveAsMathCadRecords), QStringLiteral("7 Datensätze"));
+    // Each write lights its path, and the blink timer puts the colour back.
+    QCOMPARE(window().backColor(el::lblSaveAsExcelFile), colors::kGreen);
+    QCOMPARE(logger().tmrBlink().interval(), 200);
+    QVERIFY(logger().tmrBlink().isEnabled());
+    logger().tmrBlink_Timer();
+    QCOMPARE(window().backColor(el::lblSaveAsMathCadFile), colors::kButtonFace);
+    QVERIFY(!logger().tmrBlink().isEnabled());
+}
+
+void TestDataLogger::stopAndStartAppendASecondStartLine() {
+    const QString log = m_folder + QStringLiteral("/a.log");
+    choose(el::chkSaveAsExcel, el::cmdSaveAsExcel, log);
+    showValues({QStringLiteral("Bargraphpegel")}, {QStringLiteral("3")});
+    window().click(el::cmdStart);
+    record(2);
+    window().click(el::cmdStop);
+    QVERIFY(!window().isVisible(el::lblRunning));
+    QVERIFY(window().isEnabled(el::cmdSaveAsMathCad)); // both dialog buttons, whatever ticked
+    record(1);                                         // stopped: nothing is written
+    showValues({QStringLiteral("Bargraphpegel"), QStringLiteral("Resetcounter")},
+               {QStringLiteral("4"), QStringLiteral("17")});
+    window().click(el::cmdStart);
+    QVERIFY(window().isVisible(el::lblRunning));
+    QVERIFY(!window().isEnabled(el::lstDisplay[0]));
+    record(1);
+    QCOMPARE(contents(log), QByteArray("23.11.2026\t09:30:15\t3\r\n"
+                                       "23.11.2026\t09:30:18\t4\t17\r\n"));
+    QCOMPARE(contents(m_folder + QStringLiteral("/a_log_Info.txt")),
+             QByteArray("START-> 23.11.2026\t09:30:15 | Bargraphpegel\r\n"
+                        "START-> 23.11.2026\t09:30:18 | Bargraphpegel | Resetcounter\r\n"));
+}
+
+void TestDataLogger::infoPathCutsAtTheFirstPointOfThePath() {
+    QCOMPARE(logfiles::InfoPath(QStringLiteral("data.old/run.log"), logfiles::kLogInfoSuffix),
+             QStringLiteral("data_log_Info.txt"));
+    QCOMPARE(logfiles::InfoPath(QStringLiteral("/m/run"), logfiles::kDatInfoSuffix),
+             QStringLiteral("/m/run_dat_Info.txt"));
+    // Where the cut lands is where a recording's info file goes, even outside its folder.
+    QDir(m_folder).mkpath(QStringLiteral("data.old"));
+    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad,
+           m_folder + QStringLiteral("/data.old/r.dat"));
+    showValues({QStringLiteral("x")}, {QStringLiteral("1")});
+    window().click(el::cmdStart);
+    record(1);
+    QCOMPARE(contents(m_folder + QStringLiteral("/data_dat_Info.txt")),
+             QByteArray("START-> 2026 11 23 09 30 15 | x\r\n"));
+}
+
+void TestDataLogger::choosingAFileAsksBeforeAppending() {
+    const QString path = m_folder + QStringLiteral("/old.dat");
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("2026 01 01 00 00 00 1\r\n2026 01 01 00 00 01 2\r\n");
+    }
+    m_t->dialogs.answers = {UserDialogs::Answer::No};
+    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, path);
+    QCOMPARE(m_t->dialogs.shown.size(), 1);
+    QCOMPARE(m_t->dialogs.shown[0].text,
+             QStringLiteral("Datei existiert bereits. Daten anhängen?"));
+    QCOMPARE(m_t->dialogs.shown[0].title, QStringLiteral("KOMPA"));
+    QCOMPARE(m_t->dialogs.lastFilter, QStringLiteral("*.dat|*.dat|"));
+    QCOMPARE(window().caption(el::lblSaveAsMathCadFile), QString());
+
+    window().click(el::cmdSaveAsMathCad); // the default answer appends
+    QCOMPARE(window().caption(el::lblSaveAsMathCadFile), path);
+    QCOMPARE(logger().mathCadRecords(), 2);
+    QCOMPARE(contents(path).size(), 46); // nothing empties a file
+
+    // A new file is made at once and asks nothing; a cancelled dialog empties the label.
+    m_t->dialogs.saveName = m_folder + QStringLiteral("/new.dat");
+    window().click(el::cmdSaveAsMathCad);
+    QVERIFY(QFile::exists(m_folder + QStringLiteral("/new.dat")));
+    QCOMPARE(m_t->dialogs.shown.size(), 2);
+    m_t->dialogs.saveName.reset();
+    window().click(el::cmdSaveAsMathCad);
+    QCOMPARE(window().caption(el::lblSaveAsMathCadFile), QString());
+}
+
+void TestDataLogger::startNeedsATickAndEveryTickedFormatsFile() {
+    const QString log = m_folder + QStringLiteral("/s.log");
+    choose(el::chkSaveAsExcel, el::cmdSaveAsExcel, log);
+    QVERIFY(window().isEnabled(el::cmdStart));
+    // A ticked format without its file holds the start back.
+    window().userSetValue(el::chkSaveAsMathCad, 1);
+    window().click(el::chkSaveAsMathCad);
+    QVERIFY(window().isEnabled(el::cmdSaveAsMathCad));
+    QVERIFY(!window().isEnabled(el::cmdStart));
+    window().userSetValue(el::chkSaveAsMathCad, 0);
+    window().click(el::chkSaveAsMathCad);
+    QVERIFY(window().isEnabled(el::cmdStart));
+    // So does a list without a tick.
+    window().userSetTicked(el::lstDisplay[0], 1, false);
+    QVERIFY(!window().isEnabled(el::cmdStart));
+}
+
+void TestDataLogger::aFileThatCannotBeWrittenStopsTheRecording() {
+    // A full disk.
+    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, QStringLiteral("/dev/full"));
+    showValues({QStringLiteral("x")}, {QStringLiteral("1")});
+    window().click(el::cmdStart);
+    record(1);
+    QVERIFY(!logger().LoggerRunning);
+    QVERIFY(window().isEnabled(el::cmdStart));
+    QCOMPARE(m_t->dialogs.shown.size(), 1);
+    QVERIFY2(m_t->dialogs.shown[0].text.contains(QStringLiteral("/dev/full")),
+             qPrintable(m_t->dialogs.shown[0].text));
+    QVERIFY(m_t->dialogs.shown[0].text.contains(QStringLiteral("space")));
+
+    // A folder that is gone: the message names the file, the lines written so far stay.
+    const QString folder = m_folder + QStringLiteral("/stick");
+    QDir().mkpath(folder);
+    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, folder + QStringLiteral("/r.dat"));
+    window().click(el::cmdStart);
+    record(1);
+    QVERIFY(QDir(folder).removeRecursively());
+    record(2);
+    QVERIFY(!logger().LoggerRunning);
+    QCOMPARE(m_t->dialogs.shown.size(), 2);
+    QVERIFY(m_t->dialogs.shown[1].text.contains(folder + QStringLiteral("/r.dat")));
+}
+
+void TestDataLogger::aDeletedFileComesBackWithTheNextRecord() {
+    const QString dat = m_folder + QStringLiteral("/d.dat");
+    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, dat);
+    showValues({QStringLiteral("x")}, {QStringLiteral("1")});
+    window().click(el::cmdStart);
+    record(2);
+    QVERIFY(QFile::remove(dat));
+    record(1);
+    QVERIFY(logger().LoggerRunning);
+    QCOMPARE(contents(dat), QByteArray("2026 11 23 09 30 17 1\r\n"));
+    QCOMPARE(logger().mathCadRecords(), 1);
+}
+
+void TestDataLogger::aPassListsTheTickedRowsOnly() {
+    // Before any device: every row to tick, no values.
+    const QStringList rows = window().items(el::lstDisplay[0]);
+    QCOMPARE(rows.size(), 584);
+    window().setTicked(el::lstDisplay[0], 1, false);
+    window().userSetTicked(el::lstDisplay[0], 1, true);
+    QCOMPARE(window().items(el::lstDisplay[1]),
+             QStringList{QStringLiteral("Akt. Luftstrom [m/s]")});
+    QCOMPARE(window().items(el::lstDisplay[2]), QStringList{QString()});
+
+    // A tick, as the user sets it, is a pass: the rows stay, the ticked ones are listed in
+    // list order, and the numbers among them go to the trend.
+    m_t->app->createValues();
+    window().userSetTicked(el::lstDisplay[0], 2, true);
+    window().userSetTicked(el::lstDisplay[0], 3, true);
+    QCOMPARE(window().items(el::lstDisplay[0]), rows);
+    QCOMPARE(window().items(el::lstDisplay[1]),
+             (QStringList{QStringLiteral("Akt. Luftstrom [m/s]"),
+                          QStringLiteral("Luftstrom Sollwert [m/s]"),
+                          QStringLiteral("Akt. Lufttemperatur [°C]")}));
+    QCOMPARE(window().items(el::lstDisplay[2]).size(), 3);
+    QCOMPARE(logger().trend().series().size(), 3u);
+    QCOMPARE(logger().trend().series()[2].unit, QStringLiteral("°C"));
+
+    window().userSetTicked(el::lstDisplay[0], 1, false);
+    window().userSetTicked(el::lstDisplay[0], 2, false);
+    window().userSetTicked(el::lstDisplay[0], 3, false);
+    QVERIFY(window().items(el::lstDisplay[1]).isEmpty());
+    QVERIFY(window().items(el::lstDisplay[2]).isEmpty());
+    QVERIFY(logger().trend().series().empty());
+}
+
+QTEST_GUILESS_MAIN(TestDataLogger)
+#include "tst_datalogger.moc"
