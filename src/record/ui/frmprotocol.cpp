@@ -59,8 +59,14 @@ frmProtocolWindow::frmProtocolWindow(Form& form, Protocol& logic, std::function<
     , m_text(std::move(text)) {
     setObjectName(form.name());
     m_views = new QTabWidget;
-    for (const int index : {1, 2, 0})
-        m_views->addTab(pageView(index), QString());
+    for (const int index : {1, 2, 0}) {
+        // The view sits on a page of its own: a tab page's caption is the tab's text.
+        auto* page = new QWidget;
+        auto* layout = new QVBoxLayout(page);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(pageView(index));
+        m_views->addTab(page, QString());
+    }
 
     auto* root = new QVBoxLayout(this);
     root->addWidget(m_views, 1);
@@ -95,7 +101,7 @@ void frmProtocolWindow::applyTexts() {
     for (int tab = 0; tab < 3; ++tab) {
         const QString title = m_text(kViewTitles[order[tab]]);
         m_views->setTabText(tab, title);
-        m_views->widget(tab)->setAccessibleName(title);
+        m_views->widget(tab)->findChild<QPlainTextEdit*>()->setAccessibleName(title);
     }
 }
 
