@@ -4,11 +4,13 @@
 #include "shell/ui/toolruntime.h"
 #include "support/fakes.h"
 
+#include <QFile>
 #include <QFontInfo>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 // The record window as the engineer sees it: the menu entry, the comment lines, the pages.
@@ -51,6 +53,22 @@ private Q_SLOTS:
         QVERIFY(record->findChild<QPlainTextEdit*>(frmProtocol::rtxtProtocol[1])
                     ->toPlainText()
                     .startsWith(QStringLiteral("       Visit")));
+
+        // A printer dialog the user cancels leaves the window as it was.
+        QTimer::singleShot(0, [] {
+            if (QWidget* dialog = QApplication::activeModalWidget()) dialog->close();
+        });
+        record->findChild<QPushButton*>(QString(frmProtocol::cmdPrint))->click();
+        QVERIFY(record->isVisible() && record->isEnabled());
+        QVERIFY(dialogs.shown.isEmpty());
+
+        const QString pdf = folder.filePath(QStringLiteral("record.pdf"));
+        dialogs.saveName = pdf;
+        record->findChild<QPushButton*>(QString(frmProtocol::cmdPdf))->click();
+        QFile written(pdf);
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        QVERIFY(written.readAll().startsWith("%PDF-"));
+
         record->findChild<QPushButton*>(QString(frmProtocol::cmdCancel))->click();
         QVERIFY(!record->isVisible());
     }
