@@ -113,7 +113,10 @@ int record(int argc, char* argv[]) {
     } else {
         app = std::make_unique<QCoreApplication>(argc, argv);
     }
-    if (!parsed) return kRecordUsage;
+    if (!parsed) {
+        printError(QStringLiteral("usage: ") + QString::fromUtf8(MQ27_CLI_RECORD_USAGE).trimmed());
+        return kRecordUsage;
+    }
     return run(*parsed);
 }
 
