@@ -14,6 +14,8 @@ qt6-qpa-plugins fonts-dejavu-core xvfb xauth"
 # desktop-file-utils, appstream: the install test validates the menu entry and the store
 # listing with them.
 packages="$packages desktop-file-utils appstream"
+# poppler-utils: the record test reads the text back out of a written PDF with pdftotext.
+packages="$packages poppler-utils"
 # dpkg-dev finds the package's dependencies (dpkg-shlibdeps); lintian checks the package.
 if [ "${1:-}" = package ]; then
     packages="$packages dpkg-dev lintian"

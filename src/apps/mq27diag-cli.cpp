@@ -8,7 +8,12 @@
 //                              [--temperature-unit C|F]
 //       Loads a saved read-out into the main view as the tool does, lets it refresh once
 //       and prints a window's model (default frmDisplay): element, property, value.
+//
+//   mq27diag-cli record FILE.ko3 [--language de|en|fr|nl] [--comment TEXT]... [--pdf OUT.pdf]
+//       The device record of a saved read-out: its two pages as text on standard output,
+//       or as a PDF (see mq27diag-cli-record.cpp).
 
+#include "apps/mq27diag-cli-record.h"
 #include "common/formsnapshot.h"
 #include "display/ledrhythm.h"
 #include "files/offlineload.h"
@@ -18,6 +23,7 @@
 #include "values/mq27values.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -37,6 +43,7 @@ void printUsage(FILE* stream) {
     printLine(stream, QStringLiteral("       mq27diag-cli view FILE.ko3 [--form NAME] "
                                      "[--language de|en|fr|nl] [--smoke-unit m|ft] "
                                      "[--temperature-unit C|F]"));
+    printLine(stream, QStringLiteral(MQ27_CLI_RECORD_USAGE));
     printLine(stream, QStringLiteral("       mq27diag-cli --help | --version"));
 }
 
@@ -132,10 +139,14 @@ int view(const QStringList& args) {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    if (argc >= 2 && std::strcmp(argv[1], "record") == 0) return cli::record(argc, argv);
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments().mid(1);
     if (args == QStringList{QStringLiteral("--help")}) {
         printUsage(stdout);
+        printLine(stdout, QStringLiteral("Exit status: 0 done, 1 the file is no readable read-out "
+                                         "of this device, 2 wrong arguments, 3 (record) the "
+                                         "output cannot be written."));
         printLine(stdout, QStringLiteral("See mq27diag-cli(1)."));
         return 0;
     }

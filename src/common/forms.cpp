@@ -3,6 +3,7 @@
 #include "common/dialog_elements.h"
 #include "common/logger_elements.h"
 #include "common/mainview_elements.h"
+#include "common/record_elements.h"
 #include "common/startwindow_elements.h"
 #include "common/workwindow_elements.h"
 
@@ -23,6 +24,8 @@ const QHash<QString, FormDeclaration>& declarations() {
         {formname::frmExtinguishSettings, frmExtinguishSettings::kElements},
         {formname::frmExtinguishDetails, frmExtinguishDetails::kElements},
         {formname::frmDeviceSettings, frmDeviceSettings::kElements},
+        {formname::frmProtocol, frmProtocol::kElements},
+        {formname::frmProtocolComment, frmProtocolComment::kElements},
     };
     return all;
 }

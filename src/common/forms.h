@@ -19,6 +19,8 @@ inline const QString frmLocalizeLearn = QStringLiteral("frmLocalizeLearn");
 inline const QString frmExtinguishSettings = QStringLiteral("frmExtinguishSettings");
 inline const QString frmExtinguishDetails = QStringLiteral("frmExtinguishDetails");
 inline const QString frmDeviceSettings = QStringLiteral("frmDeviceSettings");
+inline const QString frmProtocol = QStringLiteral("frmProtocol");
+inline const QString frmProtocolComment = QStringLiteral("frmProtocolComment");
 } // namespace formname
 
 // Every window model of the program, each created on first use and kept to the end.
@@ -46,6 +48,8 @@ public:
     Form& frmExtinguishSettings() { return get(formname::frmExtinguishSettings); }
     Form& frmExtinguishDetails() { return get(formname::frmExtinguishDetails); }
     Form& frmDeviceSettings() { return get(formname::frmDeviceSettings); }
+    Form& frmProtocol() { return get(formname::frmProtocol); }
+    Form& frmProtocolComment() { return get(formname::frmProtocolComment); }
 
 Q_SIGNALS:
     void created(Form& form);

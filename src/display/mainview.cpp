@@ -27,15 +27,6 @@ bool hasHelpPage(int topic) {
     return topic != 30 && !(topic >= 35 && topic <= 39) && !(topic >= 42 && topic <= 50);
 }
 
-// What later windows open; until they exist their entries are there but cannot be chosen.
-const QStringList& notYetAvailable() {
-    static const QStringList elements = [] {
-        QStringList list = {el::mnuProtocolCreate};
-        return list;
-    }();
-    return elements;
-}
-
 } // namespace
 
 MainView::MainView(AppState& state, DeviceValues& values, DeviceCommands& commands,
@@ -127,8 +118,6 @@ void MainView::Form_Load() {
     m_pages.cmdSettingsCancel_Click();
     m_pages.cmdRelayCancel_Click();
     m_pages.cmdSensorTempAlarmCancel_Click();
-    for (const QString& element : notYetAvailable())
-        view.setEnabled(element, false);
     checkUnitMenus();
 }
 

@@ -13,6 +13,7 @@
 #include "localize/localisation.h"
 #include "localize/localizetexts.h"
 #include "logger/datalogger.h"
+#include "record/protocol.h"
 #include "search/devicesearch.h"
 #include "shell/appshell.h"
 #include "shell/helplink.h"
@@ -40,6 +41,7 @@ Program::Program(const Services& services, SerialPortDevice* port, QObject* pare
     m_extinguishSettings = std::make_unique<ExtinguishSettings>(m_state, m_values, *m_commands,
                                                                 *m_engine, m_mainView->limits());
     m_logger = std::make_unique<DataLogger>(m_state, m_values);
+    m_protocol = std::make_unique<Protocol>(m_state, m_values);
     m_languages = std::make_unique<Languages>(m_state);
     m_help = std::make_unique<HelpLink>(m_state);
     m_shell =
@@ -78,6 +80,16 @@ void Program::connectParts() {
     connect(
         m_languages.get(), &Languages::languageSwitched, m_logger.get(),
         [this] { m_logger->ApplyTexts(); }, direct);
+    // The record reads the labels, so they are brought to the language first.
+    connect(
+        m_protocol.get(), &Protocol::createRequested, this,
+        [this] {
+            m_languages->SwitchToLanguage(m_state.g.gLanguage);
+            m_protocol->Protocol_Create();
+        },
+        direct);
+    connect(m_languages.get(), &Languages::languageSwitched, m_protocol.get(),
+            &Protocol::ApplyTexts, direct);
 
     connect(m_search.get(), &DeviceSearch::languageRefreshNeeded, this, refreshLanguage, direct);
     connect(m_mainView.get(), &MainView::aboutToShowData, m_localisation.get(),

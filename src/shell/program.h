@@ -25,6 +25,7 @@ class Languages;
 class HelpLink;
 class AppShell;
 class DataLogger;
+class Protocol;
 
 // The one place where the program is put together: it makes every part, gives each the
 // parts below it, and connects the signals by which a lower part reaches a higher one.
@@ -65,6 +66,7 @@ public:
     HelpLink& help() { return *m_help; }
     AppShell& shell() { return *m_shell; }
     DataLogger& logger() { return *m_logger; }
+    Protocol& protocol() { return *m_protocol; }
 
 Q_SIGNALS:
     // Shutdown has unloaded the start window; the program ends.
@@ -88,6 +90,7 @@ private:
     std::unique_ptr<ExtinguishSettings> m_extinguishSettings;
     std::unique_ptr<DeviceSettings> m_deviceSettings;
     std::unique_ptr<DataLogger> m_logger;
+    std::unique_ptr<Protocol> m_protocol;
     std::unique_ptr<Languages> m_languages;
     std::unique_ptr<HelpLink> m_help;
     std::unique_ptr<AppShell> m_shell;

@@ -2,6 +2,7 @@
 
 #include "common/logger_elements.h"
 #include "common/mainview_elements.h"
+#include "common/record_elements.h"
 #include "logger/datalogger.h"
 #include "shell/program.h"
 #include "shell/ui/toolruntime.h"
@@ -40,6 +41,7 @@ const std::vector<WindowShot>& windowShots() {
         {frmDisplay::mnuExtinguishSettings, formname::frmExtinguishSettings, "module-settings"},
         {frmDisplay::mnuDeviceSettings, formname::frmDeviceSettings, "device-settings"},
         {frmDisplay::mnuLogDataDev, formname::frmLogdataDev, "logger"},
+        {frmDisplay::mnuProtocolCreate, formname::frmProtocol, "record"},
     };
     return shots;
 }
@@ -127,6 +129,13 @@ void ScreenshotRun::captureWindow(std::size_t index) {
     }
     const WindowShot& shot = windowShots()[index];
     view.click(shot.opener);
+    // The record asks for its comment lines first.
+    if (shot.form == formname::frmProtocol) {
+        Form& comment = m_runtime.app().forms().frmProtocolComment();
+        comment.setCaption(frmProtocolComment::txtComment1,
+                           QStringLiteral("Annual service, filter changed"));
+        comment.click(frmProtocolComment::cmdOK);
+    }
     QTimer::singleShot(kWindowSettleMs, this, [this, index, &shot] {
         Form& form = m_runtime.app().forms().get(shot.form);
         if (QWidget* window = m_runtime.window(shot.form); window && form.isShown())

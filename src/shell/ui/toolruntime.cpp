@@ -10,6 +10,8 @@
 #include "link/qtserialportdevice.h"
 #include "localize/ui/frmlocalizelearn.h"
 #include "logger/ui/frmlogdatadev.h"
+#include "record/protocol.h"
+#include "record/ui/frmprotocol.h"
 #include "search/ui/frmconnect.h"
 #include "search/ui/frmdevicesearch.h"
 #include "shell/appshell.h"
@@ -110,6 +112,11 @@ void ToolRuntime::createWindows() {
     add(forms.frmLogdataDev(),
         std::make_unique<frmLogdataDevWindow>(forms.frmLogdataDev(), m_app->logger(),
                                               [this](int index) { return m_app->str(index); }));
+    add(forms.frmProtocolComment(),
+        std::make_unique<frmProtocolCommentWindow>(forms.frmProtocolComment()));
+    add(forms.frmProtocol(),
+        std::make_unique<frmProtocolWindow>(forms.frmProtocol(), m_app->protocol(),
+                                            [this](int index) { return m_app->str(index); }));
 }
 
 QStringList ToolRuntime::windowNames() const {

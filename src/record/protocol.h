@@ -1,0 +1,68 @@
+#pragma once
+
+#include <memory>
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+class AppState;
+class DeviceValues;
+class Form;
+class clsMQ27Values;
+
+// The device record frmProtocol: two pages of plain text read off the main view's labels
+// and tick boxes as they stand (plus a few values of the store), shown, saved as a .txt
+// file, printed one page per job, or written as one PDF. The comment window
+// frmProtocolComment asks for the two lines at its head first.
+class Protocol : public QObject {
+    Q_OBJECT
+
+public:
+    Protocol(AppState& state, DeviceValues& values);
+    ~Protocol() override;
+
+    // The comment window, shown modally; its OK builds the pages and shows the record.
+    void Protocol_Create();
+    // The pages with these comment lines, into rtxtProtocol(1), (2) and (0).
+    void Build(const QString& comment1, const QString& comment2);
+    QString Page_One(const QString& comment1, const QString& comment2);
+    QString Page_Two();
+
+    void cmdSave_Click();
+    void cmdPrint_Click();
+    void cmdSavePrint_Click();
+    void cmdPdf_Click();
+    void cmdCancel_Click();
+
+    // The texts of both windows in `language`.
+    void ApplyTexts(int language);
+
+    // Both pages as the views hold them.
+    QStringList pages() const;
+
+    // The window's answers: empty when done, else the reason in the platform's words.
+    void printed(const QString& failure);
+    void pdfWritten(const QString& path, const QString& failure);
+
+Q_SIGNALS:
+    // The main view's record entry: the language is refreshed, then Protocol_Create runs.
+    void createRequested();
+    // The user asked to print the pages, each as a job of its own.
+    void printRequested(const QStringList& pages);
+    // The user asked for both pages as one PDF at `path`.
+    void pdfRequested(const QString& path, const QStringList& pages);
+
+private:
+    Form& window() const;
+    Form& commentWindow() const;
+    clsMQ27Values& store();
+    void onClicked(const QString& element);
+    void cmdOK_Click();
+    QString suggestedName(const QString& suffix) const;
+    void tellFailure(const QString& path, const QString& failure);
+
+    AppState& m_state;
+    DeviceValues& m_values;
+    std::unique_ptr<clsMQ27Values> m_empty; // the record of no device: labels only
+};
