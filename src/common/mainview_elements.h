@@ -71,7 +71,8 @@
     MANY(lblSoftwareNoLegend, Label, 0, 1)                                                         \
     MANY(lblSoftwareNo, Label, 0, 2)                                                               \
     MANY(lblParameterNoLegend, Label, 0, 1)                                                        \
-    MANY(lblParameterNo, Label, 0, 2)
+    MANY(lblParameterNo, Label, 0, 2)                                                              \
+    ONE(lblErrNone, Label)
 
 // Page 1, the smoke measurement: both detectors side by side, air flow and temperatures.
 #define FRMDISPLAY_MEASUREMENT(ONE, MANY, MORE)                                                    \

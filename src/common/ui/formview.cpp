@@ -155,6 +155,10 @@ bool FormView::hasTickMarks(const QListWidget* list) {
     return list->property("mq27TickMarks").toBool();
 }
 
+void FormView::mirror(QObject* widget, const QString& element) {
+    widget->setProperty("mq27Mirrors", element);
+}
+
 QColor modelColor(std::uint32_t color, const QPalette& own, QPalette::ColorRole ownRole) {
     if (color == colors::kDefault) return own.color(ownRole);
     if (colors::isSystemColor(color)) {
@@ -179,6 +183,10 @@ FormView::FormView(Form& form, QWidget* window)
 void FormView::collectTargets() {
     const auto objects = m_window->findChildren<QObject*>();
     for (QObject* object : objects) {
+        if (const QString shown = object->property("mq27Mirrors").toString(); !shown.isEmpty()) {
+            m_mirrors.insert(shown, object);
+            continue;
+        }
         const QString name = object->objectName();
         if (name.isEmpty() || name.startsWith(QLatin1String("qt_")) || m_targets.contains(name))
             continue;
@@ -299,16 +307,23 @@ void FormView::applyAll() {
 
 void FormView::applyElement(const QString& name, ElementProperty property) {
     QObject* target = m_targets.value(name).data();
-    if (!target) return;
+    const bool mirrored = !m_mirrors.isEmpty() && m_mirrors.contains(name);
+    if (!target && !mirrored) return;
     ApplyingScope applying(m_applying);
     const Element& e = m_form.element(name);
     const bool generic = property == ElementProperty::Visible ||
                          property == ElementProperty::Enabled ||
                          property == ElementProperty::ToolTip;
-    if (auto* drawn = dynamic_cast<ElementWidget*>(target); drawn && !generic)
-        drawn->applyElement(e, property);
-    else
-        (this->*applierFor(property))(target, e);
+    auto apply = [&](QObject* to) {
+        if (auto* drawn = dynamic_cast<ElementWidget*>(to); drawn && !generic)
+            drawn->applyElement(e, property);
+        else
+            (this->*applierFor(property))(to, e);
+    };
+    if (target) apply(target);
+    if (!mirrored) return;
+    for (auto it = m_mirrors.constFind(name); it != m_mirrors.cend() && it.key() == name; ++it)
+        if (QObject* to = it.value().data()) apply(to);
 }
 
 void FormView::applyCaption(QObject* target, const Element& e) {

@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QHash>
+#include <QMultiHash>
 #include <QObject>
 #include <QPalette>
 #include <QPointer>
@@ -39,6 +40,11 @@ public:
     // user's clicks report back. Before the view is made.
     static void giveTickMarks(QListWidget* list);
     static bool hasTickMarks(const QListWidget* list);
+
+    // `widget` shows `element` a second time, elsewhere in the window, without taking input:
+    // a summary that reads the same state as the element's own widget. Before the view is
+    // made.
+    static void mirror(QObject* widget, const QString& element);
 
     // The button that the Escape key presses. Without one, Escape leaves a dialog open.
     void setEscapeElement(const QString& element) { m_escapeElement = element; }
@@ -82,6 +88,7 @@ private:
     Form& m_form;
     QPointer<QWidget> m_window;
     QHash<QString, QPointer<QObject>> m_targets;
+    QMultiHash<QString, QPointer<QObject>> m_mirrors;
     QHash<QObject*, QPalette> m_ownPalettes;
     QHash<QObject*, QString> m_mouseTargets;
     QString m_escapeElement;

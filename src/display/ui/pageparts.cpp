@@ -35,6 +35,16 @@ QFont valueFont(const QFont& base) {
 PageParts::PageParts(AccessibleNames& names)
     : m_names(names) {}
 
+void PageParts::mirror(QObject* widget) {
+    const QString element = widget->objectName();
+    widget->setObjectName(QString());
+    FormView::mirror(widget, element);
+    if (auto* w = qobject_cast<QWidget*>(widget)) {
+        w->setFocusPolicy(Qt::NoFocus);
+        w->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+}
+
 QGroupBox* PageParts::frame(const QString& name) {
     return named<QGroupBox>(name);
 }

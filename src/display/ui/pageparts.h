@@ -69,9 +69,19 @@ public:
     void switchRow(QGridLayout* grid, int row, const QString& legendName, const QString& shown,
                    const QString& copy, const QString& suffix = {});
 
+    // A part made by one of the above turned into a second view of its element, for a
+    // summary elsewhere in the window; it keeps no name of its own and takes no input.
+    template <typename T>
+    T* mirrored(T* widget) {
+        mirror(widget);
+        return widget;
+    }
+
     AccessibleNames& names() { return m_names; }
 
 private:
+    static void mirror(QObject* widget);
+
     AccessibleNames& m_names;
 };
 
