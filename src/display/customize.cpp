@@ -50,6 +50,13 @@ void detectorsAndAlarms(Form& view, const DeviceFeatures& f) {
          {el::picFireAlarm[3], el::lblFireAlarmLegend[3], el::imgFireAlarm[3], el::fraSmokeLevel[1],
           el::fraChamber[1], el::fraErr[2], el::fraDetectorSettings[1]},
          two);
+    // The second detector's column of the identification and its outputs to the fire panel
+    // go with it.
+    show(view,
+         {el::lblDetectorName[3], el::lblSerialNo2[2], el::lblSoftwareNo[2], el::lblParameterNo[2],
+          el::ctlRelayState[10], el::lblRelayStateLegend[10], el::ctlRelayState[11],
+          el::lblRelayStateLegend[11]},
+         two);
     showRelayRow(view, 1, two);
     show(view, {el::picActionAlarm[3], el::imgActionAlarm[3], el::lblActionAlarmLegend[3]},
          two && action);
