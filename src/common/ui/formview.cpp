@@ -329,15 +329,16 @@ void FormView::applyElement(const QString& name, ElementProperty property) {
 void FormView::applyCaption(QObject* target, const Element& e) {
     const QString& text = e.caption;
     if (auto page = tabPageOf(target)) {
-        page->tabs->setTabText(page->index, text);
+        page->tabs->setTabText(page->index, accessibility::literal(text));
+        assignMnemonics();
     } else if (auto* label = qobject_cast<QLabel*>(target)) {
         // A label that leads to a field reads '&' as a mnemonic, as buttons do.
         label->setText(label->buddy() ? accessibility::literal(text) : text);
-        if (label->buddy()) accessibility::assignMnemonics(m_window);
+        if (label->buddy()) assignMnemonics();
     } else if (auto* button = qobject_cast<QAbstractButton*>(target)) {
         // The model keeps the plain caption; only the widget carries the mnemonic.
         button->setText(accessibility::literal(text));
-        accessibility::assignMnemonics(m_window);
+        assignMnemonics();
     } else if (auto* line = qobject_cast<QLineEdit*>(target)) {
         if (line->text() != text) line->setText(text);
     } else if (auto* edit = qobject_cast<QPlainTextEdit*>(target)) {
@@ -349,6 +350,24 @@ void FormView::applyCaption(QObject* target, const Element& e) {
     } else if (auto* action = qobject_cast<QAction*>(target)) {
         action->setText(text);
     }
+}
+
+// A dialog's few captions are marked at once; a window of many pages once after a change
+// of its captions, which comes caption by caption.
+void FormView::assignMnemonics() {
+    if (qobject_cast<QDialog*>(m_window)) {
+        accessibility::assignMnemonics(m_window);
+        return;
+    }
+    if (m_mnemonicsQueued) return;
+    m_mnemonicsQueued = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_mnemonicsQueued = false;
+            if (m_window) accessibility::assignMnemonics(m_window);
+        },
+        Qt::QueuedConnection);
 }
 
 void FormView::applyValue(QObject* target, const Element& e) {

@@ -75,6 +75,7 @@ private:
     void applyNothing(QObject*, const Element&) {}
     void applyColor(QObject* target, std::uint32_t color, bool background);
 
+    void assignMnemonics();
     void showWindow();
     void bringToFront();
     void centreOver(const QString& formName);
@@ -93,6 +94,7 @@ private:
     QHash<QObject*, QString> m_mouseTargets;
     QString m_escapeElement;
     bool m_applying = false;
+    bool m_mnemonicsQueued = false;
 };
 
 // A new widget, action or layout member named after its element.

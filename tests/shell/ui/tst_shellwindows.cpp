@@ -270,6 +270,11 @@ private Q_SLOTS:
         QVERIFY(smoke->accessibleDescription().endsWith(QStringLiteral(" %/m")));
         auto* box = window->findChild<QWidget*>(frmDisplay::picErr[2]);
         QCOMPARE(box->accessibleDescription(), QStringLiteral("Meldung liegt an"));
+        // The keyboard reaches the pages and the buttons on them by their letters.
+        QCoreApplication::processEvents();
+        QVERIFY(tabs->tabText(0).contains(u'&'));
+        QVERIFY(
+            window->findChild<QAbstractButton*>(frmDisplay::cmdErrReset)->text().contains(u'&'));
     }
 
     // Qt's own texts (message box buttons, file dialogs) follow the tool's language.
