@@ -225,7 +225,7 @@ void SettingsPages::cmdSettingsStandard_Click() {
 }
 
 void SettingsPages::cmdSettingsAssume_Click() {
-    m_commands.SettingsAssume(m_limits);
+    m_writeQueued[Settings] = m_commands.SettingsAssume(m_limits);
 }
 
 void SettingsPages::cmdSettingsCancel_Click() {
@@ -264,7 +264,7 @@ void SettingsPages::cmdAirFlowStandard_Click() {
 }
 
 void SettingsPages::cmdAirFlowInit_Click() {
-    m_commands.AirFlowInit(m_limits);
+    m_writeQueued[AirFlow] = m_commands.AirFlowInit(m_limits);
 }
 
 void SettingsPages::cmdAirFlowCancel_Click() {
@@ -289,7 +289,7 @@ void SettingsPages::cmdRelaySet_Click() {
 }
 
 void SettingsPages::cmdRelayAssume_Click() {
-    m_commands.RelayAssume();
+    m_writeQueued[Relays] = m_commands.RelayAssume();
 }
 
 void SettingsPages::cmdRelayCancel_Click() {
@@ -320,7 +320,7 @@ void SettingsPages::cmdSensorTempAlarmSet_Click() {
 }
 
 void SettingsPages::cmdSensorTempAlarmAssume_Click() {
-    m_commands.SensorTempAlarmAssume(m_limits);
+    m_writeQueued[Temperatures] = m_commands.SensorTempAlarmAssume(m_limits);
 }
 
 void SettingsPages::cmdSensorTempAlarmCancel_Click() {
@@ -385,6 +385,10 @@ void SettingsPages::onWriteSent(int command) {
     default:
         return;
     }
+    // The advanced settings window writes commands 129 and 137 too: only the page that
+    // queued the write waits for it.
+    if (!m_writeQueued[page]) return;
+    m_writeQueued[page] = false;
     compareTimer(page).enable();
     m_sentAt[page].start();
     if (m_editing[page]) showWaiting(page, differences(page));
