@@ -86,6 +86,8 @@ Localisation::Localisation(AppState& state, DeviceValues& values, DeviceCommands
     connect(&w, &Form::windowChanged, this,
             [this](Form::WindowChange change) { onWindowChanged(static_cast<int>(change)); });
     w.setVisible(ll::lblLocWaiting, false);
+    for (int d = 0; d < 2; ++d)
+        w.setRange(ll::ctlSmokeLevel[d], 0, 100);
     // Until the window is first opened it stands in the learn layout, nothing measured.
     showLayout(true);
     showMeasuring();
