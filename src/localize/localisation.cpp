@@ -314,8 +314,10 @@ void Localisation::showLayout(bool learn) {
           ll::lblLocSingleHoleLearningLegend.name(), ll::lblLocLearnModeLEDLegend.name(),
           ll::fraLocLernModeLegend.name(), ll::cmdLocParameterAssume.name()})
         w.setVisible(element, learn);
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         w.setVisible(ll::cmdLocalizationHelp[i], learn);
+        w.setEnabled(ll::cmdLocalizationHelp[i], false);
+    }
     for (const QString& element :
          {ll::lblLocSingleHoleTestLegend.name(), ll::lblLocTestModeLEDLegend.name(),
           ll::fraLocTestModeLegend.name()})
