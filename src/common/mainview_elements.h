@@ -285,6 +285,15 @@
 
 MQ27_DECLARE_FORM(frmDisplay, FRMDISPLAY_ELEMENTS)
 
+namespace frmDisplay {
+// The event boxes of relays 1 to 5, index i the event of row i, and the two options of each
+// relay (OR, AND).
+inline constexpr ElementArray kRelayBoxes[] = {chkRelay1, chkRelay2, chkRelay3, chkRelay4,
+                                               chkRelay5};
+inline constexpr ElementArray kRelayOptions[] = {optRelay1, optRelay2, optRelay3, optRelay4,
+                                                 optRelay5};
+} // namespace frmDisplay
+
 // The main view's pages, in the order of tabDisplay.
 namespace frmDisplayPage {
 enum : int {

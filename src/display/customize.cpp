@@ -12,9 +12,6 @@ namespace el = frmDisplay;
 
 namespace {
 
-const ElementArray kRelayBoxes[] = {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4,
-                                    el::chkRelay5};
-
 void show(Form& view, std::initializer_list<QString> elements, bool visible) {
     for (const QString& element : elements)
         view.setVisible(element, visible);
@@ -23,7 +20,7 @@ void show(Form& view, std::initializer_list<QString> elements, bool visible) {
 // The event row of relay box `row`: its caption and the five relays' boxes.
 void showRelayRow(Form& view, int row, bool visible) {
     view.setVisible(el::lblRelais[row], visible);
-    for (const ElementArray& boxes : kRelayBoxes)
+    for (const ElementArray& boxes : el::kRelayBoxes)
         view.setVisible(boxes[row], visible);
 }
 

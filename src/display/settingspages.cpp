@@ -3,6 +3,7 @@
 #include "common/appstate.h"
 #include "common/mainview_elements.h"
 #include "common/numberformat.h"
+#include "common/waitingnote.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
@@ -16,13 +17,8 @@ using TextSetting = SettingsPages::TextSetting;
 
 namespace {
 
-constexpr int kStringWaiting = 506;
-constexpr int kStringStillDifferent = 507;
-
-const ElementArray kRelayBoxes[] = {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4,
-                                    el::chkRelay5};
-const ElementArray kRelayOptions[] = {el::optRelay1, el::optRelay2, el::optRelay3, el::optRelay4,
-                                      el::optRelay5};
+using el::kRelayBoxes;
+using el::kRelayOptions;
 
 // The settings page's fields in the order they are compared.
 const std::vector<TextSetting>& settingsFields() {
@@ -531,19 +527,8 @@ QStringList SettingsPages::differences(Page page) {
 }
 
 void SettingsPages::showWaiting(Page page, const QStringList& differing) {
-    const QString label = waitingLabel(page);
-    const bool waiting = state(page) == State::Waiting;
-    view().setVisible(label, waiting);
-    if (!waiting) {
-        view().setCaption(label, QString());
-        return;
-    }
-    const qint64 seconds = m_sentAt[page].isValid() ? m_sentAt[page].elapsed() / 1000 : 0;
-    QString text = m_state.str(kStringWaiting).arg(seconds);
-    if (!differing.isEmpty())
-        text +=
-            u' ' + m_state.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
-    view().setCaption(label, text);
+    showWaitingNote(m_state, view(), waitingLabel(page), state(page) == State::Waiting,
+                    m_sentAt[page], differing);
 }
 
 bool SettingsPages::finishIfEqual(Page page) {
