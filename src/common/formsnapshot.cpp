@@ -51,6 +51,7 @@ enum Show : unsigned {
     Items = 1 << 7,
     Top = 1 << 8,
     Dot = 1 << 9,
+    Left = 1 << 10,
 };
 
 unsigned shownFor(ElementKind kind) {
@@ -58,7 +59,7 @@ unsigned shownFor(ElementKind kind) {
     case ElementKind::Menu:
         return Caption | Value;
     case ElementKind::Label:
-        return Caption | Colours | ToolTip;
+        return Caption | Colours | ToolTip | Left;
     case ElementKind::Text:
         return Caption | Colours | ToolTip;
     case ElementKind::Check:
@@ -112,6 +113,8 @@ std::vector<Property> properties(const Element& e, ElementKind kind, bool led) {
     if (show & ToolTip) out.push_back({"tooltip", e.toolTip});
     if (show & Items) out.push_back({"items", e.items.join(u'|')});
     if (show & Top) out.push_back({"top", QString::number(e.top)});
+    // Only the unit elements are placed by the logic; the others keep no position.
+    if ((show & Left) && e.left != 0) out.push_back({"left", QString::number(e.left)});
     std::sort(out.begin(), out.end(),
               [](const Property& a, const Property& b) { return qstrcmp(a.first, b.first) < 0; });
     return out;

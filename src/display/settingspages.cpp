@@ -17,6 +17,11 @@ using TextSetting = SettingsPages::TextSetting;
 
 namespace {
 
+// Where a unit stands, in twips from the left edge of its value: after the label that shows
+// the device's value, or after the field and its up/down element while editing.
+constexpr int kUnitAfterLabel = 850;
+constexpr int kUnitAfterField = 1080;
+
 using el::kRelayBoxes;
 using el::kRelayOptions;
 
@@ -393,6 +398,7 @@ void SettingsPages::onWriteSent(int command) {
 void SettingsPages::openFields(const std::vector<TextSetting>& settings) {
     Form& v = view();
     for (const TextSetting& s : settings) {
+        v.setLeft(s.unit, v.left(s.field) + kUnitAfterField);
         const QString caption = v.caption(s.label);
         v.setBackColor(s.field, colors::kWindowBackground);
         v.setCaption(s.field, caption);
@@ -410,6 +416,7 @@ void SettingsPages::closeFields(Page page, const std::vector<TextSetting>& setti
     compareTimer(page).disable();
     Form& v = view();
     for (const TextSetting& s : settings) {
+        v.setLeft(s.unit, v.left(s.label) + kUnitAfterLabel);
         v.setVisible(s.label, true);
         v.setVisible(s.field, false);
         v.setVisible(s.upDown, false);

@@ -36,6 +36,7 @@ private Q_SLOTS:
         QVERIFY(run.out.contains(QStringLiteral("picDisplay_0\tledstate\t3")));
         QVERIFY(run.out.contains(QStringLiteral("linFireAlarm_0\ttop\t1871")));
         QVERIFY(run.out.contains(QStringLiteral("ctlSmokeLevel_0\tmax\t100")));
+        QVERIFY(run.out.contains(QStringLiteral("lblAlarmDelayUnit\tleft\t850")));
         // A label in its own colours shows the system colours that stand for them.
         QVERIFY(run.out.contains(QStringLiteral("lblAlarmDelay\tforecolor\t2147483666")));
         for (const QString& line : run.out)

@@ -121,6 +121,8 @@ bool differsFromDesign(const Element& e, ElementProperty property) {
         return e.ticks != design.ticks;
     case ElementProperty::Top:
         return e.top != design.top;
+    case ElementProperty::Left:
+        return e.left != design.left;
     case ElementProperty::Dot:
         return e.dotColor != design.dotColor;
     }
@@ -282,6 +284,8 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
         return &FormView::applyItems;
     case ElementProperty::Ticks:
         return &FormView::applyTicks;
+    case ElementProperty::Left:
+        return &FormView::applyLeft;
     case ElementProperty::Top:
     case ElementProperty::Dot:
         return &FormView::applyNothing;
@@ -295,7 +299,8 @@ void FormView::applyAll() {
         ElementProperty::Items,   ElementProperty::Ticks,     ElementProperty::Range,
         ElementProperty::Value,   ElementProperty::Caption,   ElementProperty::Visible,
         ElementProperty::Enabled, ElementProperty::BackColor, ElementProperty::ForeColor,
-        ElementProperty::ToolTip, ElementProperty::Top,       ElementProperty::Dot};
+        ElementProperty::ToolTip, ElementProperty::Top,       ElementProperty::Left,
+        ElementProperty::Dot};
     for (const QString& name : m_form.elementNames()) {
         const Element& e = m_form.element(name);
         for (ElementProperty property : kOrder)
@@ -463,6 +468,11 @@ void FormView::applyColor(QObject* target, std::uint32_t color, bool background)
     }
     widget->setPalette(palette);
     if (role == QPalette::Window) widget->setAutoFillBackground(color != colors::kDefault);
+}
+
+// A widget that places itself by the twips of the logic reads them from this property.
+void FormView::applyLeft(QObject* target, const Element& e) {
+    target->setProperty("mq27LeftTwips", e.left);
 }
 
 void FormView::applyToolTip(QObject* target, const Element& e) {

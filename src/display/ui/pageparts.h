@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/ui/accessiblenames.h"
+#include "display/ui/unitlabel.h"
 
 #include <QString>
 
@@ -34,7 +35,7 @@ public:
     // A value shown by the logic; `widest` is its longest text, for its width.
     QLabel* value(const QString& name, const QString& legendName, const QString& widest,
                   const QString& suffix = {});
-    QLabel* unit(const QString& name);
+    UnitLabel* unit(const QString& name);
     LedLamp* led(const QString& name, const QString& legendName, const QString& suffix = {},
                  AccessibleNames::Says says = AccessibleNames::Says::LedState);
     FaultBox* faultBox(const QString& name, const QString& legendName);
