@@ -163,10 +163,10 @@ void benchPages(Rig& rig) {
                 slowestMedian = percentile(times, 0.5);
             }
         std::printf("  %d %-26s %6.0f %5.0f %6.0f    %d: %5.0f  %5.0f %5.0f   %7.0f %5.0f\n", page,
-                    qPrintable(rig.window.tabs()->tabText(page)), percentile(total, 0.5),
-                    percentile(total, 0.99), percentile(cpu, 0.99), slowest, slowestMedian,
-                    percentile(road, 0.5), percentile(loop, 0.5), percentile(bound, 0.5),
-                    percentile(bound, 0.99));
+                    qPrintable(rig.window.tabs()->tabText(page).remove(u'&')),
+                    percentile(total, 0.5), percentile(total, 0.99), percentile(cpu, 0.99), slowest,
+                    slowestMedian, percentile(road, 0.5), percentile(loop, 0.5),
+                    percentile(bound, 0.5), percentile(bound, 0.99));
     }
 }
 

@@ -129,9 +129,7 @@ int view(const QStringList& args) {
         return 1;
     }
     const Form& window = offline.program().forms().get(*form);
-    const QSet<QString> leds =
-        *form == formname::frmDisplay ? LedRhythm::elements() : QSet<QString>{};
-    for (const QString& line : FormSnapshot(window, leds))
+    for (const QString& line : FormSnapshot(window, LedRhythm::elementsOf(*form)))
         printLine(stdout, line);
     return 0;
 }

@@ -12,6 +12,7 @@ constexpr std::uint32_t kRed = 255;      // 0x0000FF
 constexpr std::uint32_t kWindowBackground = 0x80000005;
 constexpr std::uint32_t kButtonFace = 0x8000000F;
 constexpr std::uint32_t kButtonText = 0x80000012;
+constexpr std::uint32_t kWindowText = 0x80000008;
 
 // The element's own colour, as its kind of element has it.
 constexpr std::uint32_t kDefault = 0xFFFFFFFF;

@@ -132,6 +132,10 @@ void Form::setTop(const QString& element, int top) {
     assign(element, &Element::top, top, ElementProperty::Top);
 }
 
+void Form::setLeft(const QString& element, int left) {
+    assign(element, &Element::left, left, ElementProperty::Left);
+}
+
 void Form::setDot(const QString& element, std::uint32_t color) {
     assign(element, &Element::dotColor, color, ElementProperty::Dot);
 }

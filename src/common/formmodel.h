@@ -27,6 +27,7 @@ struct Element {
     QStringList items; // entries of a list or combo box; a gauge's lower, centre, upper labels
     QList<bool> ticks; // tick marks of a list's entries, by row; rows beyond are not ticked
     int top = 0;       // vertical position, in twips, where the logic places an element
+    int left = 0;      // horizontal position, in twips, from the left edge of what it follows
     std::uint32_t dotColor = colors::kDefault; // fill of a dot drawn into a box; none by default
 };
 
@@ -42,6 +43,7 @@ enum class ElementProperty {
     Items,
     Ticks,
     Top,
+    Left,
     Dot
 };
 
@@ -78,6 +80,7 @@ public:
     QStringList items(const QString& element) const { return this->element(element).items; }
     bool isTicked(const QString& element, qsizetype row) const;
     int top(const QString& element) const { return this->element(element).top; }
+    int left(const QString& element) const { return this->element(element).left; }
     std::uint32_t dotColor(const QString& e) const { return element(e).dotColor; }
 
     void setCaption(const QString& element, const QString& caption);
@@ -95,6 +98,7 @@ public:
     // A list entry's tick mark; it belongs to the row, whatever text the row shows.
     void setTicked(const QString& element, qsizetype row, bool ticked);
     void setTop(const QString& element, int top);
+    void setLeft(const QString& element, int left);
     // A filled dot of `color` in the middle of a box; colors::kDefault takes it away.
     void setDot(const QString& element, std::uint32_t color);
 

@@ -27,7 +27,16 @@ QString flag(bool value) {
     return value ? QStringLiteral("1") : QStringLiteral("0");
 }
 
-QString color(std::uint32_t value) {
+// An element that keeps its kind's own colour shows the system colour that stands for it:
+// fields on the window colour with window text, everything else on the button face with
+// button text.
+QString color(std::uint32_t value, ElementKind kind, bool background) {
+    if (value == colors::kDefault) {
+        const bool field =
+            kind == ElementKind::Text || kind == ElementKind::Combo || kind == ElementKind::List;
+        value = background ? (field ? colors::kWindowBackground : colors::kButtonFace)
+                           : (field ? colors::kWindowText : colors::kButtonText);
+    }
     return QString::number(value);
 }
 
@@ -42,6 +51,7 @@ enum Show : unsigned {
     Items = 1 << 7,
     Top = 1 << 8,
     Dot = 1 << 9,
+    Left = 1 << 10,
 };
 
 unsigned shownFor(ElementKind kind) {
@@ -49,7 +59,7 @@ unsigned shownFor(ElementKind kind) {
     case ElementKind::Menu:
         return Caption | Value;
     case ElementKind::Label:
-        return Caption | Colours | ToolTip;
+        return Caption | Colours | ToolTip | Left;
     case ElementKind::Text:
         return Caption | Colours | ToolTip;
     case ElementKind::Check:
@@ -82,7 +92,8 @@ unsigned shownFor(ElementKind kind) {
     return Caption | Value;
 }
 
-std::vector<Property> properties(const Element& e, unsigned show, bool led) {
+std::vector<Property> properties(const Element& e, ElementKind kind, bool led) {
+    const unsigned show = shownFor(kind);
     std::vector<Property> out = {{"visible", flag(e.visible)}, {"enabled", flag(e.enabled)}};
     if (show & Caption) out.push_back({"caption", e.caption});
     if (show & Value) out.push_back({led ? "ledstate" : "value", number(e.value)});
@@ -93,14 +104,17 @@ std::vector<Property> properties(const Element& e, unsigned show, bool led) {
     if (show & Centre) out.push_back({"centre", number(e.centre)});
     if (show & Step) out.push_back({"step", number(e.step)});
     if (show & Colours) {
-        out.push_back({"backcolor", color(e.backColor)});
-        out.push_back({"forecolor", color(e.foreColor)});
+        out.push_back({"backcolor", color(e.backColor, kind, true)});
+        out.push_back({"forecolor", color(e.foreColor, kind, false)});
     }
     if (show & Dot)
-        out.push_back({"dot", e.dotColor == colors::kDefault ? QString() : color(e.dotColor)});
+        out.push_back(
+            {"dot", e.dotColor == colors::kDefault ? QString() : color(e.dotColor, kind, true)});
     if (show & ToolTip) out.push_back({"tooltip", e.toolTip});
     if (show & Items) out.push_back({"items", e.items.join(u'|')});
     if (show & Top) out.push_back({"top", QString::number(e.top)});
+    // Only the unit elements are placed by the logic; the others keep no position.
+    if ((show & Left) && e.left != 0) out.push_back({"left", QString::number(e.left)});
     std::sort(out.begin(), out.end(),
               [](const Property& a, const Property& b) { return qstrcmp(a.first, b.first) < 0; });
     return out;
@@ -113,7 +127,7 @@ QStringList FormSnapshot(const Form& form, const QSet<QString>& rhythmLeds) {
     for (const QString& name : form.elementNames()) {
         const Element& e = form.element(name);
         const bool led = rhythmLeds.contains(name);
-        for (const auto& [property, value] : properties(e, shownFor(form.kind(name)), led))
+        for (const auto& [property, value] : properties(e, form.kind(name), led))
             lines << name + u'\t' + QLatin1String(property) + u'\t' + escaped(value);
     }
     return lines;

@@ -71,7 +71,8 @@
     MANY(lblSoftwareNoLegend, Label, 0, 1)                                                         \
     MANY(lblSoftwareNo, Label, 0, 2)                                                               \
     MANY(lblParameterNoLegend, Label, 0, 1)                                                        \
-    MANY(lblParameterNo, Label, 0, 2)
+    MANY(lblParameterNo, Label, 0, 2)                                                              \
+    ONE(lblErrNone, Label)
 
 // Page 1, the smoke measurement: both detectors side by side, air flow and temperatures.
 #define FRMDISPLAY_MEASUREMENT(ONE, MANY, MORE)                                                    \
@@ -283,6 +284,15 @@
     FRMDISPLAY_MODULES(ONE, MANY, MORE)
 
 MQ27_DECLARE_FORM(frmDisplay, FRMDISPLAY_ELEMENTS)
+
+namespace frmDisplay {
+// The event boxes of relays 1 to 5, index i the event of row i, and the two options of each
+// relay (OR, AND).
+inline constexpr ElementArray kRelayBoxes[] = {chkRelay1, chkRelay2, chkRelay3, chkRelay4,
+                                               chkRelay5};
+inline constexpr ElementArray kRelayOptions[] = {optRelay1, optRelay2, optRelay3, optRelay4,
+                                                 optRelay5};
+} // namespace frmDisplay
 
 // The main view's pages, in the order of tabDisplay.
 namespace frmDisplayPage {

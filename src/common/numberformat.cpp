@@ -121,4 +121,37 @@ std::optional<std::int16_t> toInt16(double value) {
     return static_cast<std::int16_t>(rounded);
 }
 
+// A plain decimal number: blanks around, a sign, digits with at most one point, and at
+// least one digit. No exponent, no letters, no grouping, so that what the field shows is
+// the number that goes out.
+std::optional<double> plainDecimal(const QString& text) {
+    const QString trimmed = text.trimmed();
+    std::string ascii;
+    ascii.reserve(static_cast<std::size_t>(trimmed.size()));
+    bool negative = false;
+    int digits = 0;
+    int points = 0;
+    for (qsizetype i = 0; i < trimmed.size(); ++i) {
+        const QChar c = trimmed[i];
+        if (i == 0 && (c == u'+' || c == u'-')) {
+            negative = c == u'-';
+        } else if (c >= u'0' && c <= u'9') {
+            ++digits;
+            ascii += static_cast<char>(c.unicode());
+        } else if (c == u'.' && points == 0) {
+            ++points;
+            ascii += '.';
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (digits == 0) return std::nullopt;
+    double value = 0;
+    const auto result =
+        std::from_chars(ascii.data(), ascii.data() + ascii.size(), value, std::chars_format::fixed);
+    if (result.ec != std::errc() || result.ptr != ascii.data() + ascii.size()) return std::nullopt;
+    if (!std::isfinite(value)) return std::nullopt;
+    return negative ? -value : value;
+}
+
 } // namespace numberformat

@@ -28,4 +28,9 @@ QString plainC(float value);
 std::optional<std::int32_t> toInt32(double value);
 std::optional<std::int16_t> toInt16(double value);
 
+// A plain decimal number as a field holds it: blanks around, a sign, digits with at most
+// one point, and at least one digit. No exponent, no letters, no grouping, so that what the
+// field shows is the number that goes out. Nothing for any other text.
+std::optional<double> plainDecimal(const QString& text);
+
 } // namespace numberformat

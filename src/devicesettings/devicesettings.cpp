@@ -5,6 +5,7 @@
 #include "common/mainview_elements.h"
 #include "common/numberformat.h"
 #include "common/stringtable.h"
+#include "common/waitingnote.h"
 #include "common/workwindow_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
@@ -18,8 +19,6 @@ using Page = DeviceSettings::Page;
 
 namespace {
 
-constexpr int kStringWaiting = 506;
-constexpr int kStringStillDifferent = 507;
 constexpr int kSensors = 5;
 
 // The elements of one page: its rows, each a name, a label and its field on one spot, and
@@ -292,20 +291,8 @@ QStringList DeviceSettings::differences(Page page) const {
 }
 
 void DeviceSettings::showWaiting(Page page, const QStringList& differing) {
-    const QString label = elementsOf(page).waiting;
-    Form& w = window();
-    const bool comparing = state(page) == State::Comparing;
-    w.setVisible(label, comparing);
-    if (!comparing) {
-        w.setCaption(label, QString());
-        return;
-    }
-    const qint64 seconds = m_sentAt[page].isValid() ? m_sentAt[page].elapsed() / 1000 : 0;
-    QString text = m_state.str(kStringWaiting).arg(seconds);
-    if (!differing.isEmpty())
-        text +=
-            u' ' + m_state.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
-    w.setCaption(label, text);
+    showWaitingNote(m_state, window(), elementsOf(page).waiting, state(page) == State::Comparing,
+                    m_sentAt[page], differing);
 }
 
 // A plain number: whole numbers in full, as they are typed, never in the exponent form that

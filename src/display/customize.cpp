@@ -12,9 +12,6 @@ namespace el = frmDisplay;
 
 namespace {
 
-const ElementArray kRelayBoxes[] = {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4,
-                                    el::chkRelay5};
-
 void show(Form& view, std::initializer_list<QString> elements, bool visible) {
     for (const QString& element : elements)
         view.setVisible(element, visible);
@@ -23,7 +20,7 @@ void show(Form& view, std::initializer_list<QString> elements, bool visible) {
 // The event row of relay box `row`: its caption and the five relays' boxes.
 void showRelayRow(Form& view, int row, bool visible) {
     view.setVisible(el::lblRelais[row], visible);
-    for (const ElementArray& boxes : kRelayBoxes)
+    for (const ElementArray& boxes : el::kRelayBoxes)
         view.setVisible(boxes[row], visible);
 }
 
@@ -49,6 +46,13 @@ void detectorsAndAlarms(Form& view, const DeviceFeatures& f) {
     show(view,
          {el::picFireAlarm[3], el::lblFireAlarmLegend[3], el::imgFireAlarm[3], el::fraSmokeLevel[1],
           el::fraChamber[1], el::fraErr[2], el::fraDetectorSettings[1]},
+         two);
+    // The second detector's column of the identification and its outputs to the fire panel
+    // go with it.
+    show(view,
+         {el::lblDetectorName[3], el::lblSerialNo2[2], el::lblSoftwareNo[2], el::lblParameterNo[2],
+          el::ctlRelayState[10], el::lblRelayStateLegend[10], el::ctlRelayState[11],
+          el::lblRelayStateLegend[11]},
          two);
     showRelayRow(view, 1, two);
     show(view, {el::picActionAlarm[3], el::imgActionAlarm[3], el::lblActionAlarmLegend[3]},

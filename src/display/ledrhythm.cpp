@@ -2,7 +2,9 @@
 
 #include "common/colors.h"
 #include "common/formmodel.h"
+#include "common/forms.h"
 #include "common/mainview_elements.h"
+#include "common/workwindow_elements.h"
 
 #include <vector>
 
@@ -44,6 +46,13 @@ QSet<QString> LedRhythm::elements() {
     for (const Led& led : ledTable())
         names.insert(led.element);
     return names;
+}
+
+QSet<QString> LedRhythm::elementsOf(const QString& form) {
+    if (form == formname::frmDisplay) return elements();
+    if (form == formname::frmLocalizeLearn)
+        return {frmLocalizeLearn::picLocLearnModeLED, frmLocalizeLearn::picLocLearnActivLED};
+    return {};
 }
 
 void LedRhythm::tmrBlink_Timer() {

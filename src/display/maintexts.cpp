@@ -93,7 +93,8 @@ void status(Texts& s) {
            {el::lblRelayStateLegend[6], 126},
            {el::lblRelayStateLegend[12], 20},
            {el::lblRelayStateLegend[13], 110},
-           {el::lblRelayStateLegend[14], 111}});
+           {el::lblRelayStateLegend[14], 111},
+           {el::lblErrNone, 800}});
     const int device[6] = {19, 20, 108, 109, 110, 111};
     for (int i = 0; i < 6; ++i)
         s.set(el::lblDisplayLegend[i], s(device[i]));

@@ -105,6 +105,9 @@ void MainView::Form_Load() {
     view.setEnabled(el::picManAct[20], false);
     // The chamber gauges span -100 % to 100 %; the air-flow gauge takes its range from the
     // device at every refresh.
+    // The smoke bars show the percentage of the alarm threshold, 0 to 100.
+    for (int d = 0; d < 2; ++d)
+        view.setRange(el::ctlSmokeLevel[d], 0, 100);
     for (int d = 0; d < 2; ++d)
         view.setItems(el::ctlChamber[d],
                       {QStringLiteral("-100 %"), QStringLiteral("0 %"), QStringLiteral("100 %")});

@@ -3,6 +3,7 @@
 #include "common/appstate.h"
 #include "common/mainview_elements.h"
 #include "common/numberformat.h"
+#include "common/waitingnote.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
@@ -16,13 +17,13 @@ using TextSetting = SettingsPages::TextSetting;
 
 namespace {
 
-constexpr int kStringWaiting = 506;
-constexpr int kStringStillDifferent = 507;
+// Where a unit stands, in twips from the left edge of its value: after the label that shows
+// the device's value, or after the field and its up/down element while editing.
+constexpr int kUnitAfterLabel = 850;
+constexpr int kUnitAfterField = 1080;
 
-const ElementArray kRelayBoxes[] = {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4,
-                                    el::chkRelay5};
-const ElementArray kRelayOptions[] = {el::optRelay1, el::optRelay2, el::optRelay3, el::optRelay4,
-                                      el::optRelay5};
+using el::kRelayBoxes;
+using el::kRelayOptions;
 
 // The settings page's fields in the order they are compared.
 const std::vector<TextSetting>& settingsFields() {
@@ -225,7 +226,7 @@ void SettingsPages::cmdSettingsStandard_Click() {
 }
 
 void SettingsPages::cmdSettingsAssume_Click() {
-    m_commands.SettingsAssume(m_limits);
+    m_writeQueued[Settings] = m_commands.SettingsAssume(m_limits);
 }
 
 void SettingsPages::cmdSettingsCancel_Click() {
@@ -264,7 +265,7 @@ void SettingsPages::cmdAirFlowStandard_Click() {
 }
 
 void SettingsPages::cmdAirFlowInit_Click() {
-    m_commands.AirFlowInit(m_limits);
+    m_writeQueued[AirFlow] = m_commands.AirFlowInit(m_limits);
 }
 
 void SettingsPages::cmdAirFlowCancel_Click() {
@@ -289,7 +290,7 @@ void SettingsPages::cmdRelaySet_Click() {
 }
 
 void SettingsPages::cmdRelayAssume_Click() {
-    m_commands.RelayAssume();
+    m_writeQueued[Relays] = m_commands.RelayAssume();
 }
 
 void SettingsPages::cmdRelayCancel_Click() {
@@ -320,7 +321,7 @@ void SettingsPages::cmdSensorTempAlarmSet_Click() {
 }
 
 void SettingsPages::cmdSensorTempAlarmAssume_Click() {
-    m_commands.SensorTempAlarmAssume(m_limits);
+    m_writeQueued[Temperatures] = m_commands.SensorTempAlarmAssume(m_limits);
 }
 
 void SettingsPages::cmdSensorTempAlarmCancel_Click() {
@@ -385,6 +386,10 @@ void SettingsPages::onWriteSent(int command) {
     default:
         return;
     }
+    // The advanced settings window writes commands 129 and 137 too: only the page that
+    // queued the write waits for it.
+    if (!m_writeQueued[page]) return;
+    m_writeQueued[page] = false;
     compareTimer(page).enable();
     m_sentAt[page].start();
     if (m_editing[page]) showWaiting(page, differences(page));
@@ -393,6 +398,7 @@ void SettingsPages::onWriteSent(int command) {
 void SettingsPages::openFields(const std::vector<TextSetting>& settings) {
     Form& v = view();
     for (const TextSetting& s : settings) {
+        v.setLeft(s.unit, v.left(s.field) + kUnitAfterField);
         const QString caption = v.caption(s.label);
         v.setBackColor(s.field, colors::kWindowBackground);
         v.setCaption(s.field, caption);
@@ -410,6 +416,7 @@ void SettingsPages::closeFields(Page page, const std::vector<TextSetting>& setti
     compareTimer(page).disable();
     Form& v = view();
     for (const TextSetting& s : settings) {
+        v.setLeft(s.unit, v.left(s.label) + kUnitAfterLabel);
         v.setVisible(s.label, true);
         v.setVisible(s.field, false);
         v.setVisible(s.upDown, false);
@@ -527,19 +534,8 @@ QStringList SettingsPages::differences(Page page) {
 }
 
 void SettingsPages::showWaiting(Page page, const QStringList& differing) {
-    const QString label = waitingLabel(page);
-    const bool waiting = state(page) == State::Waiting;
-    view().setVisible(label, waiting);
-    if (!waiting) {
-        view().setCaption(label, QString());
-        return;
-    }
-    const qint64 seconds = m_sentAt[page].isValid() ? m_sentAt[page].elapsed() / 1000 : 0;
-    QString text = m_state.str(kStringWaiting).arg(seconds);
-    if (!differing.isEmpty())
-        text +=
-            u' ' + m_state.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
-    view().setCaption(label, text);
+    showWaitingNote(m_state, view(), waitingLabel(page), state(page) == State::Waiting,
+                    m_sentAt[page], differing);
 }
 
 bool SettingsPages::finishIfEqual(Page page) {

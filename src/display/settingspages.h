@@ -101,5 +101,6 @@ private:
     FormTimer m_tmrCompareRelaySet{100};
     FormTimer m_tmrCompareSensorTempAlarmSet{100};
     bool m_editing[kPageCount] = {};
+    bool m_writeQueued[kPageCount] = {};
     QElapsedTimer m_sentAt[kPageCount];
 };

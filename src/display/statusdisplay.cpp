@@ -19,10 +19,8 @@ namespace {
 constexpr double kFeetPerMetre = 3.28094753764887;
 const QString kPercent = QStringLiteral(" %");
 
-const ElementArray kRelayBoxes[] = {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4,
-                                    el::chkRelay5};
-const ElementArray kRelayOptions[] = {el::optRelay1, el::optRelay2, el::optRelay3, el::optRelay4,
-                                      el::optRelay5};
+using el::kRelayBoxes;
+using el::kRelayOptions;
 
 double celsiusOrFahrenheit(double celsius, bool fahrenheit) {
     return fahrenheit ? 9.0 / 5.0 * celsius + 32 : celsius;

@@ -46,39 +46,6 @@ constexpr double kBlowTimeMin = 10, kBlowTimeMax = 255;
 
 using Setter = std::int16_t (clsMQ27Values::*)(Bytes);
 
-// A plain decimal number: blanks around, a sign, digits with at most one point, and at
-// least one digit. No exponent, no letters, no grouping, so that what the field shows is
-// the number that goes out.
-std::optional<double> plainDecimal(const QString& text) {
-    const QString trimmed = text.trimmed();
-    std::string ascii;
-    ascii.reserve(static_cast<std::size_t>(trimmed.size()));
-    bool negative = false;
-    int digits = 0;
-    int points = 0;
-    for (qsizetype i = 0; i < trimmed.size(); ++i) {
-        const QChar c = trimmed[i];
-        if (i == 0 && (c == u'+' || c == u'-')) {
-            negative = c == u'-';
-        } else if (c >= u'0' && c <= u'9') {
-            ++digits;
-            ascii += static_cast<char>(c.unicode());
-        } else if (c == u'.' && points == 0) {
-            ++points;
-            ascii += '.';
-        } else {
-            return std::nullopt;
-        }
-    }
-    if (digits == 0) return std::nullopt;
-    double value = 0;
-    const auto result =
-        std::from_chars(ascii.data(), ascii.data() + ascii.size(), value, std::chars_format::fixed);
-    if (result.ec != std::errc() || result.ptr != ascii.data() + ascii.size()) return std::nullopt;
-    if (!std::isfinite(value)) return std::nullopt;
-    return negative ? -value : value;
-}
-
 // The check behind CheckTextInput: the value as the field shows it afterwards, or nothing
 // when the text is bad.
 std::optional<double> checkedValue(Form& form, const QString& field, double minimum, double maximum,
@@ -89,11 +56,12 @@ std::optional<double> checkedValue(Form& form, const QString& field, double mini
         if (!text.isEmpty() && text.size() <= kLongestText) {
             text.replace(u',', u'.');
             if (text.count(u'.') <= 1) {
-                const std::optional<double> value = plainDecimal(text);
+                const std::optional<double> value = numberformat::plainDecimal(text);
                 if (value && *value >= minimum && *value <= maximum) {
                     if (decimals >= 0 && decimals <= 5) {
                         // Later steps read the field, so they get the value as written back.
-                        shown = plainDecimal(numberformat::fixed(*value, decimals, QLocale::c()));
+                        shown = numberformat::plainDecimal(
+                            numberformat::fixed(*value, decimals, QLocale::c()));
                         if (shown)
                             form.setCaption(field, numberformat::fixed(*value, decimals, locale));
                     } else {
@@ -417,16 +385,12 @@ bool DeviceCommands::RelayAssume() {
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
     Block block(kRelayParameter, 26, view.caption(el::lblSerialNo[0]));
-    const ElementArray* events[] = {&el::chkRelay1, &el::chkRelay2, &el::chkRelay3, &el::chkRelay4,
-                                    &el::chkRelay5};
-    const ElementArray* links[] = {&el::optRelay1, &el::optRelay2, &el::optRelay3, &el::optRelay4,
-                                   &el::optRelay5};
     for (std::size_t r = 0; r < 5; ++r) {
         unsigned mask = 0;
         for (int i = 0; i < 2; ++i)
-            if (view.isChecked((*links[r])[i])) mask |= 1u << (14 + i);
+            if (view.isChecked(el::kRelayOptions[r][i])) mask |= 1u << (14 + i);
         for (int i = 0; i < 14; ++i) {
-            const QString box = (*events[r])[i];
+            const QString box = el::kRelayBoxes[r][i];
             // A hidden event must not stay in a mask unseen.
             if (!view.isVisible(box)) view.setValue(box, 0);
             if (view.isVisible(box) && view.isChecked(box)) mask |= 1u << i;

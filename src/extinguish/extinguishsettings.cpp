@@ -4,6 +4,7 @@
 #include "common/colors.h"
 #include "common/mainview_elements.h"
 #include "common/numberformat.h"
+#include "common/waitingnote.h"
 #include "common/workwindow_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
@@ -19,8 +20,6 @@ namespace {
 
 constexpr int kRows = 3;
 constexpr int kModuleSettingsCommand = 136;
-constexpr int kStringWaiting = 506;
-constexpr int kStringStillDifferent = 507;
 constexpr int kStringOffline = 540;
 constexpr int kStringNoManualRelease = 541;
 constexpr int kStringBusModules = 369;
@@ -221,19 +220,8 @@ QStringList ExtinguishSettings::differences() const {
 }
 
 void ExtinguishSettings::showWaiting(const QStringList& differing) {
-    Form& w = window();
-    const bool waiting = state() == State::Waiting;
-    w.setVisible(el::lblSettingsWaiting, waiting);
-    if (!waiting) {
-        w.setCaption(el::lblSettingsWaiting, QString());
-        return;
-    }
-    const qint64 seconds = m_sentAt.isValid() ? m_sentAt.elapsed() / 1000 : 0;
-    QString text = m_state.str(kStringWaiting).arg(seconds);
-    if (!differing.isEmpty())
-        text +=
-            u' ' + m_state.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
-    w.setCaption(el::lblSettingsWaiting, text);
+    showWaitingNote(m_state, window(), el::lblSettingsWaiting, state() == State::Waiting, m_sentAt,
+                    differing);
 }
 
 void ExtinguishSettings::Form_Load() {

@@ -3,6 +3,7 @@
 #include "common/appstate.h"
 #include "common/mainview_elements.h"
 #include "common/numberformat.h"
+#include "common/waitingnote.h"
 #include "common/workwindow_elements.h"
 #include "display/mainview.h"
 #include "engine/commands.h"
@@ -24,8 +25,6 @@ constexpr int kUnloadMs = 111;
 constexpr int kTimeoutMs = 3216;
 constexpr int kLocalisationParameter = 133;
 constexpr int kStringHole = 520;
-constexpr int kStringWaiting = 506;
-constexpr int kStringStillDifferent = 507;
 // A typed text longer than this is no number the device could take.
 constexpr qsizetype kLongestNumber = 16;
 // Neighbouring holes lie at least this far apart, in seconds of transport time.
@@ -86,6 +85,8 @@ Localisation::Localisation(AppState& state, DeviceValues& values, DeviceCommands
     connect(&w, &Form::windowChanged, this,
             [this](Form::WindowChange change) { onWindowChanged(static_cast<int>(change)); });
     w.setVisible(ll::lblLocWaiting, false);
+    for (int d = 0; d < 2; ++d)
+        w.setRange(ll::ctlSmokeLevel[d], 0, 100);
     // Until the window is first opened it stands in the learn layout, nothing measured.
     showLayout(true);
     showMeasuring();
@@ -102,23 +103,7 @@ Form& Localisation::view() const {
 std::optional<double> Localisation::number(const QString& text) {
     QString t = text.trimmed();
     if (t.isEmpty() || t.size() > kLongestNumber) return std::nullopt;
-    t.replace(u',', u'.');
-    int digits = 0;
-    int points = 0;
-    for (qsizetype i = 0; i < t.size(); ++i) {
-        const QChar c = t[i];
-        if (c.isDigit() && c.unicode() < 128) {
-            ++digits;
-        } else if (c == u'.') {
-            if (++points > 1) return std::nullopt;
-        } else if (i != 0 || (c != u'+' && c != u'-')) {
-            return std::nullopt;
-        }
-    }
-    if (digits == 0) return std::nullopt;
-    bool ok = false;
-    const double value = QLocale::c().toDouble(t, &ok);
-    return ok && std::isfinite(value) ? std::optional<double>(value) : std::nullopt;
+    return numberformat::plainDecimal(t.replace(u',', u'.'));
 }
 
 // A loop "for i from 0 to n - 1" over the holes: a count of 2.5 takes holes 0 and 1.
@@ -312,8 +297,10 @@ void Localisation::showLayout(bool learn) {
           ll::lblLocSingleHoleLearningLegend.name(), ll::lblLocLearnModeLEDLegend.name(),
           ll::fraLocLernModeLegend.name(), ll::cmdLocParameterAssume.name()})
         w.setVisible(element, learn);
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         w.setVisible(ll::cmdLocalizationHelp[i], learn);
+        w.setEnabled(ll::cmdLocalizationHelp[i], false);
+    }
     for (const QString& element :
          {ll::lblLocSingleHoleTestLegend.name(), ll::lblLocTestModeLEDLegend.name(),
           ll::fraLocTestModeLegend.name()})
@@ -572,20 +559,9 @@ void Localisation::onWriteSent(int command) {
 // While the written parameters are awaited the window says so, with the time since the
 // write went out and what still differs.
 void Localisation::showWaiting() {
-    Form& w = window();
     const bool waiting = m_tmrCompareLocalizeSet.isEnabled();
-    w.setVisible(ll::lblLocWaiting, waiting);
-    if (!waiting) {
-        w.setCaption(ll::lblLocWaiting, QString());
-        return;
-    }
-    const qint64 seconds = m_sentAt.isValid() ? m_sentAt.elapsed() / 1000 : 0;
-    QString text = m_state.str(kStringWaiting).arg(seconds);
-    const QStringList differing = differences();
-    if (!differing.isEmpty())
-        text +=
-            u' ' + m_state.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
-    w.setCaption(ll::lblLocWaiting, text);
+    showWaitingNote(m_state, window(), ll::lblLocWaiting, waiting, m_sentAt,
+                    waiting ? differences() : QStringList());
 }
 
 void Localisation::closeWindow() {

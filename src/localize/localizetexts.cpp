@@ -53,7 +53,9 @@ void ApplyLocalizeLearnTexts(Form& window, int language) {
     window.setCaption(ll::fraLocTestModeLegend, QString());
     for (int i = 0; i < 3; ++i) {
         window.setCaption(ll::cmdLocalizationHelp[i], QStringLiteral("?"));
-        window.setToolTip(ll::cmdLocalizationHelp[i], s(8));
+        // The help file has no page for these places; the button says so instead of
+        // doing nothing.
+        window.setToolTip(ll::cmdLocalizationHelp[i], s(801));
     }
     for (int d = 0; d < 2; ++d)
         window.setToolTip(ll::ctlSmokeLevel[d],

@@ -93,7 +93,9 @@ bool AppShell::CloseApplication() {
     if (m_state.g.gClosing) return true;
     clsMQ27Values* values = m_values.get();
     const bool buzzerOff = values && values->GetBuzzerShouldBeOff() == 1;
-    const bool writeWaiting = m_mainView.settingsPages().anyWaiting();
+    bool writeWaiting = m_mainView.settingsPages().anyWaiting();
+    for (const auto& waiting : m_writeWaitingChecks)
+        writeWaiting = writeWaiting || waiting();
     if (buzzerOff || writeWaiting) {
         QString text;
         if (buzzerOff) text += m_state.messages.buzzerWarning + kCrLf2;
@@ -108,6 +110,10 @@ bool AppShell::CloseApplication() {
     m_state.g.gClosing = true;
     unloadAll();
     return true;
+}
+
+void AppShell::addWriteWaitingCheck(std::function<bool()> waiting) {
+    m_writeWaitingChecks.push_back(std::move(waiting));
 }
 
 void AppShell::ShowInterface() {

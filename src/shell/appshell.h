@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -27,6 +30,9 @@ public:
     // The answer is true when shutdown goes ahead. With a silenced buzzer, or a setting
     // still waiting for the device to confirm it, the user is asked first.
     bool CloseApplication();
+    // A window besides the main view whose write may still wait for the device: `waiting`
+    // tells whether it does, for the close question.
+    void addWriteWaitingCheck(std::function<bool()> waiting);
 
     // mnuInterface: language, frmInterface non-modal, ShowCOMPort.
     void ShowInterface();
@@ -63,6 +69,7 @@ private:
     DeviceFiles& m_files;
     Languages& m_languages;
     MainView& m_mainView;
+    std::vector<std::function<bool()>> m_writeWaitingChecks;
     DeviceValues& m_values;
     bool m_trayIconAdded = false;
 };

@@ -55,6 +55,19 @@ void Program::connectParts() {
     const auto refreshLanguage = [this] { m_languages->SwitchToLanguage(m_state.g.gLanguage); };
     const auto direct = Qt::DirectConnection;
 
+    // The close question counts the writes that wait in every window, not only the main
+    // view's pages.
+    m_shell->addWriteWaitingCheck([this] {
+        return m_deviceSettings->state(DeviceSettings::Resistors) ==
+                   DeviceSettings::State::Comparing ||
+               m_deviceSettings->state(DeviceSettings::BetaValues) ==
+                   DeviceSettings::State::Comparing;
+    });
+    m_shell->addWriteWaitingCheck(
+        [this] { return m_extinguishSettings->state() == ExtinguishSettings::State::Waiting; });
+    m_shell->addWriteWaitingCheck(
+        [this] { return m_localisation->tmrCompareLocalizeSet().isEnabled(); });
+
     connect(m_recognition.get(), &Recognition::ownTelegramAccepted, m_decoder.get(),
             &TelegramDecoder::DataDecoder, direct);
     connect(m_recognition.get(), &Recognition::languageRefreshNeeded, this, refreshLanguage,

@@ -35,6 +35,12 @@ private Q_SLOTS:
         QVERIFY(run.out.contains(QStringLiteral("tabDisplay_1\tcaption\tSmoke measurement")));
         QVERIFY(run.out.contains(QStringLiteral("picDisplay_0\tledstate\t3")));
         QVERIFY(run.out.contains(QStringLiteral("linFireAlarm_0\ttop\t1871")));
+        QVERIFY(run.out.contains(QStringLiteral("ctlSmokeLevel_0\tmax\t100")));
+        QVERIFY(run.out.contains(QStringLiteral("lblAlarmDelayUnit\tleft\t850")));
+        // A label in its own colours shows the system colours that stand for them.
+        QVERIFY(run.out.contains(QStringLiteral("lblAlarmDelay\tforecolor\t2147483666")));
+        for (const QString& line : run.out)
+            QVERIFY2(!line.endsWith(QStringLiteral("\t4294967295")), qPrintable(line));
         for (const QString& line : run.out)
             QCOMPARE(line.count(u'\t'), 2);
     }
@@ -47,6 +53,14 @@ private Q_SLOTS:
         const auto temperature = run.out.filter(QStringLiteral("lblTemperature\tcaption\t"));
         QCOMPARE(temperature.size(), 1);
         QVERIFY(temperature.first().endsWith(QStringLiteral(" °F")));
+    }
+
+    // The learn window's lamps report the state the rhythms paint from.
+    void learnWindowLamps() {
+        const Run run =
+            view({sample(), QStringLiteral("--form"), QStringLiteral("frmLocalizeLearn")});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.out.contains(QStringLiteral("picLocLearnModeLED\tledstate\t0")));
     }
 
     void refusals_data() {

@@ -2,7 +2,9 @@
 #include "common/mainview_elements.h"
 #include "common/workwindow_elements.h"
 #include "devicesettings/devicesettings.h"
+#include "display/mainview.h"
 #include "engine/pollengine.h"
+#include "shell/appshell.h"
 #include "support/mainviewrig.h"
 
 #include <QtTest>
@@ -90,6 +92,22 @@ private Q_SLOTS:
         w.userSetCaption(el::txtParameterValue[1], QStringLiteral("4700"));
         rig.settings.tmrCompareSettings_Timer();
         QCOMPARE(rig.resistors(), State::Viewing);
+    }
+
+    // This window's write of command 129 is its own: the main view's settings page does not
+    // wait for it, but closing the tool asks all the same.
+    void writeWaitsHereAloneAndHoldsTheClose() {
+        WindowRig rig;
+        rig.w.click(el::cmdSettings);
+        rig.w.userSetCaption(el::txtParameterValue[0], QStringLiteral("100000"));
+        rig.w.click(el::cmdSettingsAssume);
+        rig.engine.tmrAutoSend_Timer();
+        QCOMPARE(rig.resistors(), State::Comparing);
+        Form& v = rig.view();
+        QVERIFY(!v.isVisible(frmDisplay::lblSettingsWaiting));
+        QVERIFY(!rig.app->mainView().settingsPages().anyWaiting());
+        rig.dialogs.answers = {UserDialogs::Answer::No};
+        QVERIFY(!rig.app->shell().CloseApplication());
     }
 
     void pagesAreIndependentAndBadBetaValuesStayHome() {

@@ -44,6 +44,7 @@ private Q_SLOTS:
         QCOMPARE(rig.pages.state(SettingsPages::Settings), State::Editing);
         QVERIFY(!v.isVisible(el::lblAlarmDelay) && v.isVisible(el::txtAlarmDelay));
         QCOMPARE(v.caption(el::txtAlarmDelay), QStringLiteral("12"));
+        QCOMPARE(v.left(el::lblAlarmDelayUnit), 1080);
         QCOMPARE(v.caption(el::txtFaultDelayMinutes), QStringLiteral("1"));
         QCOMPARE(v.caption(el::txtFaultDelaySeconds), QStringLiteral("30"));
         QCOMPARE(v.toolTip(el::txtAlarmDelay), QStringLiteral("0 - 60 s"));
@@ -76,6 +77,7 @@ private Q_SLOTS:
         QCOMPARE(rig.pages.state(SettingsPages::Settings), State::Viewing);
         QCOMPARE(v.caption(el::lblAlarmDelay), QStringLiteral("15"));
         QVERIFY(v.isVisible(el::lblAlarmDelay) && !v.isVisible(el::txtAlarmDelay));
+        QCOMPARE(v.left(el::lblAlarmDelayUnit), 850);
         QVERIFY(!v.isVisible(el::lblSettingsWaiting));
     }
 

@@ -194,7 +194,8 @@ private Q_SLOTS:
         for (const QString& gone :
              {el::fraSmokeLevel[1], el::fraChamber[1], el::fraErr[2], el::picDisplay[2],
               el::fraRelaySettings.name(), el::fraFirePlace.name(), el::fraSensorTemp[0],
-              el::fraExtStatus[0], el::tabDisplay[frmDisplayPage::Relays],
+              el::fraExtStatus[0], el::lblDetectorName[3], el::lblSerialNo2[2],
+              el::ctlRelayState[11], el::tabDisplay[frmDisplayPage::Relays],
               el::tabDisplay[frmDisplayPage::Localisation],
               el::tabDisplay[frmDisplayPage::ModulesA]})
             QVERIFY2(!m.isVisible(gone), qPrintable(gone));

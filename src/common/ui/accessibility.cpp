@@ -1,11 +1,13 @@
 #include "common/ui/accessibility.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QSet>
+#include <QTabWidget>
 
 namespace {
 
@@ -51,18 +53,44 @@ QString literal(const QString& caption) {
 }
 
 void assignMnemonics(QWidget* window) {
-    if (!qobject_cast<QDialog*>(window)) return;
-    QSet<QChar> taken;
-    auto mark = [&taken](auto* widget) {
+    auto mark = [](auto* widget, QSet<QChar>& taken) {
         const QString text = withMnemonic(plain(widget->text()), taken);
         if (text != widget->text()) widget->setText(text);
     };
-    for (QPushButton* button : window->findChildren<QPushButton*>())
-        mark(button);
     // A label's mnemonic leads to its field; a picture label keeps its picture.
-    for (QLabel* label : window->findChildren<QLabel*>()) {
+    auto leadsToField = [](const QLabel* label) {
         const QWidget* buddy = label->buddy();
-        if (buddy && (buddy->focusPolicy() & Qt::TabFocus) && !label->text().isEmpty()) mark(label);
+        return buddy && (buddy->focusPolicy() & Qt::TabFocus) && !label->text().isEmpty();
+    };
+    if (qobject_cast<QDialog*>(window)) {
+        QSet<QChar> taken;
+        for (QPushButton* button : window->findChildren<QPushButton*>())
+            mark(button, taken);
+        for (QLabel* label : window->findChildren<QLabel*>())
+            if (leadsToField(label)) mark(label, taken);
+        return;
+    }
+    // A window of tab pages: the tabs take their letters first, as they are always there;
+    // each page then shares out the rest among its own buttons, tick boxes and labels, since
+    // only the page in view answers its keys.
+    const auto tabWidgets = window->findChildren<QTabWidget*>();
+    if (tabWidgets.isEmpty()) return;
+    QSet<QChar> tabLetters;
+    for (QTabWidget* tabs : tabWidgets) {
+        for (int i = 0; i < tabs->count(); ++i) {
+            const QString text = withMnemonic(plain(tabs->tabText(i)), tabLetters);
+            if (text != tabs->tabText(i)) tabs->setTabText(i, text);
+        }
+    }
+    for (QTabWidget* tabs : tabWidgets) {
+        for (int i = 0; i < tabs->count(); ++i) {
+            QWidget* page = tabs->widget(i);
+            QSet<QChar> taken = tabLetters;
+            for (QAbstractButton* button : page->findChildren<QAbstractButton*>())
+                if (button->focusPolicy() & Qt::TabFocus) mark(button, taken);
+            for (QLabel* label : page->findChildren<QLabel*>())
+                if (leadsToField(label)) mark(label, taken);
+        }
     }
 }
 

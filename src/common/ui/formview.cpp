@@ -121,6 +121,8 @@ bool differsFromDesign(const Element& e, ElementProperty property) {
         return e.ticks != design.ticks;
     case ElementProperty::Top:
         return e.top != design.top;
+    case ElementProperty::Left:
+        return e.left != design.left;
     case ElementProperty::Dot:
         return e.dotColor != design.dotColor;
     }
@@ -155,6 +157,10 @@ bool FormView::hasTickMarks(const QListWidget* list) {
     return list->property("mq27TickMarks").toBool();
 }
 
+void FormView::mirror(QObject* widget, const QString& element) {
+    widget->setProperty("mq27Mirrors", element);
+}
+
 QColor modelColor(std::uint32_t color, const QPalette& own, QPalette::ColorRole ownRole) {
     if (color == colors::kDefault) return own.color(ownRole);
     if (colors::isSystemColor(color)) {
@@ -179,6 +185,10 @@ FormView::FormView(Form& form, QWidget* window)
 void FormView::collectTargets() {
     const auto objects = m_window->findChildren<QObject*>();
     for (QObject* object : objects) {
+        if (const QString shown = object->property("mq27Mirrors").toString(); !shown.isEmpty()) {
+            m_mirrors.insert(shown, object);
+            continue;
+        }
         const QString name = object->objectName();
         if (name.isEmpty() || name.startsWith(QLatin1String("qt_")) || m_targets.contains(name))
             continue;
@@ -274,6 +284,8 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
         return &FormView::applyItems;
     case ElementProperty::Ticks:
         return &FormView::applyTicks;
+    case ElementProperty::Left:
+        return &FormView::applyLeft;
     case ElementProperty::Top:
     case ElementProperty::Dot:
         return &FormView::applyNothing;
@@ -287,7 +299,8 @@ void FormView::applyAll() {
         ElementProperty::Items,   ElementProperty::Ticks,     ElementProperty::Range,
         ElementProperty::Value,   ElementProperty::Caption,   ElementProperty::Visible,
         ElementProperty::Enabled, ElementProperty::BackColor, ElementProperty::ForeColor,
-        ElementProperty::ToolTip, ElementProperty::Top,       ElementProperty::Dot};
+        ElementProperty::ToolTip, ElementProperty::Top,       ElementProperty::Left,
+        ElementProperty::Dot};
     for (const QString& name : m_form.elementNames()) {
         const Element& e = m_form.element(name);
         for (ElementProperty property : kOrder)
@@ -299,30 +312,38 @@ void FormView::applyAll() {
 
 void FormView::applyElement(const QString& name, ElementProperty property) {
     QObject* target = m_targets.value(name).data();
-    if (!target) return;
+    const bool mirrored = !m_mirrors.isEmpty() && m_mirrors.contains(name);
+    if (!target && !mirrored) return;
     ApplyingScope applying(m_applying);
     const Element& e = m_form.element(name);
     const bool generic = property == ElementProperty::Visible ||
                          property == ElementProperty::Enabled ||
                          property == ElementProperty::ToolTip;
-    if (auto* drawn = dynamic_cast<ElementWidget*>(target); drawn && !generic)
-        drawn->applyElement(e, property);
-    else
-        (this->*applierFor(property))(target, e);
+    auto apply = [&](QObject* to) {
+        if (auto* drawn = dynamic_cast<ElementWidget*>(to); drawn && !generic)
+            drawn->applyElement(e, property);
+        else
+            (this->*applierFor(property))(to, e);
+    };
+    if (target) apply(target);
+    if (!mirrored) return;
+    for (auto it = m_mirrors.constFind(name); it != m_mirrors.cend() && it.key() == name; ++it)
+        if (QObject* to = it.value().data()) apply(to);
 }
 
 void FormView::applyCaption(QObject* target, const Element& e) {
     const QString& text = e.caption;
     if (auto page = tabPageOf(target)) {
-        page->tabs->setTabText(page->index, text);
+        page->tabs->setTabText(page->index, accessibility::literal(text));
+        assignMnemonics();
     } else if (auto* label = qobject_cast<QLabel*>(target)) {
         // A label that leads to a field reads '&' as a mnemonic, as buttons do.
         label->setText(label->buddy() ? accessibility::literal(text) : text);
-        if (label->buddy()) accessibility::assignMnemonics(m_window);
+        if (label->buddy()) assignMnemonics();
     } else if (auto* button = qobject_cast<QAbstractButton*>(target)) {
         // The model keeps the plain caption; only the widget carries the mnemonic.
         button->setText(accessibility::literal(text));
-        accessibility::assignMnemonics(m_window);
+        assignMnemonics();
     } else if (auto* line = qobject_cast<QLineEdit*>(target)) {
         if (line->text() != text) line->setText(text);
     } else if (auto* edit = qobject_cast<QPlainTextEdit*>(target)) {
@@ -334,6 +355,24 @@ void FormView::applyCaption(QObject* target, const Element& e) {
     } else if (auto* action = qobject_cast<QAction*>(target)) {
         action->setText(text);
     }
+}
+
+// A dialog's few captions are marked at once; a window of many pages once after a change
+// of its captions, which comes caption by caption.
+void FormView::assignMnemonics() {
+    if (qobject_cast<QDialog*>(m_window)) {
+        accessibility::assignMnemonics(m_window);
+        return;
+    }
+    if (m_mnemonicsQueued) return;
+    m_mnemonicsQueued = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_mnemonicsQueued = false;
+            if (m_window) accessibility::assignMnemonics(m_window);
+        },
+        Qt::QueuedConnection);
 }
 
 void FormView::applyValue(QObject* target, const Element& e) {
@@ -429,6 +468,11 @@ void FormView::applyColor(QObject* target, std::uint32_t color, bool background)
     }
     widget->setPalette(palette);
     if (role == QPalette::Window) widget->setAutoFillBackground(color != colors::kDefault);
+}
+
+// A widget that places itself by the twips of the logic reads them from this property.
+void FormView::applyLeft(QObject* target, const Element& e) {
+    target->setProperty("mq27LeftTwips", e.left);
 }
 
 void FormView::applyToolTip(QObject* target, const Element& e) {

@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QHash>
+#include <QMultiHash>
 #include <QObject>
 #include <QPalette>
 #include <QPointer>
@@ -40,6 +41,11 @@ public:
     static void giveTickMarks(QListWidget* list);
     static bool hasTickMarks(const QListWidget* list);
 
+    // `widget` shows `element` a second time, elsewhere in the window, without taking input:
+    // a summary that reads the same state as the element's own widget. Before the view is
+    // made.
+    static void mirror(QObject* widget, const QString& element);
+
     // The button that the Escape key presses. Without one, Escape leaves a dialog open.
     void setEscapeElement(const QString& element) { m_escapeElement = element; }
 
@@ -64,11 +70,13 @@ private:
     void applyBackColor(QObject* target, const Element& e);
     void applyForeColor(QObject* target, const Element& e);
     void applyToolTip(QObject* target, const Element& e);
+    void applyLeft(QObject* target, const Element& e);
     void applyItems(QObject* target, const Element& e);
     void applyTicks(QObject* target, const Element& e);
     void applyNothing(QObject*, const Element&) {}
     void applyColor(QObject* target, std::uint32_t color, bool background);
 
+    void assignMnemonics();
     void showWindow();
     void bringToFront();
     void centreOver(const QString& formName);
@@ -82,10 +90,12 @@ private:
     Form& m_form;
     QPointer<QWidget> m_window;
     QHash<QString, QPointer<QObject>> m_targets;
+    QMultiHash<QString, QPointer<QObject>> m_mirrors;
     QHash<QObject*, QPalette> m_ownPalettes;
     QHash<QObject*, QString> m_mouseTargets;
     QString m_escapeElement;
     bool m_applying = false;
+    bool m_mnemonicsQueued = false;
 };
 
 // A new widget, action or layout member named after its element.

@@ -25,6 +25,8 @@ public:
 
     // What the description says: the element's caption, the state an LED is painted from,
     // a lamp lit by its colour, a fault box's state.
+    Form& form() const { return m_form; }
+
     enum class Says { Nothing, Value, LedState, LampState, FaultState };
 
     // `widget` shows `element` and is named by the caption of `legend`, then `suffix`, then

@@ -101,6 +101,11 @@ void BarGraph::setValue(double value) {
     if (m_value == value) return;
     const double before = level();
     m_value = value;
+    // A graph on a page not in view has nothing to repaint; it paints anew when shown.
+    if (!isVisible()) {
+        instruments::announceValue(this, value);
+        return;
+    }
     const QRectF bar = barRect();
     const qreal high = bar.bottom() - bar.height() * std::max(before, level());
     const qreal low = bar.bottom() - bar.height() * std::min(before, level());

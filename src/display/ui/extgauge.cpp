@@ -54,6 +54,12 @@ ExtGauge::ExtGauge(QWidget* parent)
 // cost more than all the rest of the page's refresh.
 void ExtGauge::setValue(double value) {
     if (m_value == value) return;
+    // A gauge on a page not in view has no needle to move; it paints anew when shown.
+    if (!isVisible()) {
+        m_value = value;
+        instruments::announceValue(this, value);
+        return;
+    }
     const QRect before = needleArea(deflection());
     m_value = value;
     update(before.united(needleArea(deflection())));

@@ -21,10 +21,12 @@ QGroupBox* module(PageParts& p, int m) {
     const QString number = QString::number(m + 1);
     QGroupBox* box = p.frame(el::fraExtStatus[m]);
     auto* grid = new QGridLayout(box);
+    // The legend and the number share a row without sharing a cell: the legend spans the
+    // lamps' columns, the number the column of the line elements at the right.
     grid->addWidget(p.legend(el::lblExtSerialNoLegend[m]), 0, 0, 1, 2);
     grid->addWidget(p.value(el::lblExtSerialNo[m], el::lblExtSerialNoLegend[m],
                             QStringLiteral("8888888888"), number),
-                    0, 1, 1, 2);
+                    0, 2);
     struct Lamp {
         QString lamp, legend;
         Says says;

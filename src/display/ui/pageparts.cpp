@@ -7,6 +7,7 @@
 #include "display/ui/faultbox.h"
 #include "display/ui/ledlamp.h"
 #include "display/ui/relayelement.h"
+#include "display/ui/unitlabel.h"
 #include "display/ui/updown.h"
 
 #include <QCheckBox>
@@ -34,6 +35,16 @@ QFont valueFont(const QFont& base) {
 
 PageParts::PageParts(AccessibleNames& names)
     : m_names(names) {}
+
+void PageParts::mirror(QObject* widget) {
+    const QString element = widget->objectName();
+    widget->setObjectName(QString());
+    FormView::mirror(widget, element);
+    if (auto* w = qobject_cast<QWidget*>(widget)) {
+        w->setFocusPolicy(Qt::NoFocus);
+        w->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+}
 
 QGroupBox* PageParts::frame(const QString& name) {
     return named<QGroupBox>(name);
@@ -65,8 +76,9 @@ QLabel* PageParts::value(const QString& name, const QString& legendName, const Q
 }
 
 // Units take one width, the widest of them, so that the values of separate grids line up.
-QLabel* PageParts::unit(const QString& name) {
-    QLabel* label = windowparts::label(name);
+UnitLabel* PageParts::unit(const QString& name) {
+    auto* label = named<UnitLabel>(name);
+    label->setTextFormat(Qt::PlainText);
     label->setForegroundRole(QPalette::PlaceholderText);
     label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("%/ft")));
     return label;
@@ -175,10 +187,14 @@ void PageParts::settingCells(QGridLayout* grid, int row, int column, const QStri
                              const QString& upDownName, const QString& unitName,
                              const QString& widest, const QString& suffix) {
     // The label and its field share one spot: viewing shows the one, editing the other.
-    grid->addWidget(field(fieldName, legendName, widest, suffix), row, column);
-    grid->addWidget(value(label, legendName, widest, suffix), row, column);
+    QLineEdit* input = field(fieldName, legendName, widest, suffix);
+    QLabel* shown = value(label, legendName, widest, suffix);
+    grid->addWidget(input, row, column);
+    grid->addWidget(shown, row, column);
     grid->addWidget(upDown(upDownName, legendName, suffix), row, column + 1);
-    grid->addWidget(unit(unitName), row, column + 2);
+    UnitLabel* unitLabel = unit(unitName);
+    unitLabel->follow(shown, input);
+    grid->addWidget(unitLabel, row, column + 2);
 }
 
 void PageParts::switchRow(QGridLayout* grid, int row, const QString& legendName,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/ui/accessiblenames.h"
+#include "display/ui/unitlabel.h"
 
 #include <QString>
 
@@ -34,7 +35,7 @@ public:
     // A value shown by the logic; `widest` is its longest text, for its width.
     QLabel* value(const QString& name, const QString& legendName, const QString& widest,
                   const QString& suffix = {});
-    QLabel* unit(const QString& name);
+    UnitLabel* unit(const QString& name);
     LedLamp* led(const QString& name, const QString& legendName, const QString& suffix = {},
                  AccessibleNames::Says says = AccessibleNames::Says::LedState);
     FaultBox* faultBox(const QString& name, const QString& legendName);
@@ -69,9 +70,19 @@ public:
     void switchRow(QGridLayout* grid, int row, const QString& legendName, const QString& shown,
                    const QString& copy, const QString& suffix = {});
 
+    // A part made by one of the above turned into a second view of its element, for a
+    // summary elsewhere in the window; it keeps no name of its own and takes no input.
+    template <typename T>
+    T* mirrored(T* widget) {
+        mirror(widget);
+        return widget;
+    }
+
     AccessibleNames& names() { return m_names; }
 
 private:
+    static void mirror(QObject* widget);
+
     AccessibleNames& m_names;
 };
 

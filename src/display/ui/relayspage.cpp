@@ -16,10 +16,8 @@ namespace el = frmDisplay;
 
 namespace {
 
-const ElementArray kBoxes[] = {el::chkRelay1, el::chkRelay2, el::chkRelay3, el::chkRelay4,
-                               el::chkRelay5};
-const ElementArray kOptions[] = {el::optRelay1, el::optRelay2, el::optRelay3, el::optRelay4,
-                                 el::optRelay5};
+using el::kRelayBoxes;
+using el::kRelayOptions;
 
 } // namespace
 
@@ -36,14 +34,14 @@ QWidget* buildRelaysPage(PageParts& p) {
     for (int i = 0; i < 14; ++i) {
         grid->addWidget(p.legend(el::lblRelais[i]), i + 1, 0);
         for (int r = 0; r < 5; ++r)
-            grid->addWidget(p.check(kBoxes[r][i], el::lblRelais[i], {}, el::lblRelayNumber[r]),
+            grid->addWidget(p.check(kRelayBoxes[r][i], el::lblRelais[i], {}, el::lblRelayNumber[r]),
                             i + 1, r + 1, Qt::AlignHCenter);
     }
     for (int r = 0; r < 5; ++r) {
         auto* group = new QButtonGroup(box);
         for (int i = 0; i < 2; ++i) {
             QRadioButton* option =
-                p.option(kOptions[r][i], el::lblRelais[14 + i], el::lblRelayNumber[r]);
+                p.option(kRelayOptions[r][i], el::lblRelais[14 + i], el::lblRelayNumber[r]);
             group->addButton(option);
             grid->addWidget(option, 15 + i, r + 1, Qt::AlignHCenter);
         }

@@ -1,4 +1,7 @@
 #include "common/mainview_elements.h"
+#include "display/ui/bargraph.h"
+#include "display/ui/extgauge.h"
+#include "display/ui/faultsummary.h"
 #include "display/ui/ledlamp.h"
 #include "display/ui/mainpages.h"
 #include "display/ui/pageparts.h"
@@ -144,23 +147,102 @@ QGroupBox* identification(PageParts& p) {
     return box;
 }
 
+// The smoke level of both detectors as the measurement page shows it, in small: the bar
+// with its alarm lines, the value, the chamber's deviation. Each part is a second view of
+// the measurement page's element, so a detector the device lacks goes here too.
+QGroupBox* smokeSummary(PageParts& p, int d) {
+    const QString number = QString::number(d + 1);
+    QGroupBox* box = p.mirrored(p.frame(el::fraSmokeLevel[d]));
+    auto* grid = new QGridLayout(box);
+    BarGraph* bar =
+        p.mirrored(p.barGraph(el::ctlSmokeLevel[d], el::lblSmokeLevelLegend[d], number));
+    bar->setMinimumHeight(bar->fontMetrics().height() * 8);
+    p.mirrored(bar->addThresholdLine(el::linFireAlarm[d], ThresholdLine::Kind::FireAlarm));
+    p.mirrored(bar->addThresholdLine(el::linActionAlarm[d], ThresholdLine::Kind::ActionAlarm));
+    grid->addWidget(bar, 0, 0, 1, 2);
+    QLabel* smoke = p.mirrored(p.value(el::lblSmokeLevel[d], el::lblSmokeLevelLegend[d],
+                                       QStringLiteral("-888.888 %/ft"), number));
+    QFont bold = smoke->font();
+    bold.setBold(true);
+    smoke->setFont(bold);
+    smoke->setMinimumWidth(smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/ft")));
+    grid->addWidget(smoke, 1, 0, 1, 2);
+    grid->addWidget(p.mirrored(p.legend(el::lblChamberLegend[d])), 2, 0);
+    grid->addWidget(p.mirrored(p.value(el::lblChamber[d], el::lblChamberLegend[d],
+                                       QStringLiteral("-888 %"), number)),
+                    2, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(0, 1);
+    return box;
+}
+
+// Air flow and air temperature, as the measurement page shows them.
+QWidget* airSummary(PageParts& p) {
+    auto* column = new QWidget;
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    QGroupBox* box = p.mirrored(p.frame(el::fraAirFlow));
+    auto* grid = new QGridLayout(box);
+    ExtGauge* gauge = p.mirrored(p.gauge(el::ctlAirFlow, el::lblAirFlowLegend));
+    gauge->setMinimumHeight(gauge->fontMetrics().height() * 6);
+    grid->addWidget(gauge, 0, 0, 1, 2);
+    grid->addWidget(p.mirrored(p.legend(el::lblAirFlowLegend)), 1, 0);
+    grid->addWidget(
+        p.mirrored(p.value(el::lblAirFlow, el::lblAirFlowLegend, QStringLiteral("-888 %"))), 1, 1);
+    grid->addWidget(p.mirrored(p.value(el::lblAirflowMeterPerSecond, el::lblAirFlowLegend,
+                                       QStringLiteral("-888.88 m/s"))),
+                    2, 1);
+    grid->setColumnStretch(0, 1);
+    layout->addWidget(box);
+    auto* temperature = new QGridLayout;
+    temperature->addWidget(p.mirrored(p.legend(el::lblTemperatureLegend[0])), 0, 0);
+    temperature->addWidget(p.mirrored(p.legend(el::lblTemperatureLegend[1])), 0, 0);
+    temperature->addWidget(p.mirrored(p.value(el::lblTemperature, el::lblTemperatureLegend[1],
+                                              QStringLiteral("-888.8 °F"))),
+                           0, 1);
+    temperature->setColumnStretch(0, 1);
+    layout->addLayout(temperature);
+    return column;
+}
+
+QGroupBox* pendingFaults(PageParts& p) {
+    QGroupBox* box = p.mirrored(p.frame(el::lblErrLegend[0]));
+    auto* layout = new QVBoxLayout(box);
+    auto* summary = new FaultSummary(p.names().form(), el::lblErrNone);
+    p.names().add(summary, QString(), el::lblErrLegend[0]);
+    layout->addWidget(summary);
+    layout->addStretch(1);
+    return box;
+}
+
 } // namespace
 
 QWidget* buildStatusPage(PageParts& p) {
     auto* page = new QWidget;
     auto* grid = new QGridLayout(page);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(alarms(p), 0, 0);
-    grid->addWidget(deviceState(p), 0, 1);
+    // State first: alarms and the device's lamps on the left; then what is measured,
+    // the pending faults beneath it; the outputs on the right.
+    auto* state = new QVBoxLayout;
+    state->addWidget(alarms(p));
+    state->addWidget(deviceState(p));
+    state->addStretch(1);
+    grid->addLayout(state, 0, 0, 2, 1);
+    auto* smoke = new QHBoxLayout;
+    for (int d = 0; d < 2; ++d)
+        smoke->addWidget(smokeSummary(p, d), 1);
+    smoke->addWidget(airSummary(p), 1);
+    grid->addLayout(smoke, 0, 1, 1, 2);
+    grid->addWidget(pendingFaults(p), 1, 1);
     auto* relays = new QVBoxLayout;
     relays->addWidget(relayStates(p));
     relays->addWidget(panelOutputs(p));
     relays->addStretch(1);
-    grid->addLayout(relays, 0, 2);
-    grid->addWidget(inputs(p), 1, 0);
-    grid->addWidget(firePlace(p), 1, 1);
-    grid->addWidget(identification(p), 1, 2);
-    grid->setRowStretch(2, 1);
+    grid->addLayout(relays, 1, 2);
+    grid->addWidget(inputs(p), 2, 0);
+    grid->addWidget(firePlace(p), 2, 1);
+    grid->addWidget(identification(p), 2, 2);
+    grid->setRowStretch(3, 1);
     for (int c = 0; c < 3; ++c)
         grid->setColumnStretch(c, 1);
     return page;
