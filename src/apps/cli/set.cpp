@@ -10,7 +10,8 @@
 #include "engine/pollengine.h"
 #include "shell/program.h"
 
-#include <map>
+#include <algorithm>
+#include <array>
 #include <vector>
 
 #include <QTimer>
@@ -370,10 +371,15 @@ int set(const QStringList& args) {
             engine.miNextCommand = next;
             continue;
         }
-        for (const auto& [s, value] : wanted)
-            if (s->page == page && refusedByPage(v, *s))
-                bad << s->name + u'=' + value + QStringLiteral(": refused (") + limits(v, *s) +
-                           u')';
+        // A field not named keeps the device's value, which the page may refuse as well.
+        for (const Setting& s : settings()) {
+            if (s.page != page || !refusedByPage(v, s)) continue;
+            const auto named = std::find_if(wanted.begin(), wanted.end(),
+                                            [&s](const auto& w) { return w.first == &s; });
+            bad << (named != wanted.end() ? s.name + u'=' + named->second
+                                          : s.name + QStringLiteral(" (the device's value)")) +
+                       QStringLiteral(": refused (") + limits(v, s) + u')';
+        }
         if (bad.isEmpty()) bad << buttons(page).title + QStringLiteral(": refused by the page");
     }
     if (!bad.isEmpty()) {
