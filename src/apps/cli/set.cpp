@@ -14,6 +14,7 @@
 #include <array>
 #include <vector>
 
+#include <QHash>
 #include <QTimer>
 
 namespace cli {
@@ -210,9 +211,42 @@ QString limits(const Form& v, const Setting& s) {
     }
 }
 
+// The parts of the pages that the main view hides where the device lacks a feature.
+QStringList containers(const Setting& s) {
+    static const QHash<QString, QStringList> table = [] {
+        QHash<QString, QStringList> t{
+            {QStringLiteral("airflow-range"), {el::fraHasAirFlow[0]}},
+            {QStringLiteral("fault-delay"), {el::fraHasAirFlow[0]}},
+            {QStringLiteral("dynamic-airflow"), {el::fraHasAirFlow[1]}},
+            {QStringLiteral("localisation"), {el::fraHasLocalization}},
+            {QStringLiteral("alarm-after-loc"), {el::fraAlarmAfterLoc}},
+            {QStringLiteral("altitude"), {el::fraHasAirFlow[2]}},
+            {QStringLiteral("air-pressure"), {el::fraHasAirFlow[2]}},
+        };
+        for (int d = 0; d < 2; ++d) {
+            const QString n = QString::number(d + 1);
+            const QString detector = el::fraDetectorSettings[d];
+            t.insert(QStringLiteral("sensitivity") + n, {detector});
+            t.insert(QStringLiteral("pre-alarm") + n, {detector, el::fraPreAlarmThreshold[d]});
+            t.insert(QStringLiteral("truelix") + n, {detector, el::fraHasTrueLix[d]});
+        }
+        for (int r = 0; r < 5; ++r)
+            t.insert(QStringLiteral("relay%1").arg(r + 1),
+                     {el::fraRelaySettings, el::tabDisplay[frmDisplayPage::Relays]});
+        for (int n = 0; n < 5; ++n)
+            t.insert(QStringLiteral("temp-alarm%1").arg(n + 1),
+                     {el::fraSensorTemp[1], el::fraSensorTemp[n + 2]});
+        return t;
+    }();
+    return table.value(s.name);
+}
+
 // An open page hides the device's values behind its fields; the legends stay.
 bool available(const Form& v, const Setting& s) {
-    return v.isVisible(s.legend);
+    const QStringList parts = containers(s);
+    return v.isVisible(s.legend) &&
+           std::all_of(parts.begin(), parts.end(),
+                       [&v](const QString& part) { return v.isVisible(part); });
 }
 
 int list(Program& program) {
