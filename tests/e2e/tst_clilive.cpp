@@ -142,6 +142,14 @@ private Q_SLOTS:
                 faults << captions.value(QStringLiteral("lblErr_%1").arg(i));
         }
         QVERIFY(!faults.isEmpty());
+        const auto leds = snapshot(saved.out, QStringLiteral("ledstate"));
+        QStringList alarms;
+        for (int d = 0; d < 2; ++d)
+            for (const char* kind : {"Fire", "Action"})
+                if (leds.value(QStringLiteral("pic%1Alarm_%2").arg(kind).arg(d)) != u"0")
+                    alarms << captions.value(
+                        QStringLiteral("lbl%1AlarmLegend_%2").arg(kind).arg(d + 2));
+        QVERIFY(!alarms.isEmpty());
         for (const QString& text : lines) {
             const QJsonObject o = QJsonDocument::fromJson(text.toUtf8()).object();
             QCOMPARE(o.value("serial").toString(), QStringLiteral("1234567"));
@@ -157,6 +165,7 @@ private Q_SLOTS:
                      captions.value("lblAirFlow").section(u' ', 0, 0).toDouble());
             QVERIFY(QDateTime::fromString(o.value("time").toString(), Qt::ISODate).isValid());
             QCOMPARE(o.value("faults").toVariant().toStringList(), faults);
+            QCOMPARE(o.value("alarms").toVariant().toStringList(), alarms);
         }
     }
 
