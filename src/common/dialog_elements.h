@@ -7,6 +7,7 @@
 #define FRMINTERFACE_ELEMENTS(ONE, MANY, MORE)                                                     \
     ONE(lblCOMPort, Label)                                                                         \
     ONE(cboPort, Combo)                                                                            \
+    ONE(lblPortReason, Label)                                                                      \
     ONE(cmdOKButton, Button)                                                                       \
     ONE(cmdCancelButton, Button)
 

@@ -20,6 +20,7 @@
     ONE(lblReceive, Label)                                                                         \
     ONE(lblSend, Label)                                                                            \
     ONE(lblDevice, Label)                                                                          \
+    ONE(lblPortReason, Label)                                                                      \
     ONE(fraComSend, Frame)                                                                         \
     ONE(txtComSend, Text)                                                                          \
     ONE(chkSendEnable, Check)                                                                      \

@@ -78,6 +78,13 @@ QWidget* frmMQ27DWindow::buildLinkPanel() {
     device->setMinimumWidth(device->fontMetrics().averageCharWidth() * 60);
     device->setMinimumHeight(device->sizeHint().height());
 
+    // Why the port is off: a sentence with a path and perhaps a command to copy.
+    auto* reason = label(frmMQ27D::lblPortReason);
+    reason->setWordWrap(true);
+    reason->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    reason->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    reason->setMinimumWidth(device->minimumWidth());
+
     auto* root = new QVBoxLayout(panel);
     root->setContentsMargins(16, 14, 16, 14);
     root->setSpacing(12);
@@ -87,6 +94,7 @@ QWidget* frmMQ27DWindow::buildLinkPanel() {
     root->addWidget(buildMonitorFrame(frmMQ27D::fraComReceive, frmMQ27D::txtComReceive,
                                       QStringLiteral("COM Port input (received data bytes, HEX)")));
     root->addWidget(device);
+    root->addWidget(reason);
     return panel;
 }
 
