@@ -102,12 +102,19 @@ bool AppShell::CloseApplication() {
             text + m_state.messages.closeQuestion, m_state.str(0), UserDialogs::Buttons::YesNo,
             UserDialogs::Icon::Warning, UserDialogs::Answer::No);
         if (answer == UserDialogs::Answer::No) return false;
+        // The system may have ended the tool while the question was open.
+        if (m_state.g.gClosing) return true;
     }
+    ShutDown();
+    return true;
+}
+
+void AppShell::ShutDown() {
+    if (m_state.g.gClosing) return;
     m_link.stopTimers();
     if (m_link.isPortOpen()) m_link.closePort();
     m_state.g.gClosing = true;
     unloadAll();
-    return true;
 }
 
 void AppShell::ShowInterface() {

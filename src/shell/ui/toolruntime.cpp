@@ -144,6 +144,10 @@ void ToolRuntime::switchQtTexts(int language) {
     m_qtTexts = std::move(texts);
 }
 
+void ToolRuntime::terminate() {
+    m_app->shell().ShutDown();
+}
+
 void ToolRuntime::onQuitRequested() {
     Q_EMIT finished();
     // Queued, so that a shutdown during start-up still ends the loop that starts later.
