@@ -20,6 +20,7 @@
     ONE(lblKompaVersion, Label)                                                                    \
     ONE(lblDisplay, Label)                                                                         \
     MANY(lblCopyright, Label, 0, 1)                                                                \
+    ONE(lblAutoSaveFolder, Label)                                                                  \
     ONE(cmdOK, Button)
 
 #define FRMCONNECT_ELEMENTS(ONE, MANY, MORE)                                                       \

@@ -7,6 +7,7 @@
 #define FRMMQ27D_ELEMENTS(ONE, MANY, MORE)                                                         \
     ONE(mnuFile, Menu)                                                                             \
     ONE(mnuLoad, Menu)                                                                             \
+    ONE(mnuAutoSaveFolder, Menu)                                                                   \
     ONE(mnuSep1, Menu)                                                                             \
     ONE(mnuCloseApp, Menu)                                                                         \
     ONE(mnuSettings, Menu)                                                                         \

@@ -62,6 +62,7 @@ AppShell::AppShell(AppState& state, SerialLink& link, DeviceFiles& files, Langua
     }
     connect(&m_state.forms.frmAbout(), &Form::clicked, this, &AppShell::onAboutClicked);
     connect(&m_link, &SerialLink::iconIndexChanged, this, &AppShell::TrayIconUpdate);
+    connect(&m_languages, &Languages::languageSwitched, &m_files, &DeviceFiles::showAutoSaveFolder);
 }
 
 void AppShell::Startup(const QString& rawCommandLineArgs) {
@@ -194,6 +195,8 @@ void AppShell::onMenuClicked(const QString& element) {
         ShowLoadFile();
     else if (element == frmMQ27D::mnuCloseApp || element == frmDisplay::mnuExit)
         CloseApplication();
+    else if (element == frmMQ27D::mnuAutoSaveFolder)
+        m_files.openAutoSaveFolder();
     else if (element == frmMQ27D::mnuInterface)
         ShowInterface();
     else if (element == frmMQ27D::mnuLanguage)

@@ -82,6 +82,11 @@ public:
 
     bool startDetached(const QString& program, const QStringList& arguments) override;
     QString findExecutable(const QString& name) const override { return onPath.value(name); }
+    QStringList openedFolders;
+    bool openFolder(const QString& path) override {
+        openedFolders << path;
+        return startSucceeds;
+    }
 };
 
 class FixedClock : public Clock {

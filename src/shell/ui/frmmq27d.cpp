@@ -39,6 +39,7 @@ frmMQ27DWindow::~frmMQ27DWindow() = default;
 void frmMQ27DWindow::buildMenus() {
     QMenu* file = namedMenu(menuBar(), frmMQ27D::mnuFile);
     namedEntry(file, frmMQ27D::mnuLoad);
+    namedEntry(file, frmMQ27D::mnuAutoSaveFolder);
     namedSeparator(file, frmMQ27D::mnuSep1);
     namedEntry(file, frmMQ27D::mnuCloseApp);
     QMenu* settings = namedMenu(menuBar(), frmMQ27D::mnuSettings);
