@@ -27,6 +27,8 @@ public:
     // The answer is true when shutdown goes ahead. With a silenced buzzer, or a setting
     // still waiting for the device to confirm it, the user is asked first.
     bool CloseApplication();
+    // The same shutdown without the question: a termination signal from the system.
+    void ShutDown();
 
     // mnuInterface: language, frmInterface non-modal, ShowCOMPort.
     void ShowInterface();
