@@ -13,7 +13,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSerialPort>
 
 namespace {
 
@@ -25,19 +24,6 @@ bool portNumber(const QString& port, int& number) {
     bool ok = false;
     number = port.toInt(&ok);
     return ok && number >= 1 && number <= kLastPort;
-}
-
-// Why the port at `path` does not open: the system's own words, from a second try.
-QString openFailure(const QString& path) {
-    if (path.isEmpty()) return QStringLiteral("no such serial port");
-    QSerialPort probe;
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    probe.setPortName(canonical.isEmpty() ? path : canonical);
-    if (probe.open(QIODevice::ReadWrite)) {
-        probe.close();
-        return QStringLiteral("the port could not be opened");
-    }
-    return probe.errorString();
 }
 
 } // namespace
@@ -96,9 +82,11 @@ std::optional<QString> LiveSession::start(const QString& port) {
     settings.SetSmoke(m_options.smokeUnit);
     settings.SetTemperature(m_options.temperatureUnit);
     m_program->shell().Startup(QString());
-    if (m_program->link().isPortOpen()) return std::nullopt;
-    const QString path = QtSerialPortDevice::devicePath(number);
-    return (path.isEmpty() ? port : path) + QStringLiteral(": ") + openFailure(path);
+    const SerialLink& link = m_program->link();
+    if (link.isPortOpen()) return std::nullopt;
+    // The start window's reason, in the session's language; it names the port.
+    const QString reason = link.portReason();
+    return reason.isEmpty() ? port + QStringLiteral(": the port could not be opened") : reason;
 }
 
 // The decoder has saved and refreshed before it reports the complete read-out.

@@ -31,7 +31,7 @@ public:
     ~LiveSession() override;
 
     // Opens the port (a number 1 to 16, or a device path) and starts the search as the tool
-    // does at its start; the reason in one line when the port cannot be opened.
+    // does at its start; the start window's reason when the port cannot be opened.
     std::optional<QString> start(const QString& port);
 
     Program& program() { return *m_program; }

@@ -1,8 +1,7 @@
 #include "apps/cli/cli.h"
 
 #include "shell/program.h"
-
-#include <csignal>
+#include "shell/terminationsignals.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -13,11 +12,8 @@ namespace cli {
 
 namespace {
 
-volatile std::sig_atomic_t g_signal = 0;
-
-void onStopSignal(int signal) {
-    g_signal = signal;
-}
+// The stop signal caught so far; written on the event loop, never in a signal handler.
+int g_signal = 0;
 
 // How often a wait looks for its condition, a stop signal and its end.
 constexpr int kLookMs = 20;
@@ -90,8 +86,11 @@ std::optional<int> timeoutSeconds(const Args& args, int fallback) {
 }
 
 void catchStopSignals() {
-    std::signal(SIGINT, onStopSignal);
-    std::signal(SIGTERM, onStopSignal);
+    static TerminationSignals* stops = nullptr;
+    if (stops) return;
+    stops = new TerminationSignals(QCoreApplication::instance());
+    QObject::connect(stops, &TerminationSignals::terminationRequested,
+                     [](int signal) { g_signal = signal; });
 }
 
 int stopSignal() {

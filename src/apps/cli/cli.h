@@ -53,8 +53,8 @@ std::optional<LiveSession::Options> displayOptions(const Args& args);
 // A whole number of seconds above 0, from `--timeout`; nothing after a complaint.
 std::optional<int> timeoutSeconds(const Args& args, int fallback);
 
-// SIGINT and SIGTERM from now on end the event loop's wait instead of the process; the
-// signal caught so far, 0 for none.
+// SIGINT, SIGTERM and SIGHUP from now on end the event loop's wait instead of the process;
+// the signal caught so far, 0 for none.
 void catchStopSignals();
 int stopSignal();
 
