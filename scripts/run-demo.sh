@@ -1,7 +1,7 @@
 #!/bin/sh
 # The demo of `make run`: the virtual device with the full profile on a pseudo-terminal,
-# and the tool on it as port 1. The tool keeps its settings under BUILD/demo-config, so the
-# demo never touches the user's own.
+# and the tool on it as port 1; without a display, mq27diag-cli watch on it instead. The
+# tool keeps its settings under BUILD/demo-config, so the demo never touches the user's own.
 #
 #   sh scripts/run-demo.sh [BUILD]      (BUILD defaults to "build")
 set -eu
@@ -14,7 +14,8 @@ case $build in
 esac
 sim=$build/bin/mq27sim
 tool=$build/bin/mq27diag
-for program in "$sim" "$tool"; do
+cli=$build/bin/mq27diag-cli
+for program in "$sim" "$tool" "$cli"; do
     if [ ! -x "$program" ]; then
         echo "run-demo: $program is missing; build first (make build)." >&2
         exit 1
@@ -81,12 +82,8 @@ export XDG_CONFIG_HOME="$config_home"
 status=0
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
     "$tool" || status=$?
-elif command -v xvfb-run >/dev/null 2>&1; then
-    echo "No display (neither DISPLAY nor WAYLAND_DISPLAY is set): running the tool under"
-    echo "xvfb-run -a, on an invisible screen. Stop it with Ctrl+C."
-    xvfb-run -a "$tool" || status=$?
 else
-    echo "run-demo: no display, and xvfb-run is not installed." >&2
-    status=1
+    echo "No display (neither DISPLAY nor WAYLAND_DISPLAY is set): the device's live state through mq27diag-cli watch instead of the window; stop it with Ctrl+C."
+    "$cli" watch --port "$link" || status=$?
 fi
 exit "$status"

@@ -1,4 +1,5 @@
 // mq27diag: the desktop diagnosis tool.
+#include "shell/terminationsignals.h"
 #include "shell/ui/screenshots.h"
 #include "shell/ui/toolruntime.h"
 
@@ -54,6 +55,9 @@ int main(int argc, char* argv[]) {
         arguments << QString::fromLocal8Bit(argv[i]);
 
     ToolRuntime runtime;
+    TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::terminationRequested, &runtime,
+                     &ToolRuntime::terminate);
     const auto screenshots = ScreenshotRun::fromEnvironment(runtime);
     runtime.start(arguments.join(QLatin1Char(' ')));
     return QApplication::exec();

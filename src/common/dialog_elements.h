@@ -7,6 +7,7 @@
 #define FRMINTERFACE_ELEMENTS(ONE, MANY, MORE)                                                     \
     ONE(lblCOMPort, Label)                                                                         \
     ONE(cboPort, Combo)                                                                            \
+    ONE(lblPortReason, Label)                                                                      \
     ONE(cmdOKButton, Button)                                                                       \
     ONE(cmdCancelButton, Button)
 
@@ -19,6 +20,7 @@
     ONE(lblKompaVersion, Label)                                                                    \
     ONE(lblDisplay, Label)                                                                         \
     MANY(lblCopyright, Label, 0, 1)                                                                \
+    ONE(lblAutoSaveFolder, Label)                                                                  \
     ONE(cmdOK, Button)
 
 #define FRMCONNECT_ELEMENTS(ONE, MANY, MORE)                                                       \

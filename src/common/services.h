@@ -38,6 +38,11 @@ public:
     virtual bool startDetached(const QString& program, const QStringList& arguments) = 0;
     // Full path of a program found on the PATH, or empty.
     virtual QString findExecutable(const QString& name) const = 0;
+    // Shows a folder in the desktop's file manager; false if nothing could show it.
+    virtual bool openFolder(const QString& path) {
+        (void)path;
+        return false;
+    }
 };
 
 // The five persisted values, by name.

@@ -7,6 +7,7 @@
 #define FRMMQ27D_ELEMENTS(ONE, MANY, MORE)                                                         \
     ONE(mnuFile, Menu)                                                                             \
     ONE(mnuLoad, Menu)                                                                             \
+    ONE(mnuAutoSaveFolder, Menu)                                                                   \
     ONE(mnuSep1, Menu)                                                                             \
     ONE(mnuCloseApp, Menu)                                                                         \
     ONE(mnuSettings, Menu)                                                                         \
@@ -20,6 +21,7 @@
     ONE(lblReceive, Label)                                                                         \
     ONE(lblSend, Label)                                                                            \
     ONE(lblDevice, Label)                                                                          \
+    ONE(lblPortReason, Label)                                                                      \
     ONE(fraComSend, Frame)                                                                         \
     ONE(txtComSend, Text)                                                                          \
     ONE(chkSendEnable, Check)                                                                      \

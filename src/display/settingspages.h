@@ -64,6 +64,8 @@ public:
     FormTimer& tmrCompareRelaySet() { return m_tmrCompareRelaySet; }
     FormTimer& tmrCompareSensorTempAlarmSet() { return m_tmrCompareSensorTempAlarmSet; }
     FormTimer& compareTimer(Page page);
+    // Fields that differ from the device, by their legends; empty when all agree.
+    QStringList differences(Page page);
 
     // A text setting: its label (the device's value), its field and up/down element, and
     // how the up/down element's whole number maps onto the field's text.
@@ -82,8 +84,6 @@ private:
     void closeFields(Page page, const std::vector<TextSetting>& settings);
     void showButtons(Page page, bool editing);
     void setToolTips(Page page);
-    // Fields that differ from the device, by their legends; empty when all agree.
-    QStringList differences(Page page);
     const FormTimer& timerOf(Page page) const;
     void showWaiting(Page page, const QStringList& differing);
     bool finishIfEqual(Page page);

@@ -1,6 +1,8 @@
 #include "files/devicefiles.h"
 
 #include "common/appstate.h"
+#include "common/dialog_elements.h"
+#include "common/startwindow_elements.h"
 #include "files/ko3format.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
@@ -16,6 +18,15 @@ namespace {
 const QString kUserSaveName = QStringLiteral("ShelLix");
 const QString kSaveFilter = QStringLiteral("*.ko3|*.ko3|");
 const QString kAutoSaveFolderName = QStringLiteral("AutoSave");
+
+constexpr int kStringAutoSaveFolder = 607;
+constexpr int kStringNotSaved = 608;
+constexpr int kStringNotLoadable = 609;
+constexpr int kStringIsFolder = 610;
+constexpr int kStringNotRegular = 611;
+constexpr int kStringTooLarge = 612;
+constexpr int kStringUnreadable = 613;
+constexpr int kStringFolderNotShown = 614;
 
 } // namespace
 
@@ -49,13 +60,22 @@ void DeviceFiles::MakeSaveString(const Bytes& block, double serialNo) {
 }
 
 bool DeviceFiles::SaveData(const QString& fileName, const Bytes& block) {
-    return ko3::SaveData(fileName, block);
+    QString reason;
+    if (ko3::SaveData(fileName, block, &reason)) return true;
+    tell(m_state.str(kStringNotSaved).arg(QDir::toNativeSeparators(fileName), reason));
+    return false;
+}
+
+void DeviceFiles::tell(const QString& text) {
+    m_state.services.dialogs->messageBox(text, m_state.g.gAppTitle, UserDialogs::Buttons::Ok,
+                                         UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
 }
 
 void DeviceFiles::LoadDeviceFile(const QString& fileName) {
     const std::optional<Bytes> block = ReadDeviceFile(fileName);
     if (!block) return;
-    if (m_link.isPortOpen()) m_link.closePort();
+    // Also ends the wait for a port that went away: the file is in view now.
+    m_link.closePort();
     for (const Bytes& telegram : ko3::SplitDeviceBlock(*block).telegrams) {
         m_link.setDataFromFile(true);
         m_recognition.RcvDataHandle(telegram);
@@ -72,6 +92,11 @@ std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString& fileName) {
         if (!chosen || chosen->isEmpty()) return std::nullopt;
         name = *chosen;
     }
+    const QString problem = whyNotLoadable(name);
+    if (!problem.isEmpty()) {
+        tell(m_state.str(kStringNotLoadable).arg(QDir::toNativeSeparators(name), problem));
+        return std::nullopt;
+    }
     const std::optional<QString> line = ko3::ReadFirstLine(name);
     if (!line) return std::nullopt;
     Bytes bytes = ko3::ParseHexLine(*line);
@@ -85,6 +110,37 @@ QString DeviceFiles::autoSaveFolder() const {
     const QString base =
         QFileInfo(services.programDir).isWritable() ? services.programDir : services.dataDir;
     return QDir(base).filePath(kAutoSaveFolderName);
+}
+
+QString DeviceFiles::whyNotLoadable(const QString& fileName) const {
+    switch (ko3::CheckReadable(fileName)) {
+    case ko3::FileProblem::None:
+    case ko3::FileProblem::Missing: // a file that is not there stays a silent failure
+        return {};
+    case ko3::FileProblem::Folder:
+        return m_state.str(kStringIsFolder);
+    case ko3::FileProblem::NotRegular:
+        return m_state.str(kStringNotRegular);
+    case ko3::FileProblem::TooLarge:
+        return m_state.str(kStringTooLarge).arg(QFileInfo(fileName).size());
+    case ko3::FileProblem::Unreadable:
+        return m_state.str(kStringUnreadable);
+    }
+    return {};
+}
+
+void DeviceFiles::showAutoSaveFolder() {
+    const QString text =
+        m_state.str(kStringAutoSaveFolder).arg(QDir::toNativeSeparators(autoSaveFolder()));
+    m_state.forms.frmMQ27D().setCaption(frmMQ27D::mnuAutoSaveFolder, text);
+    m_state.forms.frmAbout().setCaption(frmAbout::lblAutoSaveFolder, text);
+}
+
+void DeviceFiles::openAutoSaveFolder() {
+    const QString folder = autoSaveFolder();
+    QDir().mkpath(folder);
+    if (!m_state.services.launcher || !m_state.services.launcher->openFolder(folder))
+        tell(m_state.str(kStringFolderNotShown).arg(QDir::toNativeSeparators(folder)));
 }
 
 void DeviceFiles::saveByUser(const Bytes& block) {

@@ -24,6 +24,7 @@ public:
     // 0: the user asked (save dialog); otherwise the serial number for the automatic save.
     void SaveDeviceData(double serialNo);
     void MakeSaveString(const Bytes& block, double serialNo);
+    // Says why and where when the file could not be written.
     bool SaveData(const QString& fileName, const Bytes& block);
 
     // Empty `fileName`: ask the user. Closes the port and feeds the telegrams to
@@ -35,6 +36,13 @@ public:
     // AutoSave beside the program where that folder is writable, else in the user's data
     // folder.
     QString autoSaveFolder() const;
+    // "Automatic saves: <folder>" in the File menu and the About window.
+    void showAutoSaveFolder();
+    // Shows the folder of the automatic saves in the file manager, made first if need be.
+    void openAutoSaveFolder();
+    // Why a file cannot be loaded (a folder, a pipe, too large, unreadable); empty if it
+    // may be read or is simply not there. Looks at the file without reading it.
+    QString whyNotLoadable(const QString& fileName) const;
 
     // A device has been taken on: its first complete read-out saves itself.
     void armAutoSave() { m_autoSavePending = true; }
@@ -43,6 +51,7 @@ public:
 private:
     void saveByUser(const Bytes& block);
     void autoSave(const Bytes& block, double serial);
+    void tell(const QString& text);
 
     AppState& m_state;
     SerialLink& m_link;

@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace ko3 {
 namespace {
 
@@ -107,7 +110,19 @@ QString AutoSaveFileName(double serialNumber, const QDate& date) {
         .arg(QString::number(serialNumber, 'f', 0), date.toString(QStringLiteral("yyyyMMdd")));
 }
 
+FileProblem CheckReadable(const QString& path) {
+    const QByteArray name = QFile::encodeName(path);
+    struct stat info {};
+    if (name.isEmpty() || ::stat(name.constData(), &info) != 0) return FileProblem::Missing;
+    if (S_ISDIR(info.st_mode)) return FileProblem::Folder;
+    if (!S_ISREG(info.st_mode)) return FileProblem::NotRegular;
+    if (info.st_size > kMaxFileSize) return FileProblem::TooLarge;
+    if (::access(name.constData(), R_OK) != 0) return FileProblem::Unreadable;
+    return FileProblem::None;
+}
+
 std::optional<QString> ReadFirstLine(const QString& path) {
+    if (CheckReadable(path) != FileProblem::None) return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
     const QByteArray raw = file.readLine(kMaxLineLength + 1);
@@ -120,11 +135,17 @@ std::optional<QString> ReadFirstLine(const QString& path) {
     return QString::fromLatin1(line);
 }
 
-bool SaveData(const QString& path, const Bytes& block) {
+bool SaveData(const QString& path, const Bytes& block, QString* reason) {
     const QFileInfo info(path);
     const QDir folder = info.absoluteDir();
-    if (!folder.exists() && !QDir().mkdir(folder.absolutePath())) return false;
-    return writeWholeFile(path, MakeHexLine(block).toLatin1() + "\r\n").isEmpty();
+    QString why;
+    if (!folder.exists() && !QDir().mkdir(folder.absolutePath()))
+        why = QStringLiteral("cannot create the folder %1")
+                  .arg(QDir::toNativeSeparators(folder.absolutePath()));
+    else
+        why = writeWholeFile(path, MakeHexLine(block).toLatin1() + "\r\n");
+    if (reason) *reason = why;
+    return why.isEmpty();
 }
 
 } // namespace ko3

@@ -39,11 +39,19 @@ SplitBlock SplitDeviceBlock(const Bytes& block);
 // ShelLix_<serial>_<yyyymmdd>.ko3
 QString AutoSaveFileName(double serialNumber, const QDate& date);
 
-// The first line of a device file, or nothing when the file cannot be read or its first
-// line is longer than any device file's.
+// What keeps a path from being read as a device file, found without opening it: a pipe
+// would block the reader, a huge file would only waste its memory.
+enum class FileProblem { None, Missing, Folder, NotRegular, TooLarge, Unreadable };
+FileProblem CheckReadable(const QString& path);
+// No device file comes near this size.
+constexpr qint64 kMaxFileSize = qint64(16) << 20;
+
+// The first line of a device file, or nothing when the file cannot be read (see
+// CheckReadable) or its first line is longer than any device file's.
 std::optional<QString> ReadFirstLine(const QString& path);
 
-// Writes the block as one line with CR LF, creating one missing folder level.
-bool SaveData(const QString& path, const Bytes& block);
+// Writes the block as one line with CR LF, creating one missing folder level. On failure
+// `reason` (when given) says why in the platform's words.
+bool SaveData(const QString& path, const Bytes& block, QString* reason = nullptr);
 
 } // namespace ko3

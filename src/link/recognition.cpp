@@ -39,6 +39,7 @@ void Recognition::SearchStep() {
     Form& startWindow = m_state.forms.frmMQ27D();
     if (!link.isPortOpen()) {
         startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("COM port OFF"));
+        link.showPortReason();
         return;
     }
     ++m_counter;

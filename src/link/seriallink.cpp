@@ -44,6 +44,12 @@ bool isEcho(const Bytes& t, const Bytes& lastSent) {
     return !(t.size() > 3 && t[2] == telegram::kOwnDeviceKind && t[3] == 1);
 }
 
+// A reason shows only while there is one: an empty line would read as a nameless label.
+void setReason(Form& window, const QString& element, const QString& reason) {
+    window.setCaption(element, reason);
+    window.setVisible(element, !reason.isEmpty());
+}
+
 QString portEntry(int port, const QString& deviceName) {
     if (deviceName.isEmpty()) return QString::number(port);
     return QStringLiteral("%1  (%2)").arg(port).arg(deviceName);
@@ -61,6 +67,7 @@ SerialLink::SerialLink(AppState& state, SerialPortDevice* port)
         ReceiveLEDOff();
         m_tmrReceiveLED.disable();
     });
+    connect(&m_tmrPortWatch, &FormTimer::timeout, this, &SerialLink::onPortWatchTick);
     connect(&m_tmrSendLED, &FormTimer::timeout, this, [this] {
         SendLEDOff();
         m_tmrSendLED.disable();
@@ -69,10 +76,15 @@ SerialLink::SerialLink(AppState& state, SerialPortDevice* port)
         // Later bytes of a burst don't prolong the collecting window.
         connect(m_port, &SerialPortDevice::received, this, [this] { m_tmrToRx.enable(); });
         // The port closed itself; a pending collecting window has nothing left to read.
-        connect(m_port, &SerialPortDevice::lost, this, [this] { m_tmrToRx.disable(); });
+        connect(m_port, &SerialPortDevice::lost, this, &SerialLink::onPortLost);
     }
     startWindow().setChecked(frmMQ27D::chkSendEnable, true);
+    startWindow().setVisible(frmMQ27D::lblPortReason, false);
+    m_state.forms.frmInterface().setVisible(frmInterface::lblPortReason, false);
     connect(&m_state.forms.frmInterface(), &Form::clicked, this, &SerialLink::onInterfaceClicked);
+    connect(&m_state.forms.frmInterface(), &Form::edited, this, [this](const QString& element) {
+        if (element == frmInterface::cboPort) showProbeReason();
+    });
 }
 
 void SerialLink::MakeSendString(const Bytes& body, bool createCRC) {
@@ -141,15 +153,21 @@ void SerialLink::SendLEDOff() {
 }
 
 void SerialLink::SwitchToComPort(int portNumber) {
+    // The user's choice ends the wait for a port that went away.
+    m_tmrPortWatch.disable();
     closePort();
+    m_portFailure = {};
     if (portNumber >= kFirstPort && portNumber <= kLastPort) {
         if (!m_port || !m_port->open(portNumber)) {
+            if (m_port) m_portFailure = m_port->openFailure();
             closePort();
+            showPortReason();
             return;
         }
     } else {
         portNumber = 0;
     }
+    showPortReason();
     RegSettings& settings = m_state.settings;
     if (portNumber != settings.GetPort()) settings.SetPort(portNumber);
 }
@@ -159,6 +177,8 @@ bool SerialLink::isPortOpen() const {
 }
 
 void SerialLink::closePort() {
+    // Closed on purpose (a saved file in view, shutdown): not to be opened behind the user's back.
+    m_tmrPortWatch.disable();
     if (isPortOpen()) m_port->close();
 }
 
@@ -169,10 +189,12 @@ void SerialLink::ShowCOMPort() {
     const bool wasOpen = device->isOpen();
 
     QStringList entries{m_state.str(kStringPortOff)};
+    m_probeFailures = {PortOpenFailure{}};
     for (int i = kFirstPort; i <= kLastPort; ++i) {
         if (device->isOpen()) device->close();
         const bool available = device->open(i);
         entries << (available ? portEntry(i, device->deviceName(i)) : kUnavailablePort);
+        m_probeFailures << (available ? PortOpenFailure{} : device->openFailure());
         if (device->isOpen()) device->close();
     }
     // Probing took the port away; give it back as it was.
@@ -181,9 +203,75 @@ void SerialLink::ShowCOMPort() {
     Form& window = m_state.forms.frmInterface();
     window.setItems(frmInterface::cboPort, entries);
     window.setValue(frmInterface::cboPort, device->isOpen() ? device->portNumber() : 0);
+    // A port that is set but not open says why, though the list shows "off".
+    if (device->isOpen() || m_portFailure.failed()) {
+        showPortReason();
+    } else {
+        const int stored = m_state.settings.GetPort();
+        const bool known = stored >= kFirstPort && stored < m_probeFailures.size();
+        window.setCaption(
+            frmInterface::lblPortReason,
+            known ? describePortOpenError(m_probeFailures.at(stored), m_state.g.gLanguage)
+                  : QString());
+    }
+}
+
+QString SerialLink::portReason() const {
+    if (isPortOpen()) return {};
+    return describePortOpenError(m_portFailure, m_state.g.gLanguage);
+}
+
+void SerialLink::showPortReason() {
+    const QString reason = portReason();
+    setReason(startWindow(), frmMQ27D::lblPortReason, reason);
+    setReason(m_state.forms.frmInterface(), frmInterface::lblPortReason, reason);
+}
+
+void SerialLink::showProbeReason() {
+    Form& window = m_state.forms.frmInterface();
+    const double selected = window.value(frmInterface::cboPort);
+    if (!(selected >= 0 && selected < m_probeFailures.size())) return;
+    window.setCaption(
+        frmInterface::lblPortReason,
+        describePortOpenError(m_probeFailures.at(static_cast<int>(selected)), m_state.g.gLanguage));
+}
+
+void SerialLink::onPortLost() {
+    // A pending collecting window has nothing left to read.
+    m_tmrToRx.disable();
+    m_portFailure = m_port->openFailure();
+    if (!m_portFailure.failed()) m_portFailure.kind = PortOpenFailure::Kind::Other;
+    m_portFailure.vanished = true;
+    showPortReason();
+    // Not while a saved file is in view or the tool is closing: then the port stays closed.
+    if (!m_state.g.gClosing) m_tmrPortWatch.enable();
+}
+
+void SerialLink::onPortWatchTick() {
+    if (!m_port || m_state.g.gClosing) {
+        m_tmrPortWatch.disable();
+        return;
+    }
+    if (!m_port->reopen()) {
+        // Still away, or back but refused (busy, no permission): say which.
+        const PortOpenFailure failure = m_port->openFailure();
+        if (failure.failed() && failure.kind != PortOpenFailure::Kind::NoDevice) {
+            m_portFailure = failure;
+            m_portFailure.vanished = true;
+            showPortReason();
+        }
+        return;
+    }
+    m_tmrPortWatch.disable();
+    m_portFailure = {};
+    showPortReason();
+    Q_EMIT portReturned();
+    // The search starts again at once instead of after a silent search step.
+    Q_EMIT searchStepDue();
 }
 
 void SerialLink::stopTimers() {
+    m_tmrPortWatch.disable();
     m_tmrToRx.disable();
     m_tmrZeroCommand.disable();
     m_tmrReceiveLED.disable();

@@ -2,6 +2,7 @@
 
 #include "common/bytes.h"
 #include "common/formtimer.h"
+#include "link/portopenerror.h"
 
 #include <QDateTime>
 #include <QObject>
@@ -47,6 +48,11 @@ public:
     void SwitchToComPort(int port);
     bool isPortOpen() const;
     void closePort();
+    // Why the chosen port is not open, in the current language; empty when it is open or
+    // switched off. Shown beside "COM port OFF" on the start window and in the port window.
+    QString portReason() const;
+    const PortOpenFailure& portFailure() const { return m_portFailure; }
+    void showPortReason();
 
     // Fills cboPort of frmInterface: entry i is "i" with its device name for a port that
     // opens, "--" for one that doesn't, entry 0 is string 53; selects the open port's entry.
@@ -64,6 +70,8 @@ public:
     FormTimer& tmrZeroCommand() { return m_tmrZeroCommand; }
     FormTimer& tmrReceiveLED() { return m_tmrReceiveLED; }
     FormTimer& tmrSendLED() { return m_tmrSendLED; }
+    // Runs while a port that went away is awaited back.
+    FormTimer& tmrPortWatch() { return m_tmrPortWatch; }
     void stopTimers();
 
 Q_SIGNALS:
@@ -72,9 +80,14 @@ Q_SIGNALS:
     void telegramReceived(const Bytes& stamped);
     // tmrZeroCommand: the line has been silent for a whole search step.
     void searchStepDue();
+    // A port that went away is open again.
+    void portReturned();
 
 private:
     void onInterfaceClicked(const QString& element);
+    void onPortLost();
+    void onPortWatchTick();
+    void showProbeReason();
     void onToRxTick();
     void setIconBit(int bit, bool on);
     Form& startWindow();
@@ -85,8 +98,12 @@ private:
     FormTimer m_tmrZeroCommand{1789};
     FormTimer m_tmrReceiveLED{100};
     FormTimer m_tmrSendLED{100};
+    FormTimer m_tmrPortWatch{500};
     Bytes m_lastSent;
     bool m_dataFromFile = false;
     QString m_loadedFileName;
     int m_iconIndex = 0;
+    PortOpenFailure m_portFailure;
+    // The probe's reason for every port of the port window's list, by list index.
+    QList<PortOpenFailure> m_probeFailures;
 };

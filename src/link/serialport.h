@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/portopenerror.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QString>
@@ -22,6 +24,12 @@ public:
     virtual void write(const QByteArray& data) = 0;
     // The device behind a port number, for the port list ("/dev/ttyUSB0"); empty if none.
     virtual QString deviceName(int portNumber) const = 0;
+    // Why the last open failed or the open port went away; Kind::None after a good open.
+    virtual PortOpenFailure openFailure() const { return {}; }
+    // Opens the port last chosen again after it went away, also where the same USB adapter
+    // came back under another name. Called twice a second while the port is away, so it
+    // looks only when the system's devices changed. True when the port is open.
+    virtual bool reopen() { return isOpen() || open(portNumber()); }
 
 Q_SIGNALS:
     // Bytes have arrived.

@@ -62,6 +62,7 @@ AppShell::AppShell(AppState& state, SerialLink& link, DeviceFiles& files, Langua
     }
     connect(&m_state.forms.frmAbout(), &Form::clicked, this, &AppShell::onAboutClicked);
     connect(&m_link, &SerialLink::iconIndexChanged, this, &AppShell::TrayIconUpdate);
+    connect(&m_languages, &Languages::languageSwitched, &m_files, &DeviceFiles::showAutoSaveFolder);
 }
 
 void AppShell::Startup(const QString& rawCommandLineArgs) {
@@ -104,12 +105,19 @@ bool AppShell::CloseApplication() {
             text + m_state.messages.closeQuestion, m_state.str(0), UserDialogs::Buttons::YesNo,
             UserDialogs::Icon::Warning, UserDialogs::Answer::No);
         if (answer == UserDialogs::Answer::No) return false;
+        // The system may have ended the tool while the question was open.
+        if (m_state.g.gClosing) return true;
     }
+    ShutDown();
+    return true;
+}
+
+void AppShell::ShutDown() {
+    if (m_state.g.gClosing) return;
     m_link.stopTimers();
     if (m_link.isPortOpen()) m_link.closePort();
     m_state.g.gClosing = true;
     unloadAll();
-    return true;
 }
 
 void AppShell::addWriteWaitingCheck(std::function<bool()> waiting) {
@@ -193,6 +201,8 @@ void AppShell::onMenuClicked(const QString& element) {
         ShowLoadFile();
     else if (element == frmMQ27D::mnuCloseApp || element == frmDisplay::mnuExit)
         CloseApplication();
+    else if (element == frmMQ27D::mnuAutoSaveFolder)
+        m_files.openAutoSaveFolder();
     else if (element == frmMQ27D::mnuInterface)
         ShowInterface();
     else if (element == frmMQ27D::mnuLanguage)

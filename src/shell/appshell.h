@@ -33,6 +33,8 @@ public:
     // A window besides the main view whose write may still wait for the device: `waiting`
     // tells whether it does, for the close question.
     void addWriteWaitingCheck(std::function<bool()> waiting);
+    // The same shutdown without the question: a termination signal from the system.
+    void ShutDown();
 
     // mnuInterface: language, frmInterface non-modal, ShowCOMPort.
     void ShowInterface();

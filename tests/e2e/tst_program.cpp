@@ -12,6 +12,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
 namespace {
 
 // A copy of the tool in its own folder, so that its AutoSave and a stand-in suite program
@@ -57,7 +59,23 @@ class TestProgram : public QObject {
 private Q_SLOTS:
     void findsPollsAndSavesTheDevice();
     void handsOverToTheSuiteProgramAndEnds();
+    void hangUpAndInterruptEndItToo();
 };
+
+namespace {
+
+// The tool ends by its own shutdown: a normal exit with code 0, its settings kept.
+void expectOrderlyEnd(InstalledTool& tool, int signalNumber) {
+    QVERIFY(::kill(static_cast<pid_t>(tool.process().processId()), signalNumber) == 0);
+    QVERIFY(tool.process().waitForFinished(10000));
+    QCOMPARE(tool.process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(tool.process().exitCode(), 0);
+    QFile settings(tool.path(QStringLiteral("config/Halvorn/Kompa3.conf")));
+    QVERIFY(settings.open(QIODevice::ReadOnly));
+    QVERIFY(settings.readAll().contains("Port=1"));
+}
+
+} // namespace
 
 void TestProgram::findsPollsAndSavesTheDevice() {
     SimProcess sim;
@@ -77,6 +95,7 @@ void TestProgram::findsPollsAndSavesTheDevice() {
         tool.path(QStringLiteral("AutoSave/") + ko3::AutoSaveFileName(1001, QDate::currentDate()));
     QVERIFY(QTest::qWaitFor([&] { return QFile::exists(saved); }, 5000));
     QCOMPARE(tool.process().state(), QProcess::Running);
+    expectOrderlyEnd(tool, SIGTERM);
 }
 
 void TestProgram::handsOverToTheSuiteProgramAndEnds() {
@@ -97,6 +116,17 @@ void TestProgram::handsOverToTheSuiteProgramAndEnds() {
     QCOMPARE(tool.process().exitCode(), 0);
     const QString started = tool.path(QStringLiteral("started.txt"));
     QVERIFY(QTest::qWaitFor([&] { return QFile::exists(started); }, 5000));
+}
+
+void TestProgram::hangUpAndInterruptEndItToo() {
+    for (const int signalNumber : {SIGHUP, SIGINT}) {
+        InstalledTool tool;
+        tool.start(tool.path(QStringLiteral("no-such-port")));
+        QVERIFY(tool.process().waitForStarted(5000));
+        // Past the start-up, in the running event loop.
+        QTest::qWait(1500);
+        expectOrderlyEnd(tool, signalNumber);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestProgram)

@@ -11,6 +11,8 @@
 #include <QFileInfo>
 #include <QTest>
 
+#include <sys/stat.h>
+
 namespace {
 
 constexpr std::uint32_t kSerial = 1234567;
@@ -238,12 +240,109 @@ private slots:
         QVERIFY(rig.t.dialogs.shown.isEmpty());
     }
 
-    void userSaveIntoAnUnwritablePlaceShowsNothing() {
+    // A save that fails says where and why, and leaves neither the file nor a piece of it.
+    void failedSaveSaysWhyAndWhere_data() {
+        QTest::addColumn<QString>("target"); // in the rig's folder unless absolute
+        QTest::addColumn<QString>("why");
+        QTest::newRow("folders missing") << "no/such/folder/x.ko3"
+                                         << "folder";
+        QTest::newRow("a file where the folder should be") << "blocker/x.ko3"
+                                                           << "";
+        QTest::newRow("full disk") << "/dev/full"
+                                   << "space";
+        QTest::newRow("read-only folder") << "locked/x.ko3"
+                                          << "ermission";
+    }
+    void failedSaveSaysWhyAndWhere() {
+        QFETCH(QString, target);
+        QFETCH(QString, why);
         Rig rig;
         rig.readOut();
-        rig.t.dialogs.saveName = rig.tempFile("no/such/folder/x.ko3");
+        writeFile(rig.tempFile("blocker"), "not a folder");
+        QDir(rig.t.folder.path()).mkdir(QStringLiteral("locked"));
+        QFile::setPermissions(rig.tempFile("locked"), QFile::ReadOwner | QFile::ExeOwner);
+        if (target.startsWith(u"locked") && QFileInfo(rig.tempFile("locked")).isWritable())
+            QSKIP("a privileged user writes into read-only folders");
+        const QStringList before =
+            QDir(rig.t.folder.path()).entryList(QDir::AllEntries, QDir::Name);
+        const QString path = QDir::isAbsolutePath(target) ? target : rig.tempFile(target);
+        rig.t.dialogs.saveName = path;
         rig.files.SaveDeviceData(0);
+
+        QCOMPARE(rig.t.dialogs.shown.size(), 1);
+        const ScriptedDialogs::Shown& message = rig.t.dialogs.shown.first();
+        QCOMPARE(message.icon, UserDialogs::Icon::Warning);
+        QVERIFY2(message.text.startsWith(QStringLiteral("Die Datei ") + path +
+                                         QStringLiteral(" wurde nicht gespeichert: ")),
+                 qPrintable(message.text));
+        QVERIFY2(message.text.contains(why), qPrintable(message.text));
+        if (!QDir::isAbsolutePath(target)) QVERIFY(!QFile::exists(path));
+        QCOMPARE(QDir(rig.t.folder.path()).entryList(QDir::AllEntries, QDir::Name), before);
+        QVERIFY(QDir(rig.tempFile("locked")).isEmpty());
+    }
+
+    // What the command line may name instead of a device file: one plain message, nothing
+    // read, the port left as it was.
+    void fileThatIsNoDeviceFileIsRefused_data() {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("folder") << "folder"
+                                << "es ist ein Ordner";
+        QTest::newRow("pipe") << "pipe"
+                              << "es ist keine gewöhnliche Datei";
+        QTest::newRow("2 GiB") << "huge"
+                               << "sie ist zu groß (2147483648 Bytes)";
+        QTest::newRow("unreadable") << "unreadable"
+                                    << "keine Leseberechtigung";
+    }
+    void fileThatIsNoDeviceFileIsRefused() {
+        QFETCH(QString, kind);
+        QFETCH(QString, why);
+        Rig rig;
+        rig.t.port.open(1);
+        const QString path = rig.tempFile(kind + QStringLiteral(".ko3"));
+        if (kind == u"folder") {
+            QVERIFY(QDir().mkdir(path));
+        } else if (kind == u"pipe") {
+            QVERIFY(::mkfifo(QFile::encodeName(path).constData(), 0600) == 0);
+        } else {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(fileText(saveBlock({ownTelegram(1)})));
+            // Sparse: no disk fills up for this.
+            if (kind == u"huge") QVERIFY(file.resize(qint64(2) << 30));
+            file.close();
+            if (kind == u"unreadable") {
+                QFile::setPermissions(path, QFileDevice::WriteOwner);
+                if (QFileInfo(path).isReadable()) QSKIP("a privileged user reads every file");
+            }
+        }
+        rig.files.LoadDeviceFile(path);
+        QCOMPARE(rig.t.dialogs.shown.size(), 1);
+        QCOMPARE(rig.t.dialogs.shown.first().text,
+                 QStringLiteral("Die Datei %1 lässt sich nicht laden: %2").arg(path, why));
+        QVERIFY(rig.t.port.isOpen());
+        QVERIFY(rig.app.decoder().msLastSerialNo.isEmpty());
+    }
+
+    void autoSaveFolderIsShownAndOpened() {
+        Rig rig;
+        rig.app.g.gLanguage = 2;
+        rig.files.showAutoSaveFolder();
+        const QString folder = QDir(rig.t.programDir()).filePath("AutoSave");
+        QCOMPARE(rig.app.forms().frmMQ27D().caption(QStringLiteral("mnuAutoSaveFolder")),
+                 QStringLiteral("Automatic saves: ") + folder);
+        QCOMPARE(rig.app.forms().frmAbout().caption(QStringLiteral("lblAutoSaveFolder")),
+                 QStringLiteral("Automatic saves: ") + folder);
+        rig.app.forms().frmMQ27D().click(QStringLiteral("mnuAutoSaveFolder"));
+        QCOMPARE(rig.t.launcher.openedFolders, QStringList{folder});
+        QVERIFY(QFileInfo(folder).isDir());
         QVERIFY(rig.t.dialogs.shown.isEmpty());
+        rig.t.launcher.startSucceeds = false;
+        rig.files.openAutoSaveFolder();
+        QCOMPARE(rig.t.dialogs.shown.size(), 1);
+        QCOMPARE(rig.t.dialogs.shown.first().text,
+                 QStringLiteral("The folder %1 cannot be shown").arg(folder));
     }
 
     void nothingToSaveBeforeTheFirstTelegram() {

@@ -1,3 +1,5 @@
+#include "common/stringtable.h"
+#include "link/portopenerror.h"
 #include "link/qtserialportdevice.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
@@ -8,13 +10,18 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cerrno>
+#include <cstdio>
 #include <ctime>
 #include <fcntl.h>
+#include <pwd.h>
 #include <stdlib.h>
 #include <unistd.h>
 
@@ -100,6 +107,8 @@ private Q_SLOTS:
     void bytesBothWays();
     void symlinkToPseudoTerminal();
     void closedLineIsLostWithoutSpinning();
+    void openFailuresSayWhy();
+    void permissionForAnotherUser();
     void toolOnPseudoTerminal();
 };
 
@@ -187,6 +196,79 @@ void TestQtSerialPort::closedLineIsLostWithoutSpinning() {
     QVERIFY2(used < 0.2, qPrintable(QStringLiteral("%1 s of processor time").arg(used)));
     QCOMPARE(lost.count(), 1);
     QVERIFY(device.readAll().isEmpty());
+}
+
+// No device, a device held by another port (lock file and exclusive open), the holder named.
+void TestQtSerialPort::openFailuresSayWhy() {
+    mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
+    QtSerialPortDevice device;
+    QVERIFY(!device.open(2));
+    QCOMPARE(describePortOpenError(device.openFailure(), StringTable::English),
+             QStringLiteral("No such device: /nonexistent/ttyMQ"));
+    QVERIFY(!device.open(9));
+    QCOMPARE(describePortOpenError(device.openFailure(), StringTable::German),
+             QStringLiteral("Für Port 9 gibt es kein Gerät"));
+
+    PseudoTerminal line;
+    QVERIFY(line.isValid());
+    mapPort(1, line.path());
+    QtSerialPortDevice holder;
+    QVERIFY(holder.open(1));
+    QVERIFY(!device.open(1));
+    const PortOpenFailure busy = device.openFailure();
+    QCOMPARE(busy.kind, PortOpenFailure::Kind::Busy);
+    QVERIFY2(busy.holder.contains(QString::number(QCoreApplication::applicationPid())),
+             qPrintable(busy.holder));
+    QVERIFY(describePortOpenError(busy, StringTable::English)
+                .startsWith(line.path() + QStringLiteral(" is busy: held by ")));
+    holder.close();
+    QVERIFY2(device.open(1), "free again once the other lets go");
+    QVERIFY(!device.openFailure().failed());
+}
+
+// A user outside the device's group is told the group and the command that lets him in.
+// Root passes every permission check, so as root the check runs again as nobody.
+void TestQtSerialPort::permissionForAnotherUser() {
+    const QByteArray probe = qgetenv("MQ27_PROBE_PATH");
+    if (!probe.isEmpty()) {
+        mapPort(1, QString::fromLocal8Bit(probe));
+        QtSerialPortDevice device;
+        QVERIFY(!device.open(1));
+        std::puts(qPrintable(describePortOpenError(device.openFailure(), StringTable::English)));
+        QCOMPARE(device.openFailure().kind, PortOpenFailure::Kind::Permission);
+        return;
+    }
+    PseudoTerminal line;
+    QVERIFY(line.isValid());
+    QString output;
+    if (::geteuid() != 0) {
+        QVERIFY(QFile::setPermissions(line.path(), QFileDevice::Permissions()));
+        mapPort(1, line.path());
+        QtSerialPortDevice device;
+        QVERIFY(!device.open(1));
+        output = describePortOpenError(device.openFailure(), StringTable::English);
+    } else {
+        const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
+        if (setpriv.isEmpty()) QSKIP("setpriv is not installed");
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("MQ27_PROBE_PATH"), line.path());
+        child.setProcessEnvironment(environment);
+        child.start(setpriv,
+                    {QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
+                     QStringLiteral("--clear-groups"), QCoreApplication::applicationFilePath(),
+                     QStringLiteral("permissionForAnotherUser")});
+        QVERIFY(child.waitForFinished(20000));
+        output = QString::fromLocal8Bit(child.readAllStandardOutput());
+        QVERIFY2(child.exitCode() == 0, qPrintable(output + child.readAllStandardError()));
+    }
+    const QString group = QFileInfo(line.path()).group();
+    const QString user =
+        QString::fromLocal8Bit(::geteuid() == 0 ? "nobody" : ::getpwuid(::geteuid())->pw_name);
+    QVERIFY2(output.contains(QStringLiteral("Permission denied for %1 (group %2). To fix: sudo "
+                                            "adduser %3 %2 and log in again")
+                                 .arg(line.path(), group, user)),
+             qPrintable(output));
 }
 
 // The link on a real line: a search telegram goes out, an answer comes back through the

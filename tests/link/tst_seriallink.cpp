@@ -1,3 +1,4 @@
+#include "common/stringtable.h"
 #include "link/checksum.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
@@ -97,6 +98,7 @@ private Q_SLOTS:
     void switchToComPort_data();
     void switchToComPort();
     void portList();
+    void portReasons();
     void interfaceButtons_data();
     void interfaceButtons();
 };
@@ -410,6 +412,59 @@ void TestSerialLink::portList() {
     l.link.ShowCOMPort();
     QCOMPARE(window.value(kCboPort), 0.0);
     QVERIFY(!l.link.isPortOpen());
+}
+
+// The reason stands beside "COM port OFF" in both windows, follows the language, says when
+// an open port went away, and disappears once the port is open.
+void TestSerialLink::portReasons() {
+    OpenLink l;
+    const QString reason = QStringLiteral("lblPortReason");
+    Form& ports = l.t.state.forms.frmInterface();
+    QVERIFY(!l.start.isVisible(reason));
+
+    l.t.state.g.gLanguage = StringTable::English;
+    l.t.port.failure =
+        PortOpenFailure::of(PortOpenFailure::Kind::Permission, QStringLiteral("/dev/ttyUSB7"));
+    l.t.port.failure.group = QStringLiteral("dialout");
+    l.t.port.failure.user = QStringLiteral("anna");
+    l.link.SwitchToComPort(5);
+    const QString permission =
+        QStringLiteral("Permission denied for /dev/ttyUSB7 (group dialout). To fix: sudo adduser "
+                       "anna dialout and log in again");
+    QCOMPARE(l.start.caption(reason), permission);
+    QVERIFY(l.start.isVisible(reason));
+    QCOMPARE(ports.caption(reason), permission);
+    l.t.recognition.SearchStep();
+    QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
+
+    l.t.state.g.gLanguage = StringTable::German;
+    l.t.port.failure =
+        PortOpenFailure::of(PortOpenFailure::Kind::Busy, QStringLiteral("/dev/ttyUSB7"));
+    l.t.port.failure.holder = QStringLiteral("minicom (4711)");
+    l.link.SwitchToComPort(5);
+    l.t.recognition.SearchStep();
+    QCOMPARE(l.start.caption(reason), QStringLiteral("/dev/ttyUSB7 ist belegt von minicom (4711)"));
+
+    // The probe remembers each absent port's reason for the list entry the user picks.
+    l.link.SwitchToComPort(1);
+    QVERIFY(l.start.caption(reason).isEmpty());
+    QVERIFY(!l.start.isVisible(reason));
+    l.t.port.failure =
+        PortOpenFailure::of(PortOpenFailure::Kind::Other, QStringLiteral("/dev/ttyS4"));
+    l.t.port.failure.systemText = QStringLiteral("Input/output error");
+    l.link.ShowCOMPort();
+    QVERIFY(ports.caption(reason).isEmpty());
+    ports.userSetValue(kCboPort, 9);
+    QCOMPARE(ports.caption(reason),
+             QStringLiteral("/dev/ttyS4 lässt sich nicht öffnen: Input/output error"));
+
+    l.t.state.g.gLanguage = StringTable::English;
+    l.t.port.failure =
+        PortOpenFailure::of(PortOpenFailure::Kind::NoDevice, QStringLiteral("/dev/ttyUSB0"));
+    l.t.port.pull();
+    QCOMPARE(
+        l.start.caption(reason),
+        QStringLiteral("Connection lost, waiting for it to return. No such device: /dev/ttyUSB0"));
 }
 
 void TestSerialLink::interfaceButtons_data() {

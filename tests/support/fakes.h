@@ -24,6 +24,9 @@ public:
     QSet<int> available{1, 2, 3};
     QList<QByteArray> written;
     QByteArray incoming;
+    // What an absent port and a pulled adapter report.
+    PortOpenFailure failure =
+        PortOpenFailure::of(PortOpenFailure::Kind::NoDevice, QStringLiteral("/dev/ttyUSB7"));
 
     bool open(int portNumber) override;
     void close() override { m_open = false; }
@@ -32,6 +35,7 @@ public:
     QByteArray readAll() override;
     void write(const QByteArray& data) override { written << data; }
     QString deviceName(int portNumber) const override;
+    PortOpenFailure openFailure() const override { return m_open ? PortOpenFailure{} : failure; }
 
     // Bytes arrive from the device.
     void deliver(const QByteArray& bytes);
@@ -78,6 +82,11 @@ public:
 
     bool startDetached(const QString& program, const QStringList& arguments) override;
     QString findExecutable(const QString& name) const override { return onPath.value(name); }
+    QStringList openedFolders;
+    bool openFolder(const QString& path) override {
+        openedFolders << path;
+        return startSucceeds;
+    }
 };
 
 class FixedClock : public Clock {

@@ -2,8 +2,10 @@
 
 #include "common/formmodel.h"
 #include "common/logger_elements.h"
+#include "common/savefile.h"
 #include "logger/trendstore.h"
 
+#include <QBuffer>
 #include <QChart>
 #include <QChartView>
 #include <QDateTime>
@@ -173,7 +175,10 @@ std::vector<qsizetype> TrendChart::pointCounts() const {
 }
 
 QString TrendChart::exportPng(const QString& path) {
-    QImageWriter writer(path, "png");
-    if (writer.write(m_view->grab().toImage())) return {};
-    return writer.errorString();
+    // Encoded in memory first, then written whole: a full disk leaves no half picture.
+    QBuffer encoded;
+    encoded.open(QIODevice::WriteOnly);
+    QImageWriter writer(&encoded, "png");
+    if (!writer.write(m_view->grab().toImage())) return writer.errorString();
+    return writeWholeFile(path, encoded.data());
 }

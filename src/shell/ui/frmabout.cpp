@@ -24,6 +24,9 @@ frmAboutWindow::frmAboutWindow(Form& form, QWidget* parent)
     texts->setSpacing(4);
     texts->addWidget(version);
     texts->addWidget(label(frmAbout::lblDisplay));
+    auto* autoSave = label(frmAbout::lblAutoSaveFolder);
+    autoSave->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    texts->addWidget(autoSave);
     texts->addSpacing(14);
     for (int i = 0; i < 2; ++i) {
         auto* rights = label(frmAbout::lblCopyright[i]);

@@ -23,6 +23,11 @@ frmInterfaceWindow::frmInterfaceWindow(Form& form, QWidget* parent)
     auto* caption = label(frmInterface::lblCOMPort);
     caption->setBuddy(port);
 
+    auto* reason = label(frmInterface::lblPortReason);
+    reason->setWordWrap(true);
+    reason->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    reason->setMaximumWidth(port->fontMetrics().averageCharWidth() * 60);
+
     auto* fields = new QFormLayout;
     fields->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     fields->addRow(caption, port);
@@ -31,6 +36,7 @@ frmInterfaceWindow::frmInterfaceWindow(Form& form, QWidget* parent)
     root->setContentsMargins(18, 16, 18, 14);
     root->setSpacing(16);
     root->addLayout(fields);
+    root->addWidget(reason);
     root->addLayout(buttonRow(
         {button(frmInterface::cmdOKButton, true), button(frmInterface::cmdCancelButton)}));
     root->setSizeConstraint(QLayout::SetFixedSize);

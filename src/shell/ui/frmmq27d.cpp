@@ -39,6 +39,7 @@ frmMQ27DWindow::~frmMQ27DWindow() = default;
 void frmMQ27DWindow::buildMenus() {
     QMenu* file = namedMenu(menuBar(), frmMQ27D::mnuFile);
     namedEntry(file, frmMQ27D::mnuLoad);
+    namedEntry(file, frmMQ27D::mnuAutoSaveFolder);
     namedSeparator(file, frmMQ27D::mnuSep1);
     namedEntry(file, frmMQ27D::mnuCloseApp);
     QMenu* settings = namedMenu(menuBar(), frmMQ27D::mnuSettings);
@@ -78,6 +79,13 @@ QWidget* frmMQ27DWindow::buildLinkPanel() {
     device->setMinimumWidth(device->fontMetrics().averageCharWidth() * 60);
     device->setMinimumHeight(device->sizeHint().height());
 
+    // Why the port is off: a sentence with a path and perhaps a command to copy.
+    auto* reason = label(frmMQ27D::lblPortReason);
+    reason->setWordWrap(true);
+    reason->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    reason->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    reason->setMinimumWidth(device->minimumWidth());
+
     auto* root = new QVBoxLayout(panel);
     root->setContentsMargins(16, 14, 16, 14);
     root->setSpacing(12);
@@ -87,6 +95,7 @@ QWidget* frmMQ27DWindow::buildLinkPanel() {
     root->addWidget(buildMonitorFrame(frmMQ27D::fraComReceive, frmMQ27D::txtComReceive,
                                       QStringLiteral("COM Port input (received data bytes, HEX)")));
     root->addWidget(device);
+    root->addWidget(reason);
     return panel;
 }
 

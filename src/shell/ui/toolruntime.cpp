@@ -2,6 +2,7 @@
 
 #include "common/platformservices.h"
 #include "common/ui/artwork.h"
+#include "common/ui/desktoplauncher.h"
 #include "common/ui/widgetdialogs.h"
 #include "devicesettings/ui/frmdevicesettings.h"
 #include "display/ui/frmdisplay.h"
@@ -32,7 +33,7 @@
 struct ToolRuntime::OwnServices {
     std::unique_ptr<QtSerialPortDevice> port;
     std::unique_ptr<WidgetDialogs> dialogs;
-    std::unique_ptr<QtProcessLauncher> launcher;
+    std::unique_ptr<DesktopLauncher> launcher;
     std::unique_ptr<QSettingsStore> settings;
     SystemClock clock;
 };
@@ -149,6 +150,10 @@ void ToolRuntime::switchQtTexts(int language) {
         return;
     QCoreApplication::installTranslator(texts.get());
     m_qtTexts = std::move(texts);
+}
+
+void ToolRuntime::terminate() {
+    m_app->shell().ShutDown();
 }
 
 void ToolRuntime::onQuitRequested() {

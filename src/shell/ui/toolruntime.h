@@ -50,6 +50,8 @@ public:
 
     // Runs the start-up with the raw command-line text.
     void start(const QString& rawArguments);
+    // The system asks the tool to end (SIGTERM and the like): the shutdown without question.
+    void terminate();
 
 Q_SIGNALS:
     // The tool has shut down.

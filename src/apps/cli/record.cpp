@@ -2,7 +2,7 @@
 // [--comment TEXT]... [--pdf OUT.pdf]. The saved read-out goes through the main view as in
 // the tool, and the record is read off it as the record window does.
 
-#include "apps/mq27diag-cli-record.h"
+#include "apps/cli/record.h"
 
 #include "common/forms.h"
 #include "record/protocol.h"

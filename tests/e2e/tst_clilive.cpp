@@ -1,0 +1,226 @@
+#include "files/ko3format.h"
+#include "support/simprocess.h"
+#include "support/testsupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+using Run = testsupport::ProgramRun;
+using Log = QList<SimProcess::Entry>;
+
+Run cli(const QStringList& args, const QString& folder = {}) {
+    QProcess process;
+    if (!folder.isEmpty()) process.setWorkingDirectory(folder);
+    process.start(testsupport::programPath(QStringLiteral("mq27diag-cli")), args);
+    process.waitForFinished(30000);
+    Run run;
+    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.out = QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    run.err = QString::fromUtf8(process.readAllStandardError());
+    return run;
+}
+
+QByteArray frame(const SimProcess::Entry& e) {
+    return QByteArray::fromHex(e.hex.toLatin1());
+}
+
+// The write telegrams of `command` that the tool sent from log entry `from` on.
+QList<QByteArray> writes(const Log& log, int command, qsizetype from) {
+    QList<QByteArray> found;
+    for (qsizetype i = from; i < log.size(); ++i)
+        if (log[i].isRequest() && log[i].cmd == command) found << frame(log[i]);
+    return found;
+}
+
+// Byte `offset` of a write block, behind STX and length.
+int blockByte(const QByteArray& frame, int offset) {
+    return static_cast<unsigned char>(frame.at(2 + offset));
+}
+
+// Element -> caption and back colour, from a window snapshot.
+QHash<QString, QString> snapshot(const QStringList& lines, const QString& property) {
+    QHash<QString, QString> out;
+    for (const QString& line : lines) {
+        const QStringList parts = line.split(u'\t');
+        if (parts.size() == 3 && parts[1] == property) out.insert(parts[0], parts[2]);
+    }
+    return out;
+}
+
+} // namespace
+
+// The command line against the virtual device: each command once through its whole road.
+class TestCliLive : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        QFile full(SimProcess::profile(QStringLiteral("full")));
+        QVERIFY(full.open(QIODevice::ReadOnly));
+        QJsonObject device = QJsonDocument::fromJson(full.readAll()).object();
+        device.insert(
+            QStringLiteral("limits"),
+            QJsonObject{{QStringLiteral("controller.extinguishDelay"), QJsonArray{0, 30}}});
+        const QString profile = m_sim.writeProfile(QStringLiteral("limits"), device);
+        QVERIFY2(m_sim.start({"--profile", profile, "--no-drift", "--speed", "8"}),
+                 qPrintable(m_sim.output()));
+        m_port = m_sim.portPath();
+    }
+
+    // The file holds the device's own frames, each with the stamp in place of its sum.
+    void readout() {
+        Run run = cli({"readout", "--port", m_port}, m_folder.path());
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out.size(), 1);
+        const QString file = run.out.first().section(u'\t', 1);
+        QVERIFY(run.out.first().startsWith(QStringLiteral("1234567\t")));
+        QCOMPARE(QFileInfo(file).fileName(), ko3::AutoSaveFileName(1234567, QDate::currentDate()));
+        QCOMPARE(QFileInfo(file).path(), QDir(m_folder.path()).canonicalPath());
+
+        const auto line = ko3::ReadFirstLine(file);
+        QVERIFY(line);
+        const auto block = ko3::SplitDeviceBlock(ko3::ParseHexLine(*line));
+        QCOMPARE(block.telegrams.size(), std::size_t{5});
+        QList<QByteArray> sent;
+        for (const auto& e : m_sim.log())
+            if (e.dir == u"out" && !e.hex.isEmpty()) sent << frame(e);
+        for (const std::size_t i : {0, 1, 2, 4}) {
+            const Bytes& t = block.telegrams[i];
+            const QByteArray stored(reinterpret_cast<const char*>(t.data()),
+                                    static_cast<qsizetype>(t.size()));
+            const bool fromDevice = std::any_of(sent.begin(), sent.end(), [&](const QByteArray& f) {
+                return f.size() + 7 == stored.size() && stored.startsWith(f.chopped(2));
+            });
+            QVERIFY2(fromDevice, qPrintable(QStringLiteral("telegram %1").arg(i + 1)));
+        }
+        m_file = file;
+
+        run = cli({"readout", "--port", QStringLiteral("/nonexistent/tty")});
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY(run.err.contains(QStringLiteral("/nonexistent/tty")));
+    }
+
+    // The live snapshot and every watched line show what the saved read-out shows.
+    void viewAndWatch() {
+        QVERIFY(!m_file.isEmpty());
+        const Run saved = cli({"view", m_file});
+        const Run live = cli({"view", "--port", m_port});
+        QCOMPARE(live.exitCode, 0);
+        const auto captions = snapshot(saved.out, QStringLiteral("caption"));
+        QCOMPARE(snapshot(live.out, QStringLiteral("caption")).value("lblSmokeLevel_1"),
+                 captions.value("lblSmokeLevel_1"));
+
+        QProcess watch;
+        watch.start(testsupport::programPath(QStringLiteral("mq27diag-cli")),
+                    {"watch", "--port", m_port, "--json"});
+        QStringList lines;
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                while (watch.canReadLine())
+                    lines << QString::fromUtf8(watch.readLine()).trimmed();
+                return lines.size() >= 2;
+            },
+            15000));
+        watch.terminate();
+        QVERIFY(watch.waitForFinished(5000));
+        QCOMPARE(watch.exitCode(), 0);
+
+        const auto colours = snapshot(saved.out, QStringLiteral("backcolor"));
+        const auto visible = snapshot(saved.out, QStringLiteral("visible"));
+        QStringList faults;
+        for (int i = 0; i <= 33; ++i) {
+            const QString box = QStringLiteral("picErr_%1").arg(i);
+            if (visible.value(box) == u"1" && colours.value(box) == u"65535")
+                faults << captions.value(QStringLiteral("lblErr_%1").arg(i));
+        }
+        QVERIFY(!faults.isEmpty());
+        const auto leds = snapshot(saved.out, QStringLiteral("ledstate"));
+        QStringList alarms;
+        for (int d = 0; d < 2; ++d)
+            for (const char* kind : {"Fire", "Action"})
+                if (leds.value(QStringLiteral("pic%1Alarm_%2").arg(kind).arg(d)) != u"0")
+                    alarms << captions.value(
+                        QStringLiteral("lbl%1AlarmLegend_%2").arg(kind).arg(d + 2));
+        QVERIFY(!alarms.isEmpty());
+        for (const QString& text : lines) {
+            const QJsonObject o = QJsonDocument::fromJson(text.toUtf8()).object();
+            QCOMPARE(o.value("serial").toString(), QStringLiteral("1234567"));
+            const QJsonArray smoke = o.value("smoke").toArray();
+            QCOMPARE(smoke.size(), 2);
+            for (int d = 0; d < 2; ++d)
+                QCOMPARE(QString::number(smoke[d].toDouble(), 'f', 3) + u' ' +
+                             o.value("smokeUnit").toString(),
+                         captions.value(QStringLiteral("lblSmokeLevel_%1").arg(d)));
+            QCOMPARE(o.value("temperature").toDouble(),
+                     captions.value("lblTemperature").section(u' ', 0, 0).toDouble());
+            QCOMPARE(o.value("airFlow").toDouble(),
+                     captions.value("lblAirFlow").section(u' ', 0, 0).toDouble());
+            QVERIFY(QDateTime::fromString(o.value("time").toString(), Qt::ISODate).isValid());
+            QCOMPARE(o.value("faults").toVariant().toStringList(), faults);
+            QCOMPARE(o.value("alarms").toVariant().toStringList(), alarms);
+        }
+    }
+
+    // Refused input sends nothing; each page's write goes out once with the typed values and
+    // is confirmed; a value the device refuses ends after the timeout with the field named.
+    void set() {
+        qsizetype from = m_sim.log().size();
+        for (const QStringList& bad : {QStringList{"alarm-delay=99"}, QStringList{"relay3=xor:1"},
+                                       QStringList{"colour=red"}, QStringList{"altitude=500"}}) {
+            const Run run = cli(QStringList{"set", "--port", m_port} + bad);
+            QCOMPARE(run.exitCode, 2);
+            QVERIFY2(run.err.contains(bad.first().section(u'=', 0, 0)), qPrintable(run.err));
+        }
+        for (const int command : {129, 130, 137, 138})
+            QVERIFY(writes(m_sim.log(), command, from).isEmpty());
+
+        from = m_sim.log().size();
+        Run run = cli({"set", "--port", m_port, "alarm-delay=20", "buzzer=off", "relay3=or:0,4,9",
+                       "temp-alarm1=55.5"});
+        QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+        QVERIFY(run.out.contains(QStringLiteral("alarm-delay=20")));
+        QVERIFY(run.out.contains(QStringLiteral("relay3=or:0,4,9")));
+        Log log = m_sim.log();
+        const auto settings = writes(log, 129, from);
+        QCOMPARE(settings.size(), 1);
+        QCOMPARE(blockByte(settings[0], 22), 20);
+        QCOMPARE(blockByte(settings[0], 28) & 0x80, 0);
+        const auto relays = writes(log, 138, from);
+        QCOMPARE(relays.size(), 1);
+        QCOMPARE(blockByte(relays[0], 10), 0x11); // events 0 and 4
+        QCOMPARE(blockByte(relays[0], 11), 0x42); // event 9, OR
+        const auto temperatures = writes(log, 137, from);
+        QCOMPARE(temperatures.size(), 1);
+        QCOMPARE(temperatures[0].mid(2 + 6, 4), QByteArray::fromHex("425E0000")); // 55.5
+
+        from = m_sim.log().size();
+        run = cli({"set", "--port", m_port, "--airflow-init", "altitude=500"});
+        QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+        const auto init = writes(m_sim.log(), 130, from);
+        QCOMPARE(init.size(), 1);
+        QCOMPARE(blockByte(init[0], 8) * 256 + blockByte(init[0], 9), 500);
+
+        from = m_sim.log().size();
+        run = cli({"set", "--port", m_port, "--timeout", "2", "extinguish-delay=45"});
+        QCOMPARE(run.exitCode, 3);
+        QVERIFY(run.err.contains(QStringLiteral("extinguish-delay")));
+        QCOMPARE(writes(m_sim.log(), 129, from).size(), 1);
+    }
+
+private:
+    SimProcess m_sim;
+    QString m_port;
+    QTemporaryDir m_folder;
+    QString m_file;
+};
+
+QTEST_GUILESS_MAIN(TestCliLive)
+#include "tst_clilive.moc"
