@@ -57,7 +57,7 @@ function fail(why) {
     if (from ~ /^apps(\/|$)/ && to ~ /^apps(\/|$)/) next
     if (!(base(from) in floor)) { fail("folder " base(from) " has no floor"); next }
     if (!(base(to) in floor)) { fail("folder " base(to) " has no floor"); next }
-    if (isUi(to) && !isUi(from) && from != "apps") { fail("logic includes widgets"); next }
+    if (isUi(to) && !isUi(from) && from !~ /^apps(\/|$)/) { fail("logic includes widgets"); next }
     if (isUi(from) && to == base(from)) next
     if (floor[base(to)] < floor[base(from)]) next
     if (floor[base(to)] == floor[base(from)])
