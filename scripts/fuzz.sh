@@ -7,8 +7,9 @@ set -eu
 
 src=$(cd "$(dirname "$0")/.." && pwd)
 build=${FUZZ_BUILD:-$src/build-fuzz}
-seconds=${MQ27_FUZZ_SECONDS:-120}
 runs=${MQ27_FUZZ_RUNS:--1}
+# A count of inputs asked for runs without a time limit unless one is given too.
+if [ "$runs" -gt 0 ]; then seconds=${MQ27_FUZZ_SECONDS:-0}; else seconds=${MQ27_FUZZ_SECONDS:-120}; fi
 jobs=${JOBS:-$(nproc)}
 
 clang=$(command -v clang++-14 || command -v clang++ || true)
@@ -36,7 +37,7 @@ for target in fuzz_frames fuzz_ko3 fuzz_showdata fuzz_simreader; do
     mkdir -p "$corpus" "$build/findings"
     cp -n "$src/fuzz/corpus/$target/"* "$corpus/" 2>/dev/null || true
     log="$build/$target.log"
-    echo "fuzz: $target for ${seconds} s"
+    echo "fuzz: $target (${seconds} s, 0: no limit; runs $runs, -1: no limit)"
     if ! "$build/bin/$target" -max_total_time="$seconds" -runs="$runs" -print_final_stats=1 \
         -artifact_prefix="$build/findings/$target-" "$corpus" > "$log" 2>&1; then
         tail -n 40 "$log"
