@@ -4,7 +4,8 @@
 # make package builds the Debian package mq27diag_<version>_<arch>.deb in the build folder
 #            and checks it with lintian
 # make bench builds and runs the benchmarks: the core library, the main view, then the
-#            running tool
+#            running tool, and a soak of it on a bad line (30 min; MQ27_SOAK_SECONDS=600
+#            shortens it)
 # make fuzz  builds the fuzz targets with clang and runs each under ASan and UBSan
 
 BUILD      ?= build
@@ -54,6 +55,7 @@ bench: build
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchloc
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchlogger
 	sh scripts/measure-live.sh $(BUILD)
+	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchsoak
 
 # make fuzz  builds the libFuzzer targets with clang and runs each under ASan and UBSan
 #            (MQ27_FUZZ_SECONDS each, default 120), printing executions per second
