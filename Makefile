@@ -4,14 +4,16 @@
 # make package builds the Debian package mq27diag_<version>_<arch>.deb in the build folder
 #            and checks it with lintian
 # make bench builds and runs the benchmarks: the core library, the main view, then the
-#            running tool
+#            running tool, and a soak of it on a bad line (30 min; MQ27_SOAK_SECONDS=600
+#            shortens it)
+# make fuzz  builds the fuzz targets with clang and runs each under ASan and UBSan
 
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 CMAKE_GEN  := -G Ninja
 
-.PHONY: all deps build build-asan run test test-main test-asan bench package format clean
+.PHONY: all deps build build-asan run test test-main test-asan bench fuzz package format clean
 
 all: build
 
@@ -53,6 +55,13 @@ bench: build
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchloc
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchlogger
 	sh scripts/measure-live.sh $(BUILD)
+	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchsoak
+
+# make fuzz  builds the libFuzzer targets with clang and runs each under ASan and UBSan
+#            (MQ27_FUZZ_SECONDS each, default 120), printing executions per second
+fuzz:
+	@sh scripts/install-deps.sh fuzz
+	JOBS=$(JOBS) sh scripts/fuzz.sh
 
 package: build
 	@sh scripts/install-deps.sh package

@@ -5,6 +5,7 @@
 // Each benchmark reports the median time of one operation over several timed batches.
 
 #include "link/checksum.h"
+#include "link/qtserialportdevice.h"
 #include "link/telegram.h"
 #include "logger/dataobjects.h"
 #include "values/mq27values.h"
@@ -120,11 +121,29 @@ void benchDataObjects() {
                100));
 }
 
+// One look for a port that went away, as the watch timer takes it twice a second: a fixed
+// path is one stat; a system port one stat of /dev while nothing was plugged in.
+void benchPortWatch() {
+    qputenv("MQ27D_PORT1", "/nonexistent/ttyMQ27");
+    qunsetenv("MQ27D_PORT16");
+    for (int port : {1, 16}) {
+        QtSerialPortDevice device;
+        device.open(port);
+        device.reopen(); // the first look after a loss enumerates once
+        const double ns = medianNanoseconds([&] { g_sink = g_sink + device.reopen(); }, 2000);
+        report(port == 1 ? "Watch: one look at a fixed path"
+                         : "Watch: one look at the system's ports",
+               ns);
+        std::printf("%-48s %10.4f %%\n", "  of one core at two looks a second", ns * 2 / 1e9 * 100);
+    }
+}
+
 } // namespace
 
 int main() {
     benchFinder();
     benchStore();
     benchDataObjects();
+    benchPortWatch();
     return 0;
 }

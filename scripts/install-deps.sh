@@ -20,6 +20,10 @@ packages="$packages poppler-utils"
 if [ "${1:-}" = package ]; then
     packages="$packages dpkg-dev lintian"
 fi
+# clang-14 and libclang-rt-14-dev: the compiler and libFuzzer's runtime for make fuzz.
+if [ "${1:-}" = fuzz ]; then
+    packages="$packages clang-14 libclang-rt-14-dev"
+fi
 
 missing=""
 for p in $packages; do
