@@ -2,15 +2,13 @@
 // handler of received telegrams and the decoder into the value store, and the main view's
 // window model shows them. A file of another family hands the tool over and closes it;
 // the next input then gets a fresh program.
-#include "common/platformservices.h"
 #include "files/devicefiles.h"
 #include "shell/appshell.h"
 #include "shell/program.h"
+#include "shell/unattendedservices.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <cstddef>
 #include <cstdint>
@@ -19,27 +17,12 @@
 namespace {
 
 struct World {
-    MemorySettings settings;
-    UnattendedDialogs dialogs;
-    NoLauncher launcher;
-    SystemClock clock;
-    QTemporaryDir folder;
+    UnattendedServices outside;
     std::unique_ptr<Program> program;
-
-    Services services() {
-        Services s;
-        s.dialogs = &dialogs;
-        s.launcher = &launcher;
-        s.settings = &settings;
-        s.clock = &clock;
-        s.programDir = folder.filePath(QStringLiteral("program"));
-        s.dataDir = folder.filePath(QStringLiteral("data"));
-        return s;
-    }
 
     Program& fresh() {
         program.reset();
-        program = std::make_unique<Program>(services(), nullptr);
+        program = std::make_unique<Program>(outside.services(), nullptr);
         program->shell().Startup(QString());
         return *program;
     }
@@ -52,13 +35,12 @@ World* world = nullptr;
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     static QCoreApplication application(*argc, *argv);
     world = new World;
-    QDir().mkpath(world->folder.filePath(QStringLiteral("program")));
     world->fresh();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const QString path = world->folder.filePath(QStringLiteral("input.ko3"));
+    const QString path = world->outside.folder.filePath(QStringLiteral("input.ko3"));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return 0;
     file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));

@@ -31,14 +31,7 @@ bool portNumber(const QString& port, int& number) {
 LiveSession::LiveSession(const Options& options)
     : m_port(std::make_unique<QtSerialPortDevice>())
     , m_options(options) {
-    Services services;
-    services.dialogs = &m_dialogs;
-    services.launcher = &m_launcher;
-    services.settings = &m_settings;
-    services.clock = &m_clock;
-    services.programDir = m_folder.path();
-    services.dataDir = m_folder.path();
-    m_program = std::make_unique<Program>(services, m_port.get());
+    m_program = std::make_unique<Program>(m_outside.services(), m_port.get());
     m_program->state().locale = QLocale::c();
 
     TelegramDecoder& decoder = m_program->decoder();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/platformservices.h"
+#include "shell/unattendedservices.h"
 
 #include <memory>
 #include <optional>
@@ -61,11 +61,7 @@ Q_SIGNALS:
 private:
     void onReadOutRecorded();
 
-    UnattendedDialogs m_dialogs;
-    NoLauncher m_launcher;
-    MemorySettings m_settings;
-    SystemClock m_clock;
-    QTemporaryDir m_folder;
+    UnattendedServices m_outside;
     std::unique_ptr<QtSerialPortDevice> m_port;
     std::unique_ptr<Program> m_program;
     Options m_options;

@@ -8,14 +8,7 @@
 #include "values/mq27values.h"
 
 OfflineView::OfflineView(const Options& options) {
-    Services services;
-    services.dialogs = &m_dialogs;
-    services.launcher = &m_launcher;
-    services.settings = &m_settings;
-    services.clock = &m_clock;
-    services.programDir = m_folder.path();
-    services.dataDir = m_folder.path();
-    m_program = std::make_unique<Program>(services, nullptr);
+    m_program = std::make_unique<Program>(m_outside.services(), nullptr);
     AppState& state = m_program->state();
     state.locale = options.locale;
     // As the tool starts: the main view loads with the units, then the language applies.

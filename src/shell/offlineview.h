@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/platformservices.h"
+#include "shell/unattendedservices.h"
 
 #include <memory>
 #include <optional>
@@ -32,10 +32,6 @@ public:
     Program& program() { return *m_program; }
 
 private:
-    UnattendedDialogs m_dialogs;
-    NoLauncher m_launcher;
-    MemorySettings m_settings;
-    SystemClock m_clock;
-    QTemporaryDir m_folder;
+    UnattendedServices m_outside;
     std::unique_ptr<Program> m_program;
 };
