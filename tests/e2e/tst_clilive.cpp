@@ -108,6 +108,25 @@ private Q_SLOTS:
         QVERIFY(run.err.contains(QStringLiteral("/nonexistent/tty")));
     }
 
+    // A device of another family is named, a silent line ends after the timeout; neither
+    // leaves a file behind.
+    void readoutFindsNoDeviceOfThisFamily() {
+        QTemporaryDir folder;
+        SimProcess sibling;
+        QVERIFY(sibling.start({"--profile", SimProcess::profile(QStringLiteral("varlix"))}));
+        Run run = cli({"readout", "--port", sibling.portPath(), "--timeout", "8"}, folder.path());
+        QCOMPARE(run.exitCode, 5);
+        QVERIFY2(run.err.contains(QStringLiteral("another family")), qPrintable(run.err));
+
+        SimProcess silent;
+        QVERIFY(silent.start(
+            {"--profile", SimProcess::profile(QStringLiteral("full")), "--silence", "0"}));
+        run = cli({"readout", "--port", silent.portPath(), "--timeout", "2"}, folder.path());
+        QCOMPARE(run.exitCode, 4);
+        QVERIFY2(run.err.contains(QStringLiteral("no device answered")), qPrintable(run.err));
+        QVERIFY(QDir(folder.path()).isEmpty());
+    }
+
     // The live snapshot and every watched line show what the saved read-out shows.
     void viewAndWatch() {
         QVERIFY(!m_file.isEmpty());
