@@ -1,5 +1,8 @@
 #include "support/testsupport.h"
 
+#include <unistd.h>
+
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -71,6 +74,37 @@ private Q_SLOTS:
               QStringLiteral("Alarm resistance")}) {
             QVERIFY2(pages[1].contains(line), qPrintable(line));
         }
+    }
+
+    // A folder the user may not write in: the reason, and nothing left in it. Root writes
+    // everywhere, so there the command runs as nobody.
+    void pdfIntoAFolderTheUserMayNotWrite() {
+        QTemporaryDir folder;
+        QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner |
+                                                         QFile::ReadOther | QFile::ExeOther));
+        const QString path = folder.filePath(QStringLiteral("record.pdf"));
+        const QStringList args = {QStringLiteral("record"), sample(), QStringLiteral("--pdf"),
+                                  path};
+        QProcess run;
+        if (::geteuid() == 0) {
+            const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
+            if (setpriv.isEmpty()) QSKIP("setpriv is not installed");
+            run.start(setpriv,
+                      QStringList{QStringLiteral("--reuid=nobody"),
+                                  QStringLiteral("--regid=nogroup"),
+                                  QStringLiteral("--clear-groups"),
+                                  testsupport::programPath(QStringLiteral("mq27diag-cli"))} +
+                          args);
+        } else {
+            run.start(testsupport::programPath(QStringLiteral("mq27diag-cli")), args);
+        }
+        QVERIFY(run.waitForFinished(30000));
+        const QString err = QString::fromLocal8Bit(run.readAllStandardError());
+        QCOMPARE(run.exitCode(), 3);
+        QVERIFY2(err.contains(QStringLiteral("ermission denied")), qPrintable(err));
+        QVERIFY(QDir(folder.path()).isEmpty());
+        QFile::setPermissions(folder.path(),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
     void exitCodes_data() {
