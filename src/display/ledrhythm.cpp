@@ -12,7 +12,7 @@ namespace el = frmDisplay;
 
 namespace {
 
-constexpr int kDark = 0;
+// A lamp's state: 0 dark, then these.
 constexpr int kFlash = 1;
 constexpr int kBlink = 2;
 constexpr int kSteady = 3;
