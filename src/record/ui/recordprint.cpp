@@ -5,6 +5,7 @@
 
 #include <QBuffer>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QLocale>
 #include <QPageLayout>
@@ -37,6 +38,14 @@ QFont recordFont() {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setStyleHint(QFont::Monospace);
     font.setFixedPitch(true);
+    if (QFontInfo(font).fixedPitch()) return font;
+    // Some systems name a font for fixed text that does not declare itself fixed (a
+    // variable font, say); the record's columns need one that does.
+    for (const QString& family : QFontDatabase::families()) {
+        if (!QFontDatabase::isFixedPitch(family)) continue;
+        font.setFamily(family);
+        break;
+    }
     return font;
 }
 
