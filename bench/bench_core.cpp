@@ -8,7 +8,7 @@
 #include "link/qtserialportdevice.h"
 #include "link/telegram.h"
 #include "logger/dataobjects.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <algorithm>
 #include <chrono>
@@ -63,7 +63,7 @@ void benchFinder() {
            medianNanoseconds(
                [&] {
                    std::int32_t first = 0, last = 0;
-                   g_sink = g_sink + modChecksum::FindTelegram(buffer, first, last);
+                   g_sink = g_sink + checksum::FindTelegram(buffer, first, last);
                },
                2000));
     // The finder looks from the end, so its worst case is a frame at the start of the noise.
@@ -73,7 +73,7 @@ void benchFinder() {
            medianNanoseconds(
                [&] {
                    std::int32_t first = 0, last = 0;
-                   g_sink = g_sink + modChecksum::FindTelegram(early, first, last);
+                   g_sink = g_sink + checksum::FindTelegram(early, first, last);
                },
                2000));
     const Bytes answer5 = stampedTelegram(5, 421);
@@ -84,7 +84,7 @@ void benchFinder() {
 }
 
 void benchStore() {
-    clsMQ27Values values;
+    ValueStore values;
     const std::size_t sizes[5] = {19, 202, 211, 54, 421};
     for (int command = 1; command <= 5; ++command) {
         const Bytes t = stampedTelegram(command, sizes[command - 1]);
@@ -101,7 +101,7 @@ void benchStore() {
 }
 
 void benchDataObjects() {
-    clsMQ27Values values;
+    ValueStore values;
     std::size_t rows = 0;
     report("Full pass over all data objects",
            medianNanoseconds(

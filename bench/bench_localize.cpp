@@ -14,7 +14,7 @@
 #include "localize/ui/frmlocalizelearn.h"
 #include "shell/offlineview.h"
 #include "shell/program.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include "sim/sim_clock.h"
 #include "sim/sim_device.h"

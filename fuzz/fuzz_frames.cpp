@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Bytes burst(data, data + size);
     std::int32_t first = 0;
     std::int32_t last = 0;
-    if (modChecksum::FindTelegram(burst, first, last) < 0) return 0;
+    if (checksum::FindTelegram(burst, first, last) < 0) return 0;
     if (first < 0 || last < first || static_cast<std::size_t>(last) >= burst.size())
         __builtin_trap();
     const Bytes frame(burst.begin() + first, burst.begin() + last + 1);

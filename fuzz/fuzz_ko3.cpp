@@ -2,7 +2,7 @@
 // split into telegrams, each through the acceptance into a value store.
 #include "files/ko3format.h"
 #include "files/offlineload.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return 0;
     file.write(bytes);
     file.close();
-    clsMQ27Values values;
+    ValueStore values;
     (void)offline::LoadIntoStore(file.fileName(), values);
     return 0;
 }

@@ -111,7 +111,7 @@ void DeviceSettings::ShowDeviceSettings() {
     for (int n = 0; n < kSensors; ++n)
         range(el::txtBetaFactor[n], l.betaMin, l.betaMax, el::lblBetaFactorUnit[n]);
 
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     w.setVisible(el::fraDeviceSettings[1], values && values->GetHasTemperatureSensors() != 0);
     cmdSettingsCancel_Click();
     cmdBetaSettingsCancel_Click();
@@ -119,7 +119,7 @@ void DeviceSettings::ShowDeviceSettings() {
 }
 
 void DeviceSettings::GetDeviceSettings() {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return; // no device yet: the labels keep what they show
     Form& w = window();
     w.setCaption(el::lblParameterValue[0], number(values->GetAlarmResistorValue()));

@@ -4,7 +4,7 @@
 #include "common/mainview_elements.h"
 #include "common/numberformat.h"
 #include "display/devicefeatures.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <initializer_list>
 
@@ -91,7 +91,7 @@ void sensorsAndRelays(Form& view, const DeviceFeatures& f) {
     showTab(view, frmDisplayPage::Relays, f.programmableRelays);
 }
 
-void modules(Form& view, const DeviceFeatures& f, clsMQ27Values& values) {
+void modules(Form& view, const DeviceFeatures& f, ValueStore& values) {
     for (int m = 0; m < DeviceFeatures::kModules; ++m) {
         const auto i = static_cast<std::size_t>(m);
         view.setVisible(el::fraExtStatus[m], f.module[i]);
@@ -119,7 +119,7 @@ bool isInternalModule(const QString& serialNo) {
     return true;
 }
 
-void CustomizeForm(Form& view, const DeviceFeatures& features, clsMQ27Values& values,
+void CustomizeForm(Form& view, const DeviceFeatures& features, ValueStore& values,
                    const QLocale& locale) {
     detectorsAndAlarms(view, features);
     localisation(view, features, locale);

@@ -1,8 +1,8 @@
 #include "display/devicefeatures.h"
 
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
-DeviceFeatures DeviceFeatures::read(clsMQ27Values& v) {
+DeviceFeatures DeviceFeatures::read(ValueStore& v) {
     DeviceFeatures f;
     f.airFlow = v.DET_GetHasFlow() != 0;
     f.dynamicAirFlow = v.DET_GetHasDynFlow() != 0;

@@ -2,7 +2,7 @@
 
 #include <array>
 
-class clsMQ27Values;
+class ValueStore;
 
 // What the device's telegrams announce that it has. The main view hides what is missing,
 // and the record leaves out its lines.
@@ -27,5 +27,5 @@ struct DeviceFeatures {
     std::array<bool, kModules> manualRelease{};
     std::array<bool, kModules> enableInput{};
 
-    static DeviceFeatures read(clsMQ27Values& values);
+    static DeviceFeatures read(ValueStore& values);
 };

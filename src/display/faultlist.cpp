@@ -3,7 +3,7 @@
 #include "common/colors.h"
 #include "common/formmodel.h"
 #include "common/mainview_elements.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <initializer_list>
 
@@ -17,7 +17,7 @@ struct FaultState {
     bool known = false;
 };
 
-FaultState read(clsMQ27Values& v, std::initializer_list<std::int16_t> bits) {
+FaultState read(ValueStore& v, std::initializer_list<std::int16_t> bits) {
     FaultState state;
     for (const std::int16_t bit : bits) {
         state.pending = state.pending || v.CTRL_GetFailures(bit) == 1;
@@ -38,7 +38,7 @@ void show(Form& view, int entry, FaultState state) {
 
 } // namespace
 
-void ShowMessages(Form& view, clsMQ27Values& values) {
+void ShowMessages(Form& view, ValueStore& values) {
     for (std::int16_t bit = 0; bit < 32; ++bit)
         show(view, bit, read(values, {bit}));
     show(view, 32, read(values, {10, 17, 19}));

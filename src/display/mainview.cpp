@@ -59,7 +59,7 @@ MainView::MainView(AppState& state, DeviceValues& values, DeviceCommands& comman
 }
 
 void MainView::ShowData() {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return;
     Form& view = m_state.forms.frmDisplay();
     Q_EMIT aboutToShowData();

@@ -197,7 +197,7 @@ void SettingsPages::cmdSettingsStandard_Click() {
     Form& v = view();
     const SettingLimits& l = m_limits;
     const double standardFaultDelay = l.faultDelayStandard;
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     const double sensitivity = values ? values->DET_GetSmokeValue10Min(0) / 1000.0 : 0;
     const std::pair<QString, QString> texts[] = {
         {el::txtAlarmDelay, text(l.alarmDelayStandard, 0)},
@@ -517,7 +517,7 @@ QStringList SettingsPages::differences(Page page) {
             if (v.value(s.copy) != v.value(s.shown)) note(legend(s.legend));
     }
     if (page == Relays) {
-        clsMQ27Values* values = m_values.get();
+        ValueStore* values = m_values.get();
         for (std::int16_t r = 0; r < 5 && values; ++r) {
             bool same = true;
             for (std::int16_t i = 0; i < 14; ++i)

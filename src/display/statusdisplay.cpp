@@ -5,7 +5,7 @@
 #include "common/mainview_elements.h"
 #include "common/numberformat.h"
 #include "display/thresholdscale.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,8 +30,8 @@ QString temperatureUnit(bool fahrenheit) {
     return fahrenheit ? QStringLiteral(" °F") : QStringLiteral(" °C");
 }
 
-// The whole-number division and remainder of the description's "\" and "Mod": both sides
-// are first turned into whole numbers.
+// Whole-number division and remainder: both sides are first turned into whole numbers, so
+// that 59.6 s shows as 1 min 0 s rather than 0 min 59.6 s.
 std::optional<std::int32_t> wholeDivision(double value, int divisor) {
     const auto whole = numberformat::toInt32(value);
     if (!whole) return std::nullopt;
@@ -72,7 +72,7 @@ StatusDisplay::StatusDisplay(Form& view, SettingLimits& limits)
     : m_view(view)
     , m_limits(limits) {}
 
-bool StatusDisplay::ShowSmokeThresholds(clsMQ27Values& v) {
+bool StatusDisplay::ShowSmokeThresholds(ValueStore& v) {
     for (std::int16_t d = 0; d < 2; ++d) {
         const auto fire =
             numberformat::toInt16(thresholdscale::percentToTwips(v.DET_GetAlarmThreshold(d)));
@@ -85,7 +85,7 @@ bool StatusDisplay::ShowSmokeThresholds(clsMQ27Values& v) {
     return true;
 }
 
-void StatusDisplay::showMeasurements(clsMQ27Values& v, Units units, const QLocale& locale) {
+void StatusDisplay::showMeasurements(ValueStore& v, Units units, const QLocale& locale) {
     smokeLevels(v, units.perFoot, locale);
     airFlow(v, units.fahrenheit, locale);
     chambers(v, locale);
@@ -94,7 +94,7 @@ void StatusDisplay::showMeasurements(clsMQ27Values& v, Units units, const QLocal
     relaysAndInputs(v);
 }
 
-void StatusDisplay::showIdentityAndSettings(clsMQ27Values& v, const QLocale& locale) {
+void StatusDisplay::showIdentityAndSettings(ValueStore& v, const QLocale& locale) {
     identity(v, locale);
     ranges(v);
     settings(v, locale);
@@ -103,7 +103,7 @@ void StatusDisplay::showIdentityAndSettings(clsMQ27Values& v, const QLocale& loc
     modules(v, locale);
 }
 
-void StatusDisplay::smokeLevels(clsMQ27Values& v, bool perFoot, const QLocale& locale) {
+void StatusDisplay::smokeLevels(ValueStore& v, bool perFoot, const QLocale& locale) {
     for (std::int16_t d = 0; d < 2; ++d) {
         const double ratio = v.DET_GetSmokeValueRatio(d);
         m_view.setValue(el::ctlSmokeLevel[d], ratio / 10);
@@ -115,7 +115,7 @@ void StatusDisplay::smokeLevels(clsMQ27Values& v, bool perFoot, const QLocale& l
     }
 }
 
-void StatusDisplay::airFlow(clsMQ27Values& v, bool fahrenheit, const QLocale& locale) {
+void StatusDisplay::airFlow(ValueStore& v, bool fahrenheit, const QLocale& locale) {
     m_view.setCaption(el::lblTemperature,
                       fixed(celsiusOrFahrenheit(v.DET_GetAirTemperature(), fahrenheit), 1, locale) +
                           temperatureUnit(fahrenheit));
@@ -137,7 +137,7 @@ void StatusDisplay::airFlow(clsMQ27Values& v, bool fahrenheit, const QLocale& lo
                       fixed(setGauge(el::ctlAirFlow, deviation) / 100, 0, locale) + kPercent);
 }
 
-void StatusDisplay::chambers(clsMQ27Values& v, const QLocale& locale) {
+void StatusDisplay::chambers(ValueStore& v, const QLocale& locale) {
     for (std::int16_t d = 0; d < 2; ++d) {
         m_view.setGaugeRange(el::ctlChamber[d], -10000, 0, 10000);
         const double shown = setGauge(el::ctlChamber[d], v.DET_GetChamberValueRatio(d) * 100.0);
@@ -146,7 +146,7 @@ void StatusDisplay::chambers(clsMQ27Values& v, const QLocale& locale) {
 }
 
 // The states that the blink and flash timers paint from.
-void StatusDisplay::ledStates(clsMQ27Values& v) {
+void StatusDisplay::ledStates(ValueStore& v) {
     for (std::int16_t d = 0; d < 2; ++d) {
         const std::int16_t action = v.DISP_GetLedPreAlarm(d);
         m_view.setValue(el::picActionAlarm[d], action);
@@ -188,7 +188,7 @@ void StatusDisplay::ledStates(clsMQ27Values& v) {
     if (initialising && (operating == 3 || operating == 1)) m_view.setValue(el::picDisplay[0], 2);
 }
 
-void StatusDisplay::sensorTemperatures(clsMQ27Values& v, bool fahrenheit, const QLocale& locale) {
+void StatusDisplay::sensorTemperatures(ValueStore& v, bool fahrenheit, const QLocale& locale) {
     for (std::int16_t n = 0; n < 5; ++n) {
         const QString element = el::lblSensorTemp[n];
         m_view.setCaption(
@@ -208,7 +208,7 @@ void StatusDisplay::sensorTemperatures(clsMQ27Values& v, bool fahrenheit, const 
     }
 }
 
-void StatusDisplay::relaysAndInputs(clsMQ27Values& v) {
+void StatusDisplay::relaysAndInputs(ValueStore& v) {
     for (std::int16_t r = 0; r < 5; ++r)
         m_view.setValue(el::ctlRelayState[r], v.REL_GetRelState(r));
     m_view.setValue(el::ctlRelayState[8], v.BMZ_GetPreAlarmState(0));
@@ -226,7 +226,7 @@ void StatusDisplay::relaysAndInputs(clsMQ27Values& v) {
     }
 }
 
-void StatusDisplay::identity(clsMQ27Values& v, const QLocale& locale) {
+void StatusDisplay::identity(ValueStore& v, const QLocale& locale) {
     m_view.setCaption(el::lblSoftwareNo[0], v.GetSoftwareNum());
     m_view.setCaption(el::lblParameterNo[0], v.GetParameterID());
     m_view.setCaption(el::lblSerialNo2[0], m_view.caption(el::lblSerialNo[0]));
@@ -237,7 +237,7 @@ void StatusDisplay::identity(clsMQ27Values& v, const QLocale& locale) {
     }
 }
 
-void StatusDisplay::ranges(clsMQ27Values& v) {
+void StatusDisplay::ranges(ValueStore& v) {
     SettingLimits& l = m_limits;
     l.alarmDelayMin = v.DET_GetAlarmDelayMin();
     l.alarmDelayMax = v.DET_GetAlarmDelayMax();
@@ -269,7 +269,7 @@ void StatusDisplay::ranges(clsMQ27Values& v) {
         m_view.setRange(el::ctrSensorTempAlarm[n], l.sensorTempAlarmMin, l.sensorTempAlarmMax, 1);
 }
 
-void StatusDisplay::settings(clsMQ27Values& v, const QLocale& locale) {
+void StatusDisplay::settings(ValueStore& v, const QLocale& locale) {
     m_view.setCaption(el::lblAlarmDelay, plain(v.DET_GetAlarmDelaySetPoint(), locale));
     m_view.setCaption(el::lblExtinguishDelay, plain(v.GetExtinguishDelay(), locale));
     m_view.setCaption(el::lblAirFlowRange, plain(v.DET_GetStaticFlowDevSetPoint(), locale));
@@ -299,7 +299,7 @@ void StatusDisplay::settings(clsMQ27Values& v, const QLocale& locale) {
 }
 
 // While the relay page is being edited its boxes hold the user's choice, not the device's.
-void StatusDisplay::relayMasks(clsMQ27Values& v) {
+void StatusDisplay::relayMasks(ValueStore& v) {
     if (m_view.isEnabled(el::chkRelay1[0])) return;
     for (std::int16_t r = 0; r < 5; ++r) {
         for (std::int16_t i = 0; i < 14; ++i)
@@ -313,12 +313,12 @@ void StatusDisplay::relayMasks(clsMQ27Values& v) {
 }
 
 // The alarm temperatures stay in degrees Celsius, whatever unit the display uses.
-void StatusDisplay::sensorAlarms(clsMQ27Values& v, const QLocale& locale) {
+void StatusDisplay::sensorAlarms(ValueStore& v, const QLocale& locale) {
     for (std::int16_t n = 0; n < 5; ++n)
         m_view.setCaption(el::lblSensorTempAlarm[n], fixed(v.GetNTCAlarmValue(n), 1, locale));
 }
 
-void StatusDisplay::modules(clsMQ27Values& v, const QLocale& locale) {
+void StatusDisplay::modules(ValueStore& v, const QLocale& locale) {
     auto lamp = [](bool on, std::uint32_t color) { return on ? color : colors::kWindowBackground; };
     for (std::int16_t m = 0; m < 10; ++m) {
         m_view.setBackColor(el::picExtOnline[m], lamp(v.EXT_GetIsOnline(m) != 0, colors::kGreen));

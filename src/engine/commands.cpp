@@ -44,7 +44,7 @@ constexpr qsizetype kLongestText = 16;
 constexpr std::int32_t kLargestBound = 32766;
 constexpr double kBlowTimeMin = 10, kBlowTimeMax = 255;
 
-using Setter = std::int16_t (clsMQ27Values::*)(Bytes);
+using Setter = std::int16_t (ValueStore::*)(Bytes);
 
 // The check behind CheckTextInput: the value as the field shows it afterwards, or nothing
 // when the text is bad.
@@ -202,7 +202,7 @@ private:
 };
 
 // Stores the block and queues it, only when it is whole and good.
-bool deliver(PollEngine& engine, clsMQ27Values& values, const Block& block, Setter setter) {
+bool deliver(PollEngine& engine, ValueStore& values, const Block& block, Setter setter) {
     if (!block.ready()) return false;
     if ((values.*setter)(block.bytes()) != 0) return false;
     engine.SendCommand(block.bytes()[1]);
@@ -256,7 +256,7 @@ bool DeviceCommands::CheckTextInput(Form& form, const QString& field, double min
 }
 
 bool DeviceCommands::SettingsAssume(const SettingLimits& limits) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
     Block block(kDeviceParameter, 40, view.caption(el::lblSerialNo[0]));
@@ -326,11 +326,11 @@ bool DeviceCommands::SettingsAssume(const SettingLimits& limits) {
     block.put(28, flags);
     block.put(29, twoDetectors ? 255 : 0);
     block.zeroFrom(30);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetDeviceParameter);
+    return deliver(m_engine, *values, block, &ValueStore::SetDeviceParameter);
 }
 
 bool DeviceCommands::AdvancedSettingsAssume(const SettingLimits& limits) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmDeviceSettings();
     Block block(kDeviceParameter, 40, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
@@ -361,11 +361,11 @@ bool DeviceCommands::AdvancedSettingsAssume(const SettingLimits& limits) {
     block.put(28, flags);
     block.put(29, values->GetHasTwoDetectors() == 1 ? 255 : 0);
     block.zeroFrom(30);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetDeviceParameter);
+    return deliver(m_engine, *values, block, &ValueStore::SetDeviceParameter);
 }
 
 bool DeviceCommands::AirFlowInit(const SettingLimits& limits) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
     Block block(kAirFlowInit, 22, view.caption(el::lblSerialNo[0]));
@@ -377,11 +377,11 @@ bool DeviceCommands::AirFlowInit(const SettingLimits& limits) {
             check(el::txtAirPressure, limits.airPressureMin, limits.airPressureMax, 0))
         block.word(10, *pressure);
     block.zeroFrom(12);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetAirFlowInitParameter);
+    return deliver(m_engine, *values, block, &ValueStore::SetAirFlowInitParameter);
 }
 
 bool DeviceCommands::RelayAssume() {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
     Block block(kRelayParameter, 26, view.caption(el::lblSerialNo[0]));
@@ -399,11 +399,11 @@ bool DeviceCommands::RelayAssume() {
         block.put(7 + 2 * r, static_cast<std::uint8_t>(mask >> 8));
     }
     block.zeroFrom(16);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetRelayParameter);
+    return deliver(m_engine, *values, block, &ValueStore::SetRelayParameter);
 }
 
 bool DeviceCommands::SensorTempAlarmAssume(const SettingLimits& limits) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
     Block block(kTemperatureParameter, 46, view.caption(el::lblSerialNo[0]));
@@ -417,11 +417,11 @@ bool DeviceCommands::SensorTempAlarmAssume(const SettingLimits& limits) {
             block.single(6 + 4 * offset, *alarm);
     }
     block.zeroFrom(36);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetTemperatureParameter);
+    return deliver(m_engine, *values, block, &ValueStore::SetTemperatureParameter);
 }
 
 bool DeviceCommands::BetaFactorSettingsAssume(const SettingLimits& limits) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmDeviceSettings();
     Block block(kTemperatureParameter, 46, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
@@ -434,37 +434,37 @@ bool DeviceCommands::BetaFactorSettingsAssume(const SettingLimits& limits) {
             block.word(26 + 2 * offset, *beta);
     }
     block.zeroFrom(36);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetTemperatureParameter);
+    return deliver(m_engine, *values, block, &ValueStore::SetTemperatureParameter);
 }
 
 bool DeviceCommands::ResetAlarmAndFault(int selection) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Block block(kResetAlarmAndFault, 8, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
     putSelection(block, selection);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetResetAlarmAndFault);
+    return deliver(m_engine, *values, block, &ValueStore::SetResetAlarmAndFault);
 }
 
 bool DeviceCommands::ResetMessages(int selection) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Block block(kResetMessages, 8, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
     putSelection(block, selection);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetResetMessages);
+    return deliver(m_engine, *values, block, &ValueStore::SetResetMessages);
 }
 
 bool DeviceCommands::BusItemIdent(int index) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values || index < 0 || index >= kModules) return false;
     Form& view = m_state.forms.frmDisplay();
     Block block(kExtinguisherIdent, 10, view.caption(el::lblSerialNo[0]));
     block.serialNumber(6, view.caption(el::lblExtSerialNo[index]));
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetExtinguisherIdent);
+    return deliver(m_engine, *values, block, &ValueStore::SetExtinguisherIdent);
 }
 
 bool DeviceCommands::LocParameterAssume(const LocalisationWindows& windows,
                                         const SettingLimits& limits) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmLocalizeLearn();
     Block block(kLocalizationParameter, 42, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
@@ -498,19 +498,19 @@ bool DeviceCommands::LocParameterAssume(const LocalisationWindows& windows,
             UserDialogs::Icon::Warning, UserDialogs::Answer::No);
         if (answer != UserDialogs::Answer::Yes) return false;
     }
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetLocalizationParameter);
+    return deliver(m_engine, *values, block, &ValueStore::SetLocalizationParameter);
 }
 
 bool DeviceCommands::LocParameterAbort() {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Block block(kLocalizationAbort, 16, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
     block.zeroFrom(6);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetLocalizationAbortLearnMode);
+    return deliver(m_engine, *values, block, &ValueStore::SetLocalizationAbortLearnMode);
 }
 
 bool DeviceCommands::LocSingleHoleLearning(bool start, const SettingLimits& limits) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmLocalizeLearn();
     Block block(kLocalizationLearnMode, 23, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
@@ -522,11 +522,11 @@ bool DeviceCommands::LocSingleHoleLearning(bool start, const SettingLimits& limi
     fanVoltage(check, block, 10, frmLocalizeLearn::txtSuckFanVoltage, limits);
     block.put(12, start ? 255 : 0);
     block.zeroFrom(13);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetLocalizationParameterLearnMode);
+    return deliver(m_engine, *values, block, &ValueStore::SetLocalizationParameterLearnMode);
 }
 
 bool DeviceCommands::BusItemSettings(const SettingLimits& limits) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmExtinguishSettings();
     Block block(kExtinguisherParameter, 29, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
@@ -537,5 +537,5 @@ bool DeviceCommands::BusItemSettings(const SettingLimits& limits) {
     FieldCheck check(window, block, m_state.locale);
     resistorFields(check, block, 10, frmExtinguishSettings::txtParameterValue, limits);
     block.zeroFrom(19);
-    return deliver(m_engine, *values, block, &clsMQ27Values::SetExtinguisherParameter);
+    return deliver(m_engine, *values, block, &ValueStore::SetExtinguisherParameter);
 }

@@ -33,7 +33,7 @@ int readBackAfter(int writeCommand) {
     }
 }
 
-Bytes writeBlock(const clsMQ27Values& values, int command) {
+Bytes writeBlock(const ValueStore& values, int command) {
     switch (command) {
     case 129:
         return values.GetDeviceParameter();
@@ -78,19 +78,26 @@ void PollEngine::SendCommand(int command) {
     m_tmrTimeout.disable();
     m_tmrAutoSend.disable();
     m_tmrAutoSend.setInterval(kQueuedWriteMs);
-    mbCommandQueued = true;
-    miNextCommand = command;
+    if (!m_writeQueued) m_readBeforeWrite = m_nextCommand;
+    m_writeQueued = true;
+    m_nextCommand = command;
     m_tmrAutoSend.enable();
 }
 
+void PollEngine::cancelWrite() {
+    if (!m_writeQueued) return;
+    m_writeQueued = false;
+    m_nextCommand = m_readBeforeWrite;
+}
+
 void PollEngine::tmrAutoSend_Timer() {
-    if (isRead(miNextCommand))
+    if (isRead(m_nextCommand))
         sendRead();
-    else if (isWrite(miNextCommand))
+    else if (isWrite(m_nextCommand))
         sendWrite();
     else
-        miNextCommand = 2;
-    mbCommandQueued = false;
+        m_nextCommand = 2;
+    m_writeQueued = false;
     m_tmrTimeout.restart();
     m_tmrAutoSend.disable();
     m_tmrAutoSend.setInterval(kAutoSendMs);
@@ -110,17 +117,17 @@ void PollEngine::stop() {
 // keeps its pace until the label holds a number again.
 void PollEngine::sendRead() {
     const QString serial = m_state.forms.frmDisplay().caption(frmDisplay::lblSerialNo[0]);
-    Bytes body{10, static_cast<std::uint8_t>(miNextCommand), 0, 0, 0, 0};
+    Bytes body{10, static_cast<std::uint8_t>(m_nextCommand), 0, 0, 0, 0};
     if (ULong2Byte(serial, body[2], body[3], body[4], body[5]) != 0) return;
     m_link.MakeSendString(body, true);
 }
 
 // The write goes out once: the next tick already asks for its read-back.
 void PollEngine::sendWrite() {
-    const int command = miNextCommand;
-    const clsMQ27Values* values = m_values.get();
+    const int command = m_nextCommand;
+    const ValueStore* values = m_values.get();
     const Bytes block = values ? writeBlock(*values, command) : Bytes{};
-    miNextCommand = readBackAfter(command);
+    m_nextCommand = readBackAfter(command);
     if (block.empty()) return;
     m_link.MakeSendString(block, true);
     Q_EMIT writeSent(command);

@@ -19,6 +19,13 @@ public:
 
     // Queues a write command (129 to 139) or any other number for the next tick.
     void SendCommand(int command);
+    // Takes back a write that has not gone out yet: the next tick asks for the read telegram
+    // it would have asked for without it.
+    void cancelWrite();
+    // The read telegram (1 to 5) the next tick asks for, unless a write is queued.
+    void setNextRead(int command) { m_nextCommand = command; }
+    int nextCommand() const { return m_nextCommand; }
+    bool isWriteQueued() const { return m_writeQueued; }
 
     void tmrAutoSend_Timer();
     void tmrTimeout_Timer();
@@ -28,9 +35,6 @@ public:
 
     FormTimer& tmrAutoSend() { return m_tmrAutoSend; }
     FormTimer& tmrTimeout() { return m_tmrTimeout; }
-
-    int miNextCommand = 0;
-    bool mbCommandQueued = false;
 
 Q_SIGNALS:
     // A write telegram went out; the page that waits for its read-back starts comparing.
@@ -43,6 +47,9 @@ private:
     AppState& m_state;
     SerialLink& m_link;
     DeviceValues& m_values;
+    int m_nextCommand = 0;
+    bool m_writeQueued = false;
+    int m_readBeforeWrite = 0;
     FormTimer m_tmrAutoSend{99};
     FormTimer m_tmrTimeout{888};
 };

@@ -31,7 +31,7 @@ TelegramDecoder::TelegramDecoder(AppState& state, PollEngine& engine, DeviceValu
 void TelegramDecoder::DataDecoder(const Bytes& telegram) {
     const std::optional<QDateTime> recorded = engine::TelegramTime(telegram);
     if (!recorded) return;
-    mdTelegramTime = *recorded;
+    m_telegramTime = *recorded;
     setTitleBar();
 
     const engine::TelegramHead head = engine::ReadTelegramHead(telegram);
@@ -41,13 +41,13 @@ void TelegramDecoder::DataDecoder(const Bytes& telegram) {
     }
 
     const engine::StoreOutcome outcome =
-        engine::StoreTelegram(m_values.create(), msLastSerialNo, telegram);
+        engine::StoreTelegram(m_values.create(), m_lastSerialNo, telegram);
     if (outcome.newDevice) takeOn(head.serialText);
     if (outcome.result != engine::StoreResult::Stored) return;
 
     ShowReceiveActivity();
     setSerialLabels(head.serialText);
-    if (!m_engine.mbCommandQueued) {
+    if (!m_engine.isWriteQueued()) {
         chooseNextTelegram(head.command);
         if (head.command == 5) endConnectionPhase();
     }
@@ -70,8 +70,8 @@ void TelegramDecoder::setTitleBar() {
     const QLocale locale = QLocale::system();
     m_state.forms.frmDisplay().setTitle(
         m_state.g.gAppTitle + QStringLiteral(" - [") +
-        locale.toString(mdTelegramTime.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
-        locale.toString(mdTelegramTime.time(), QLocale::LongFormat) + QLatin1Char(']'));
+        locale.toString(m_telegramTime.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
+        locale.toString(m_telegramTime.time(), QLocale::LongFormat) + QLatin1Char(']'));
 }
 
 // The read-out of a new device goes into the hidden main view; it shows itself again with
@@ -91,7 +91,7 @@ void TelegramDecoder::setSerialLabels(const QString& serialNo) {
 
 void TelegramDecoder::chooseNextTelegram(int command) {
     static constexpr int kNextAfter[] = {0, 2, 3, 5, 5, 2};
-    if (command >= 1 && command <= 5) m_engine.miNextCommand = kNextAfter[command];
+    if (command >= 1 && command <= 5) m_engine.setNextRead(kNextAfter[command]);
 }
 
 void TelegramDecoder::endConnectionPhase() {

@@ -26,8 +26,10 @@ public:
     // The eight receive lamps of the main view green, back after 100 ms.
     void ShowReceiveActivity();
 
-    QDateTime mdTelegramTime;
-    QString msLastSerialNo;
+    // When the telegram being decoded was recorded; for a loaded file, its recording time.
+    const QDateTime& telegramTime() const { return m_telegramTime; }
+    // The serial number of the device the store holds; empty until one is taken on.
+    const QString& lastSerialNo() const { return m_lastSerialNo; }
 
     FormTimer& tmrReceiveLED() { return m_tmrReceiveLED; }
 
@@ -54,4 +56,6 @@ private:
     PollEngine& m_engine;
     DeviceValues& m_values;
     FormTimer m_tmrReceiveLED{100};
+    QDateTime m_telegramTime;
+    QString m_lastSerialNo;
 };

@@ -2,7 +2,7 @@
 
 #include "link/telegram.h"
 #include "values/conversions.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 namespace engine {
 
@@ -30,7 +30,7 @@ std::optional<QDateTime> TelegramTime(const Bytes& t) {
     return QDateTime(date, time);
 }
 
-StoreOutcome StoreTelegram(clsMQ27Values& values, QString& lastSerialNo, const Bytes& t) {
+StoreOutcome StoreTelegram(ValueStore& values, QString& lastSerialNo, const Bytes& t) {
     const TelegramHead head = ReadTelegramHead(t);
     if (head.command < 1 || head.command > 5) return {StoreResult::CommandOutOfRange, false};
     StoreOutcome outcome;

@@ -7,7 +7,7 @@
 #include <QDateTime>
 #include <QString>
 
-class clsMQ27Values;
+class ValueStore;
 
 // What the data decoder reads out of an accepted telegram of the own device kind, and how
 // it takes the telegram into the value store. The live link and the file loader share it.
@@ -40,6 +40,6 @@ struct StoreOutcome {
 // Stores the telegram under its command. A serial number other than `lastSerialNo` is a
 // new device: only its telegram 1 is taken, after the store has been cleared and
 // `lastSerialNo` has taken the new number.
-StoreOutcome StoreTelegram(clsMQ27Values& values, QString& lastSerialNo, const Bytes& stamped);
+StoreOutcome StoreTelegram(ValueStore& values, QString& lastSerialNo, const Bytes& stamped);
 
 } // namespace engine

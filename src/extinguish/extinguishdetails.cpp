@@ -56,7 +56,7 @@ void ExtinguishDetails::ShowExtDetails(int Index) {
 }
 
 void ExtinguishDetails::GetExtDatails() {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return;
     Form& w = window();
     modulechoice::followBus(w, el::cboSerialNumber, *values, m_state.locale);

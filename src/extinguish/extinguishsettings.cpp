@@ -81,7 +81,7 @@ void ExtinguishSettings::ShowExtSettings(int Index) {
 }
 
 void ExtinguishSettings::GetExtSettings() {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return;
     Form& w = window();
     const QLocale& locale = m_state.locale;

@@ -2,7 +2,7 @@
 
 #include "common/formmodel.h"
 #include "common/numberformat.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <algorithm>
 
@@ -15,7 +15,7 @@ void resetRows(Form& window, const QString& combo) {
     window.setValue(combo, 0);
 }
 
-void followBus(Form& window, const QString& combo, clsMQ27Values& values, const QLocale& locale) {
+void followBus(Form& window, const QString& combo, ValueStore& values, const QLocale& locale) {
     QStringList rows = window.items(combo);
     rows.resize(kModules, QStringLiteral("0"));
     for (int m = 0; m < kModules; ++m) {

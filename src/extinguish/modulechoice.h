@@ -4,7 +4,7 @@
 
 class Form;
 class QLocale;
-class clsMQ27Values;
+class ValueStore;
 
 // The choice of a bus module by its serial number, shared by the module windows: one row
 // per place on the bus, its row index the module's index.
@@ -17,7 +17,7 @@ void resetRows(Form& window, const QString& combo);
 
 // The rows follow the serial numbers on the bus. A module that stops answering keeps its row
 // until the device reports its serial number as 0; the row chosen stays chosen.
-void followBus(Form& window, const QString& combo, clsMQ27Values& values, const QLocale& locale);
+void followBus(Form& window, const QString& combo, ValueStore& values, const QLocale& locale);
 
 // A serial number as the rows and the windows show it.
 QString serialText(double serial, const QLocale& locale);

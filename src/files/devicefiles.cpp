@@ -39,7 +39,7 @@ DeviceFiles::DeviceFiles(AppState& state, SerialLink& link, Recognition& recogni
     , m_values(values) {}
 
 void DeviceFiles::SaveDeviceData(double serialNo) {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return;
     std::array<Bytes, 5> telegrams;
     for (std::int16_t command = 1; command <= 5; ++command)

@@ -14,8 +14,8 @@
 // line of "&Hxx " groups.
 namespace ko3 {
 
-// Marker 0, count 5, the five lengths big-endian, the telegrams in order, and the surplus
-// byte 0 that the block has always carried.
+// Marker 0, count 5, the five lengths big-endian, the telegrams in order, and a surplus
+// byte 0 at the end, which belongs to the file format.
 Bytes BuildSaveBlock(const std::array<Bytes, 5>& telegrams);
 
 // "&H" + two upper-case hex digits + blank for every byte; empty for a block of at most

@@ -3,15 +3,14 @@
 #include "engine/telegramstore.h"
 #include "files/ko3format.h"
 #include "link/telegram.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QFileInfo>
 
 namespace offline {
 namespace {
 
-void takeTelegram(const Bytes& t, clsMQ27Values& values, QString& lastSerialNo,
-                  LoadReport& report) {
+void takeTelegram(const Bytes& t, ValueStore& values, QString& lastSerialNo, LoadReport& report) {
     const auto accepted = telegram::AcceptStampedTelegram(t);
     if (!accepted) {
         ++report.refused;
@@ -34,7 +33,7 @@ void takeTelegram(const Bytes& t, clsMQ27Values& values, QString& lastSerialNo,
 
 } // namespace
 
-LoadReport LoadIntoStore(const QString& path, clsMQ27Values& values) {
+LoadReport LoadIntoStore(const QString& path, ValueStore& values) {
     LoadReport report;
     if (!QFileInfo(path).isFile()) {
         report.error = QStringLiteral("no such file");

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-class clsMQ27Values;
+class ValueStore;
 
 // Reading a device file into a value store without a window: the road of a loaded file
 // through the acceptance and the decoder's store step, as the tool takes it.
@@ -18,6 +18,6 @@ struct LoadReport {
     bool truncated = false;    // the file ended inside a telegram
 };
 
-LoadReport LoadIntoStore(const QString& path, clsMQ27Values& values);
+LoadReport LoadIntoStore(const QString& path, ValueStore& values);
 
 } // namespace offline

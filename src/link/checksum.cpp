@@ -2,7 +2,7 @@
 
 #include <array>
 
-namespace modChecksum {
+namespace checksum {
 namespace {
 
 constexpr std::array<std::uint16_t, 256> makeCrcTable() {
@@ -136,4 +136,4 @@ std::int32_t FindTelegram(const Bytes& buffer, std::int32_t& first, std::int32_t
     return -2;
 }
 
-} // namespace modChecksum
+} // namespace checksum

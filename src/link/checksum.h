@@ -7,7 +7,7 @@
 // The two checks of a telegram: the 16-bit additive sum over the whole frame and the
 // CRC-16 (polynomial 0x1021, initial value 0, no reflection) over the payload, plus the
 // frame finder that picks the newest acceptable frame out of a receive buffer.
-namespace modChecksum {
+namespace checksum {
 
 // One table step over `value`; the CRC is held as two bytes. Returns 0.
 std::int16_t CalcCRCByte(std::uint8_t value, std::uint8_t& crcHigh, std::uint8_t& crcLow);
@@ -37,4 +37,4 @@ std::int32_t FindTelegram(const Bytes& buffer, std::int32_t& first, std::int32_t
 // Whether a frame of `totalLength` bytes is acceptable for `deviceKind`.
 bool IsAcceptedKindAndLength(int deviceKind, std::int64_t totalLength);
 
-} // namespace modChecksum
+} // namespace checksum

@@ -111,7 +111,7 @@ void SerialLink::RcvDataGet() {
 
     std::int32_t first = 0;
     std::int32_t last = 0;
-    if (modChecksum::FindTelegram(burst, first, last) < 0) return;
+    if (checksum::FindTelegram(burst, first, last) < 0) return;
     const Bytes t(burst.begin() + first, burst.begin() + last + 1);
     if (isEcho(t, m_lastSent) || isSearchTelegram(t)) return;
 

@@ -10,8 +10,7 @@ namespace telegram {
 std::optional<Bytes> MakeSendFrame(Bytes data, bool createCRC) {
     if (createCRC) {
         data.resize(data.size() + 2);
-        if (modChecksum::AddCRC(data, 0, static_cast<int>(data.size()) - 1) != 0)
-            return std::nullopt;
+        if (checksum::AddCRC(data, 0, static_cast<int>(data.size()) - 1) != 0) return std::nullopt;
     }
     const std::size_t count = data.size();
     if (count > 0xFFFF) return std::nullopt;
@@ -28,7 +27,7 @@ std::optional<Bytes> MakeSendFrame(Bytes data, bool createCRC) {
     frame.insert(frame.end(), data.begin(), data.end());
     frame.push_back(0);
     frame.push_back(0);
-    if (!modChecksum::AddSumOfBytes(frame)) return std::nullopt;
+    if (!checksum::AddSumOfBytes(frame)) return std::nullopt;
     return frame;
 }
 
@@ -52,7 +51,7 @@ std::optional<Bytes> StampTelegram(const Bytes& frame, const QDateTime& when) {
     stamped.push_back(static_cast<std::uint8_t>(time.second()));
     stamped.push_back(0);
     stamped.push_back(0);
-    if (!modChecksum::AddSumOfBytes(stamped)) return std::nullopt;
+    if (!checksum::AddSumOfBytes(stamped)) return std::nullopt;
     return stamped;
 }
 
@@ -61,7 +60,7 @@ int HeaderLength(const Bytes& telegram) {
 }
 
 std::optional<Accepted> AcceptStampedTelegram(const Bytes& t) {
-    if (!modChecksum::CheckSumOfBytes(t)) return std::nullopt;
+    if (!checksum::CheckSumOfBytes(t)) return std::nullopt;
     const int header = HeaderLength(t);
     if (t.size() <= static_cast<std::size_t>(header)) return std::nullopt;
     const long length = header == 4 ? t[2] * 256L + t[3] : t[1];
@@ -73,7 +72,7 @@ std::optional<Accepted> AcceptStampedTelegram(const Bytes& t) {
     if (!lengthRight) return std::nullopt;
     if (kind == 7 || kind == kOwnDeviceKind) {
         const int last = static_cast<int>(t.size()) - 1 - 9;
-        if (modChecksum::CheckCRC(t, header, last) != 0) return std::nullopt;
+        if (checksum::CheckCRC(t, header, last) != 0) return std::nullopt;
     }
     return Accepted{kind, header};
 }

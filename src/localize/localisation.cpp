@@ -113,9 +113,9 @@ int Localisation::holesOf(double count) const {
 }
 
 void Localisation::ShowLocData() {
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     if (!values) return;
-    clsMQ27Values& v = *values;
+    ValueStore& v = *values;
     LocLearnModeActive = v.DET_GetLearningIsOn() != 0;
     LocMeasuringActive = v.DET_GetLocIsActive() != 0;
     showLamps();
@@ -147,7 +147,7 @@ void Localisation::ShowLocData() {
 }
 
 void Localisation::readBounds() {
-    clsMQ27Values& v = *m_values.get();
+    ValueStore& v = *m_values.get();
     const float minimum[kHoles] = {v.DET_GetSuckTime1Min(), v.DET_GetSuckTime2Min(),
                                    v.DET_GetSuckTime3Min(), v.DET_GetSuckTime4Min(),
                                    v.DET_GetSuckTime5Min()};
@@ -203,7 +203,7 @@ void Localisation::paintLamps(bool flashLit, bool blinkLit) {
 
 // The window's own bar graphs follow the smoke while a measurement draws it in.
 void Localisation::showSmokeLevels() {
-    clsMQ27Values& v = *m_values.get();
+    ValueStore& v = *m_values.get();
     Form& w = window();
     for (std::int16_t d = 0; d < 2; ++d)
         w.setValue(ll::ctlSmokeLevel[d], static_cast<double>(v.DET_GetSmokeValueRatio(d)) / 10);

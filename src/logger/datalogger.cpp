@@ -178,10 +178,10 @@ void DataLogger::ReadOutComplete() {
 
 void DataLogger::DataToShow() {
     ListResetPending = true;
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     m_haveValues = values != nullptr;
     if (!values) {
-        if (!m_empty) m_empty = std::make_unique<clsMQ27Values>();
+        if (!m_empty) m_empty = std::make_unique<ValueStore>();
         values = m_empty.get();
     }
     Form& form = window();

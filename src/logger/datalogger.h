@@ -14,7 +14,7 @@
 class AppState;
 class DeviceValues;
 class Form;
-class clsMQ27Values;
+class ValueStore;
 struct DataObject;
 
 // The data logger frmLogdataDev: every value of the store as a row the engineer can tick,
@@ -84,7 +84,7 @@ private:
 
     AppState& m_state;
     DeviceValues& m_values;
-    std::unique_ptr<clsMQ27Values> m_empty; // names the rows before any device is read
+    std::unique_ptr<ValueStore> m_empty; // names the rows before any device is read
     FormTimer m_tmrBlink{200};
     TrendStore m_trend;
     // The pass under way: the rows of lstDisplay(0), the names and values of the ticked

@@ -2,7 +2,7 @@
 
 #include "common/numberformat.h"
 
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <charconv>
 #include <cmath>
@@ -17,7 +17,7 @@ namespace {
 // written, so every call must pass the getter's result straight in.
 class Rows {
 public:
-    Rows(clsMQ27Values& values, const std::function<void(const DataObject&)>& visit)
+    Rows(ValueStore& values, const std::function<void(const DataObject&)>& visit)
         : values_(values)
         , visit_(visit) {}
 
@@ -36,15 +36,15 @@ private:
         return values_.ValueDescription % u" ["_s % values_.ValueUnit % u']';
     }
 
-    clsMQ27Values& values_;
+    ValueStore& values_;
     const std::function<void(const DataObject&)>& visit_;
 };
 
-void serialNumber(clsMQ27Values& v, Rows& row) {
+void serialNumber(ValueStore& v, Rows& row) {
     row.D(v.GetSerialNum());
 }
 
-void airFlow(clsMQ27Values& v, Rows& row) {
+void airFlow(ValueStore& v, Rows& row) {
     row.S(v.DET_GetFlowValue());
     row.S(v.DET_GetFlowRefValue());
     row.S(v.DET_GetAirTemperature());
@@ -73,7 +73,7 @@ void airFlow(clsMQ27Values& v, Rows& row) {
     row.I(v.DET_GetTemperatureIsLow());
 }
 
-void fansAndLocalisation(clsMQ27Values& v, Rows& row) {
+void fansAndLocalisation(ValueStore& v, Rows& row) {
     row.S(v.DET_GetUFanMax());
     row.S(v.DET_GetUFanMin());
     row.S(v.DET_GetUFanSetPoint());
@@ -105,7 +105,7 @@ void fansAndLocalisation(clsMQ27Values& v, Rows& row) {
     row.I(v.DET_GetLocLocalized());
 }
 
-void detector(clsMQ27Values& v, Rows& row, std::int16_t d) {
+void detector(ValueStore& v, Rows& row, std::int16_t d) {
     row.D(v.DET_GetDetSerialNum(d));
     row.T(v.DET_GetDetSoftwareNum(d));
     row.T(v.DET_GetDetParameterID(d));
@@ -131,7 +131,7 @@ void detector(clsMQ27Values& v, Rows& row, std::int16_t d) {
     row.I(v.DET_GetAlarmAfterLoc(d));
 }
 
-void controllerAndRelays(clsMQ27Values& v, Rows& row) {
+void controllerAndRelays(ValueStore& v, Rows& row) {
     row.T(v.GetSoftwareNum());
     row.T(v.GetParameterID());
     row.S(v.GetUinBitVoltage());
@@ -174,7 +174,7 @@ void controllerAndRelays(clsMQ27Values& v, Rows& row) {
     row.I(v.CTRL_GetBatteryIsOn());
 }
 
-void temperatureSensor(clsMQ27Values& v, Rows& row, std::int16_t n) {
+void temperatureSensor(ValueStore& v, Rows& row, std::int16_t n) {
     row.S(v.TEM_GetNTCTemperature(n));
     row.S(v.GetNTCAlarmValue(n));
     row.S(v.GetNTCbeta(n));
@@ -183,18 +183,18 @@ void temperatureSensor(clsMQ27Values& v, Rows& row, std::int16_t n) {
     row.I(v.TEM_GetNTCState(n));
 }
 
-void relayCombineMasks(clsMQ27Values& v, Rows& row) {
+void relayCombineMasks(ValueStore& v, Rows& row) {
     for (std::int16_t r = 0; r <= 4; ++r)
         for (std::int16_t b = 0; b <= 15; ++b)
             row.I(v.GetRelayCombineMask(r, b));
 }
 
-void relayEventMask(clsMQ27Values& v, Rows& row) {
+void relayEventMask(ValueStore& v, Rows& row) {
     for (std::int16_t b = 0; b <= 15; ++b)
         row.I(v.REL_GetRelEventMask(b));
 }
 
-void keysAndBuzzer(clsMQ27Values& v, Rows& row) {
+void keysAndBuzzer(ValueStore& v, Rows& row) {
     row.S(v.GetTwoButtonDelay());
     row.S(v.GetResetButtonDelay());
     row.I(v.DISP_GetResetButton());
@@ -209,7 +209,7 @@ void keysAndBuzzer(clsMQ27Values& v, Rows& row) {
     row.I(v.DISP_GetBuzzerState());
 }
 
-void outputsLedsAndFeatures(clsMQ27Values& v, Rows& row) {
+void outputsLedsAndFeatures(ValueStore& v, Rows& row) {
     row.I(v.BMZ_GetBlockedState());
     for (std::int16_t d = 0; d <= 1; ++d)
         row.I(v.BMZ_GetAlarmState(d));
@@ -244,7 +244,7 @@ void outputsLedsAndFeatures(clsMQ27Values& v, Rows& row) {
     row.I(v.GetHasProgRel());
 }
 
-void extinguishingModule(clsMQ27Values& v, Rows& row, std::int16_t m) {
+void extinguishingModule(ValueStore& v, Rows& row, std::int16_t m) {
     row.D(v.EXT_GetSerialNum(m));
     row.T(v.EXT_GetSoftwareNum(m));
     row.T(v.EXT_GetParameterID(m));
@@ -276,7 +276,7 @@ void extinguishingModule(clsMQ27Values& v, Rows& row, std::int16_t m) {
 
 } // namespace
 
-void VisitDataObjects(clsMQ27Values& values, const std::function<void(const DataObject&)>& visit) {
+void VisitDataObjects(ValueStore& values, const std::function<void(const DataObject&)>& visit) {
     Rows row(values, visit);
     serialNumber(values, row);
     airFlow(values, row);
@@ -294,7 +294,7 @@ void VisitDataObjects(clsMQ27Values& values, const std::function<void(const Data
         extinguishingModule(values, row, m);
 }
 
-std::vector<DataObject> CollectDataObjects(clsMQ27Values& values) {
+std::vector<DataObject> CollectDataObjects(ValueStore& values) {
     std::vector<DataObject> rows;
     rows.reserve(600);
     VisitDataObjects(values, [&rows](const DataObject& row) { rows.push_back(row); });

@@ -7,7 +7,7 @@
 
 #include <QString>
 
-class clsMQ27Values;
+class ValueStore;
 
 // One logged data object: the row text (the getter's description, and " [unit]" where it
 // has a unit), the type letter S float, I 16-bit integer, D double, T text, and the value.
@@ -18,8 +18,8 @@ struct DataObject {
 };
 
 // Calls `visit` once per row, in the fixed order; a row's index is its identity.
-void VisitDataObjects(clsMQ27Values& values, const std::function<void(const DataObject&)>& visit);
-std::vector<DataObject> CollectDataObjects(clsMQ27Values& values);
+void VisitDataObjects(ValueStore& values, const std::function<void(const DataObject&)>& visit);
+std::vector<DataObject> CollectDataObjects(ValueStore& values);
 
 // The value as text in the C locale: whole numbers without decimals, floats as the shortest
 // text that reads back to the same 32-bit float, doubles likewise for 64 bits, texts as they

@@ -9,7 +9,7 @@
 #include "common/workwindow_elements.h"
 #include "record/recordlayout.h"
 #include "values/devicevalues.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <algorithm>
 #include <limits>
@@ -128,9 +128,9 @@ Form& Protocol::commentWindow() const {
     return m_state.forms.frmProtocolComment();
 }
 
-clsMQ27Values& Protocol::store() {
-    if (clsMQ27Values* values = m_values.get()) return *values;
-    if (!m_empty) m_empty = std::make_unique<clsMQ27Values>();
+ValueStore& Protocol::store() {
+    if (ValueStore* values = m_values.get()) return *values;
+    if (!m_empty) m_empty = std::make_unique<ValueStore>();
     return *m_empty;
 }
 
@@ -203,7 +203,7 @@ QStringList Protocol::pages() const {
 }
 
 QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
-    clsMQ27Values& v = store();
+    ValueStore& v = store();
     const Cells c(m_state);
     const Form& d = c.m_view;
     const bool hasBattery = v.CTRL_GetHasBattery() != 0;
@@ -364,7 +364,7 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
 }
 
 QString Protocol::Page_Two() {
-    clsMQ27Values& v = store();
+    ValueStore& v = store();
     const Cells c(m_state);
     const QLocale& locale = m_state.locale;
     const Form& settings = m_state.forms.frmDeviceSettings();

@@ -9,7 +9,7 @@
 class AppState;
 class DeviceValues;
 class Form;
-class clsMQ27Values;
+class ValueStore;
 
 // The device record frmProtocol: two pages of plain text read off the main view's labels
 // and tick boxes as they stand (plus a few values of the store), shown, saved as a .txt
@@ -56,7 +56,7 @@ Q_SIGNALS:
 private:
     Form& window() const;
     Form& commentWindow() const;
-    clsMQ27Values& store();
+    ValueStore& store();
     void onClicked(const QString& element);
     void cmdOK_Click();
     QString suggestedName(const QString& suffix) const;
@@ -64,5 +64,5 @@ private:
 
     AppState& m_state;
     DeviceValues& m_values;
-    std::unique_ptr<clsMQ27Values> m_empty; // the record of no device: labels only
+    std::unique_ptr<ValueStore> m_empty; // the record of no device: labels only
 };

@@ -98,11 +98,11 @@ void DeviceSearch::AddDevice(double serial) {
 void DeviceSearch::DeviceSelection(const QString& serial) {
     Form& display = m_state.forms.frmDisplay();
     if (serial == display.caption(kSerialNo)) {
-        m_engine.miNextCommand = 2;
+        m_engine.setNextRead(2);
         display.show();
     } else {
         display.setCaption(kSerialNo, serial);
-        m_engine.miNextCommand = 1;
+        m_engine.setNextRead(1);
         m_recognition.awaitChosenDevice(serial);
         Q_EMIT languageRefreshNeeded();
         ShowConnect(m_state.g.gAppTitle + QStringLiteral(" - ") + serial);

@@ -92,7 +92,7 @@ void AppShell::Startup(const QString& rawCommandLineArgs) {
 
 bool AppShell::CloseApplication() {
     if (m_state.g.gClosing) return true;
-    clsMQ27Values* values = m_values.get();
+    ValueStore* values = m_values.get();
     const bool buzzerOff = values && values->GetBuzzerShouldBeOff() == 1;
     bool writeWaiting = m_mainView.settingsPages().anyWaiting();
     for (const auto& waiting : m_writeWaitingChecks)

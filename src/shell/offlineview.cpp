@@ -5,7 +5,7 @@
 #include "files/offlineload.h"
 #include "shell/languages.h"
 #include "shell/program.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 OfflineView::OfflineView(const Options& options) {
     m_program = std::make_unique<Program>(m_outside.services(), nullptr);
@@ -23,7 +23,7 @@ OfflineView::~OfflineView() = default;
 std::optional<QString> OfflineView::load(const QString& path) {
     // A look through a scratch store first: a file of another family would hand the tool
     // over, which a look must not do, and an unreadable one deserves its reason.
-    clsMQ27Values scratch;
+    ValueStore scratch;
     const offline::LoadReport report = offline::LoadIntoStore(path, scratch);
     if (!report.error.isEmpty()) return path + QStringLiteral(": ") + report.error;
     if (!report.otherFamilies.isEmpty())

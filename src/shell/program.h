@@ -47,8 +47,8 @@ public:
     QString str(int index) const { return m_state.str(index); }
 
     // The value store exists from the first telegram of the own device kind on.
-    clsMQ27Values* values() { return m_values.get(); }
-    clsMQ27Values& createValues() { return m_values.create(); }
+    ValueStore* values() { return m_values.get(); }
+    ValueStore& createValues() { return m_values.create(); }
 
     SerialLink& link() { return *m_link; }
     Recognition& recognition() { return *m_recognition; }

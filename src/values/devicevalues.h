@@ -1,6 +1,6 @@
 #pragma once
 
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <memory>
 
@@ -8,13 +8,13 @@
 // kind on and lives to the end of the run; before that, there is nothing to show or save.
 class DeviceValues {
 public:
-    clsMQ27Values* get() { return m_values.get(); }
-    const clsMQ27Values* get() const { return m_values.get(); }
-    clsMQ27Values& create() {
-        if (!m_values) m_values = std::make_unique<clsMQ27Values>();
+    ValueStore* get() { return m_values.get(); }
+    const ValueStore* get() const { return m_values.get(); }
+    ValueStore& create() {
+        if (!m_values) m_values = std::make_unique<ValueStore>();
         return *m_values;
     }
 
 private:
-    std::unique_ptr<clsMQ27Values> m_values;
+    std::unique_ptr<ValueStore> m_values;
 };

@@ -128,7 +128,7 @@ private slots:
         foreign[0] = 2;
         foreign[1] = 48;
         foreign[2] = 1;
-        modChecksum::AddSumOfBytes(foreign);
+        checksum::AddSumOfBytes(foreign);
         const Bytes stamped = telegram::StampTelegram(foreign, when).value();
         run = dump(
             {writeFile(dir, QStringLiteral("varlix.ko3"), ko3::MakeHexLine(stamped).toLatin1())});

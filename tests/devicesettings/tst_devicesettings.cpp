@@ -29,7 +29,7 @@ struct WindowRig : MainViewRig {
     State resistors() const { return settings.state(DeviceSettings::Resistors); }
     State beta() const { return settings.state(DeviceSettings::BetaValues); }
     bool queued(int command) const {
-        return engine.mbCommandQueued && engine.miNextCommand == command;
+        return engine.isWriteQueued() && engine.nextCommand() == command;
     }
 };
 
@@ -122,7 +122,7 @@ private Q_SLOTS:
         w.userSetCaption(el::txtBetaFactor[0], QStringLiteral("3399"));
         w.userSetCaption(el::txtBetaFactor[4], QStringLiteral("4501"));
         w.click(el::cmdBetaSettingsAssume);
-        QVERIFY(!rig.engine.mbCommandQueued);
+        QVERIFY(!rig.engine.isWriteQueued());
         QCOMPARE(rig.beta(), State::Editing);
         QCOMPARE(w.backColor(el::txtBetaFactor[0]), colors::kYellow);
         QCOMPARE(w.backColor(el::txtBetaFactor[4]), colors::kYellow);

@@ -2,7 +2,7 @@
 #include "shell/appshell.h"
 #include "shell/languages.h"
 #include "support/fakes.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QtTest>
 
@@ -102,7 +102,7 @@ void TestMainView::closeButtonFollowsTheAnswer() {
     app.shell().Startup(QString());
     Form& view = app.forms().frmDisplay();
     view.show();
-    clsMQ27Values& values = app.createValues();
+    ValueStore& values = app.createValues();
     Bytes telegram;
     values.GetDataArray(telegram, 3);
     telegram.at(144) = 1;

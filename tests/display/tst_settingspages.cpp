@@ -21,7 +21,7 @@ struct PagesRig : MainViewRig {
 
     // The tick that sends a queued write, as the poll cycle runs it.
     void sendQueued() {
-        QVERIFY(engine.mbCommandQueued);
+        QVERIFY(engine.isWriteQueued());
         engine.tmrAutoSend_Timer();
     }
 };
@@ -59,7 +59,7 @@ private Q_SLOTS:
 
         v.userSetCaption(el::txtAlarmDelay, QStringLiteral("15"));
         v.click(el::cmdSettingsAssume);
-        QCOMPARE(rig.engine.miNextCommand, 129);
+        QCOMPARE(rig.engine.nextCommand(), 129);
         rig.sendQueued();
         QCOMPARE(rig.pages.state(SettingsPages::Settings), State::Waiting);
         QVERIFY(v.isVisible(el::lblSettingsWaiting));
@@ -93,7 +93,7 @@ private Q_SLOTS:
             rig.pages.tmrCompareAirFlowSet_Timer();
         }
         QCOMPARE(rig.pages.state(SettingsPages::AirFlow), State::Waiting);
-        QVERIFY(!rig.engine.mbCommandQueued);
+        QVERIFY(!rig.engine.isWriteQueued());
 
         // Closing the tool now asks first.
         rig.dialogs.answers = {UserDialogs::Answer::No};
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QVERIFY(rig.v.isChecked(el::chkBuzzer[1]) && !rig.v.isChecked(el::chkFaultStore[1]));
         QCOMPARE(rig.dialogs.shown.size(), 1);
         QCOMPARE(rig.dialogs.shown.first().icon, UserDialogs::Icon::Information);
-        QVERIFY(!rig.engine.mbCommandQueued);
+        QVERIFY(!rig.engine.isWriteQueued());
     }
 
     // The relay page compares with the value store itself, and its boxes take input only
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QVERIFY(rig.v.isEnabled(el::chkRelay2[5]) && rig.v.isEnabled(el::optRelay2[1]));
         rig.v.userSetValue(el::chkRelay2[5], 1);
         rig.v.click(el::cmdRelayAssume);
-        QCOMPARE(rig.engine.miNextCommand, 138);
+        QCOMPARE(rig.engine.nextCommand(), 138);
         rig.sendQueued();
         rig.pages.tmrCompareRelaySet_Timer();
         QCOMPARE(rig.pages.state(SettingsPages::Relays), State::Waiting);

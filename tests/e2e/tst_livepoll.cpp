@@ -10,7 +10,7 @@
 #include "shell/program.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <algorithm>
 
@@ -175,7 +175,7 @@ void TestLivePoll::queuedWriteGoesOutOnce() {
     QVERIFY(tool.waitForDevice(kSerial));
 
     // Reset of every latched fault, as the main view queues it.
-    clsMQ27Values& values = *tool.app().values();
+    ValueStore& values = *tool.app().values();
     values.SetResetAlarmAndFault(Bytes{10, 131, 0, 0, 0x03, 0xE9, 0xFF, 0xFF});
     QSignalSpy sent(&tool.app().engine(), &PollEngine::writeSent);
     tool.app().engine().SendCommand(131);

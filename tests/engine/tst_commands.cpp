@@ -6,7 +6,7 @@
 #include "engine/settinglimits.h"
 #include "support/fakes.h"
 #include "support/testsupport.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QTest>
 
@@ -49,7 +49,7 @@ struct Rig {
     Form& learn = app.forms().frmLocalizeLearn();
     Form& device = app.forms().frmDeviceSettings();
     Form& modules = app.forms().frmExtinguishSettings();
-    clsMQ27Values& values = app.createValues();
+    ValueStore& values = app.createValues();
     SettingLimits limits;
 
     explicit Rig(bool twoDetectors = false) {
@@ -66,8 +66,8 @@ struct Rig {
 
     // The command queued for the poll cycle since the last look, 0 for none.
     int sent() {
-        const int command = app.engine().mbCommandQueued ? app.engine().miNextCommand : 0;
-        app.engine().mbCommandQueued = false;
+        const int command = app.engine().isWriteQueued() ? app.engine().nextCommand() : 0;
+        app.engine().cancelWrite();
         return command;
     }
     // Good as it stands (0 min 30 s is the minimum), but for the second detector's fields.

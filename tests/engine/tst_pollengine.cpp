@@ -4,7 +4,7 @@
 #include "link/telegram.h"
 #include "support/fakes.h"
 #include "support/testsupport.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -43,32 +43,32 @@ Bytes writeFrame(int command) {
     return telegram::MakeSendFrame(writeBlock(command), true).value();
 }
 
-using Setter = std::int16_t (clsMQ27Values::*)(Bytes);
+using Setter = std::int16_t (ValueStore::*)(Bytes);
 
 Setter setterOf(int command) {
     switch (command) {
     case 129:
-        return &clsMQ27Values::SetDeviceParameter;
+        return &ValueStore::SetDeviceParameter;
     case 130:
-        return &clsMQ27Values::SetAirFlowInitParameter;
+        return &ValueStore::SetAirFlowInitParameter;
     case 131:
-        return &clsMQ27Values::SetResetAlarmAndFault;
+        return &ValueStore::SetResetAlarmAndFault;
     case 132:
-        return &clsMQ27Values::SetResetMessages;
+        return &ValueStore::SetResetMessages;
     case 133:
-        return &clsMQ27Values::SetLocalizationParameter;
+        return &ValueStore::SetLocalizationParameter;
     case 134:
-        return &clsMQ27Values::SetLocalizationParameterLearnMode;
+        return &ValueStore::SetLocalizationParameterLearnMode;
     case 135:
-        return &clsMQ27Values::SetLocalizationAbortLearnMode;
+        return &ValueStore::SetLocalizationAbortLearnMode;
     case 136:
-        return &clsMQ27Values::SetExtinguisherParameter;
+        return &ValueStore::SetExtinguisherParameter;
     case 137:
-        return &clsMQ27Values::SetTemperatureParameter;
+        return &ValueStore::SetTemperatureParameter;
     case 138:
-        return &clsMQ27Values::SetRelayParameter;
+        return &ValueStore::SetRelayParameter;
     default:
-        return &clsMQ27Values::SetExtinguisherIdent;
+        return &ValueStore::SetExtinguisherIdent;
     }
 }
 
@@ -117,17 +117,17 @@ private slots:
 
     void readTelegramGoesToTheShownSerialNumber() {
         Rig rig;
-        rig.engine.miNextCommand = 4;
+        rig.engine.setNextRead(4);
         rig.engine.tmrAutoSend().enable();
         rig.engine.tmrAutoSend_Timer();
         QCOMPARE(rig.takeSent(), QList<Bytes>{readFrame(4)});
-        QCOMPARE(rig.engine.miNextCommand, 4);
+        QCOMPARE(rig.engine.nextCommand(), 4);
         QVERIFY(rig.engine.tmrTimeout().isEnabled());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
 
         rig.answer(1);
         rig.answer(4);
-        QCOMPARE(rig.engine.miNextCommand, 5);
+        QCOMPARE(rig.engine.nextCommand(), 5);
     }
 
     void steadyCycleIsTwoThreeFive() {
@@ -167,13 +167,13 @@ private slots:
             deliver(sent.first()[3]);
         }
         QCOMPARE(asked, (QList<int>{2, 3, 5, 2}));
-        QCOMPARE(rig.app.decoder().mdTelegramTime, rig.t.clock.time);
+        QCOMPARE(rig.app.decoder().telegramTime(), rig.t.clock.time);
         QVERIFY(rig.app.forms().frmDisplay().isShown());
     }
 
     void silenceRepeatsTheSameRead() {
         Rig rig;
-        rig.engine.miNextCommand = 3;
+        rig.engine.setNextRead(3);
         for (int i = 0; i < 3; ++i) {
             rig.engine.tmrAutoSend_Timer();
             QCOMPARE(rig.takeSent(), QList<Bytes>{readFrame(3)});
@@ -199,7 +199,7 @@ private slots:
         Rig rig;
         QSignalSpy written(&rig.engine, &PollEngine::writeSent);
         rig.queueWrite(command);
-        QVERIFY(rig.engine.mbCommandQueued);
+        QVERIFY(rig.engine.isWriteQueued());
         QCOMPARE(rig.engine.tmrAutoSend().interval(), 299);
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
 
@@ -207,8 +207,8 @@ private slots:
         QCOMPARE(rig.takeSent(), QList<Bytes>{writeFrame(command)});
         QCOMPARE(written.size(), 1);
         QCOMPARE(written.first().first().toInt(), command);
-        QCOMPARE(rig.engine.miNextCommand, readBack);
-        QVERIFY(!rig.engine.mbCommandQueued);
+        QCOMPARE(rig.engine.nextCommand(), readBack);
+        QVERIFY(!rig.engine.isWriteQueued());
         QCOMPARE(rig.engine.tmrAutoSend().interval(), 99);
 
         // The device stays silent: what is repeated is the read-back, never the write.
@@ -227,7 +227,7 @@ private slots:
         rig.engine.tmrAutoSend_Timer();
         QVERIFY(rig.takeSent().isEmpty());
         QVERIFY(written.isEmpty());
-        QCOMPARE(rig.engine.miNextCommand, 3);
+        QCOMPARE(rig.engine.nextCommand(), 3);
         QVERIFY(rig.engine.tmrTimeout().isEnabled());
     }
 
@@ -242,7 +242,7 @@ private slots:
         rig.engine.SendCommand(command);
         rig.engine.tmrAutoSend_Timer();
         QVERIFY(rig.takeSent().isEmpty());
-        QCOMPARE(rig.engine.miNextCommand, 2);
+        QCOMPARE(rig.engine.nextCommand(), 2);
         QVERIFY(rig.engine.tmrTimeout().isEnabled());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
         QCOMPARE(rig.engine.tmrAutoSend().interval(), 99);
@@ -259,7 +259,7 @@ private slots:
         QFETCH(QString, caption);
         Rig rig;
         rig.app.forms().frmDisplay().setCaption(QStringLiteral("lblSerialNo_0"), caption);
-        rig.engine.miNextCommand = 2;
+        rig.engine.setNextRead(2);
         for (int i = 0; i < 2; ++i) {
             rig.engine.tmrAutoSend_Timer();
             QVERIFY(rig.takeSent().isEmpty());
@@ -267,7 +267,7 @@ private slots:
             rig.engine.tmrTimeout_Timer();
             QVERIFY(rig.engine.tmrAutoSend().isEnabled());
         }
-        QCOMPARE(rig.engine.miNextCommand, 2);
+        QCOMPARE(rig.engine.nextCommand(), 2);
     }
 
     void answerInFlightDoesNotDisplaceAQueuedWrite() {
@@ -282,8 +282,8 @@ private slots:
         Bytes stored;
         rig.app.values()->GetDataArray(stored, 2);
         QCOMPARE(stored, answer2);
-        QCOMPARE(rig.engine.miNextCommand, 131);
-        QVERIFY(rig.engine.mbCommandQueued);
+        QCOMPARE(rig.engine.nextCommand(), 131);
+        QVERIFY(rig.engine.isWriteQueued());
 
         rig.engine.tmrAutoSend_Timer();
         QCOMPARE(rig.takeSent(), QList<Bytes>{writeFrame(131)});
@@ -296,7 +296,7 @@ private slots:
         rig.queueWrite(137);
         rig.engine.tmrAutoSend_Timer();
         QCOMPARE(rig.takeSent(), QList<Bytes>{writeFrame(137)});
-        QCOMPARE(rig.engine.miNextCommand, 3);
+        QCOMPARE(rig.engine.nextCommand(), 3);
     }
 
     void stopHaltsBothTimers() {

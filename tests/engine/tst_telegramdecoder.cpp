@@ -4,7 +4,7 @@
 #include "link/telegram.h"
 #include "support/fakes.h"
 #include "support/testsupport.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QLocale>
 #include <QSignalSpy>
@@ -70,7 +70,7 @@ private slots:
         QFETCH(QDateTime, when);
         Rig rig;
         rig.feed(ownTelegram(1, kSerial, 0x33, when));
-        QCOMPARE(rig.decoder.mdTelegramTime, when);
+        QCOMPARE(rig.decoder.telegramTime(), when);
         QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, when));
     }
 
@@ -86,7 +86,7 @@ private slots:
         rig.feed(telegram);
         QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, kRecorded));
         QVERIFY(allZero(stored(rig.app, 2)));
-        QVERIFY(rig.decoder.msLastSerialNo.isEmpty());
+        QVERIFY(rig.decoder.lastSerialNo().isEmpty());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
     }
 
@@ -107,7 +107,7 @@ private slots:
         t[t.size() - static_cast<std::size_t>(fromEnd)] = static_cast<std::uint8_t>(value);
         rig.feed(t);
         QVERIFY(rig.display.title().isEmpty());
-        QVERIFY(rig.decoder.msLastSerialNo.isEmpty());
+        QVERIFY(rig.decoder.lastSerialNo().isEmpty());
         QVERIFY(allZero(stored(rig.app, 1)));
     }
 
@@ -118,8 +118,8 @@ private slots:
         QVERIFY(rig.display.title().isEmpty());
         for (std::size_t size = 9; size < 19; ++size)
             rig.feed(Bytes(size, 7));
-        QCOMPARE(rig.decoder.mdTelegramTime, QDateTime(QDate(707, 7, 7), QTime(7, 7, 7)));
-        QVERIFY(rig.decoder.msLastSerialNo.isEmpty());
+        QCOMPARE(rig.decoder.telegramTime(), QDateTime(QDate(707, 7, 7), QTime(7, 7, 7)));
+        QVERIFY(rig.decoder.lastSerialNo().isEmpty());
     }
 
     void answerChoosesTheNextTelegram_data() {
@@ -136,11 +136,11 @@ private slots:
         QFETCH(int, next);
         Rig rig;
         rig.feed(ownTelegram(1));
-        rig.engine.miNextCommand = 99;
+        rig.engine.setNextRead(99);
         const Bytes t = ownTelegram(answer, kSerial, 0x44);
         rig.feed(t);
         QCOMPARE(stored(rig.app, answer), t);
-        QCOMPARE(rig.engine.miNextCommand, next);
+        QCOMPARE(rig.engine.nextCommand(), next);
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
 
         // A queued command keeps its place; the answer is stored all the same.
@@ -148,20 +148,20 @@ private slots:
         const Bytes again = ownTelegram(answer, kSerial, 0x55);
         rig.feed(again);
         QCOMPARE(stored(rig.app, answer), again);
-        QCOMPARE(rig.engine.miNextCommand, 131);
+        QCOMPARE(rig.engine.nextCommand(), 131);
     }
 
     void newDeviceIsTakenOnOnlyWithTelegramOne() {
         Rig rig;
         rig.readOut();
-        rig.engine.miNextCommand = 3;
+        rig.engine.setNextRead(3);
         const Bytes before2 = stored(rig.app, 2);
         rig.engine.tmrAutoSend().disable();
 
         rig.feed(ownTelegram(2, kOtherSerial, 0x77));
         QCOMPARE(stored(rig.app, 2), before2);
-        QCOMPARE(rig.engine.miNextCommand, 3);
-        QCOMPARE(rig.decoder.msLastSerialNo, QString::number(kSerial));
+        QCOMPARE(rig.engine.nextCommand(), 3);
+        QCOMPARE(rig.decoder.lastSerialNo(), QString::number(kSerial));
         QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
@@ -222,7 +222,7 @@ private slots:
         rig.engine.SendCommand(131);
         rig.feed(ownTelegram(5));
         QVERIFY(!rig.display.isShown());
-        rig.engine.mbCommandQueued = false;
+        rig.engine.cancelWrite();
         rig.feed(ownTelegram(5));
         QVERIFY(rig.display.isShown());
     }
@@ -236,7 +236,7 @@ private slots:
         QCOMPARE(t5[1], 255);
         rig.feed(t5);
         QCOMPARE(stored(rig.app, 5), t5);
-        QCOMPARE(rig.engine.miNextCommand, 2);
+        QCOMPARE(rig.engine.nextCommand(), 2);
         QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
     }
 
@@ -251,14 +251,14 @@ private slots:
         rig.feed(ownTelegram(1));
         const Bytes good2 = ownTelegram(2);
         rig.feed(good2);
-        rig.engine.miNextCommand = 3;
+        rig.engine.setNextRead(3);
         rig.engine.tmrAutoSend().disable();
         rig.decoder.tmrReceiveLED().disable();
         rig.display.setBackColor("picReceiveLED_0", colors::kWindowBackground);
 
         rig.feed(ownTelegram(2, kSerial, 0x66, kRecorded, extra));
         QCOMPARE(stored(rig.app, 2), good2);
-        QCOMPARE(rig.engine.miNextCommand, 3);
+        QCOMPARE(rig.engine.nextCommand(), 3);
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
         QCOMPARE(rig.display.backColor("picReceiveLED_0"), colors::kWindowBackground);
     }
@@ -268,7 +268,7 @@ private slots:
         rig.readOut();
         rig.feed(ownTelegram(1, kOtherSerial, 0x33, kRecorded, 2));
         QVERIFY(!rig.display.isShown());
-        QCOMPARE(rig.decoder.msLastSerialNo, QString::number(kOtherSerial));
+        QCOMPARE(rig.decoder.lastSerialNo(), QString::number(kOtherSerial));
         QVERIFY(allZero(stored(rig.app, 1)));
         QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
     }
@@ -301,7 +301,7 @@ private slots:
                  (QStringList{QString::number(kOtherSerial), QString::number(kSerial)}));
         QCOMPARE(stored(rig.app, 1), before1);
         QVERIFY(stored(rig.app, 2) != ownTelegram(2, kSerial, 0x99, later));
-        QCOMPARE(rig.decoder.msLastSerialNo, QString::number(kSerial));
+        QCOMPARE(rig.decoder.lastSerialNo(), QString::number(kSerial));
         QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, later));
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
     }

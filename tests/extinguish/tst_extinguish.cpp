@@ -137,7 +137,7 @@ private Q_SLOTS:
 
         s.userSetCaption(set::txtParameterValue[0], QStringLiteral("2200"));
         s.click(set::cmdSettingsAssume);
-        QCOMPARE(rig.engine.miNextCommand, 136);
+        QCOMPARE(rig.engine.nextCommand(), 136);
         rig.engine.tmrAutoSend_Timer();
         QCOMPARE(rig.settings.state(), State::Waiting);
         rig.settings.tmrCompareSettings_Timer();
@@ -170,7 +170,7 @@ private Q_SLOTS:
         s.userSetCaption(set::txtParameterValue[2], QStringLiteral("100"));
         s.click(set::cmdSettingsAssume);
         QCOMPARE(s.backColor(set::txtParameterValue[2]), colors::kYellow);
-        QVERIFY(!rig.engine.mbCommandQueued);
+        QVERIFY(!rig.engine.isWriteQueued());
         QCOMPARE(rig.settings.state(), State::Waiting);
 
         rig.set("modules[0].isOnline", 0);

@@ -20,7 +20,7 @@ Bytes shortFrame(int kind, int total) {
     f[0] = 2;
     f[1] = static_cast<std::uint8_t>(total - 4);
     f[2] = static_cast<std::uint8_t>(kind);
-    modChecksum::AddSumOfBytes(f);
+    checksum::AddSumOfBytes(f);
     return f;
 }
 
@@ -42,10 +42,10 @@ private slots:
         for (char c : QByteArrayLiteral("123456789"))
             digits.push_back(static_cast<std::uint8_t>(c));
         digits.resize(11); // room for the CRC behind the nine characters
-        QCOMPARE(modChecksum::AddCRC(digits, 0, 10), 0);
+        QCOMPARE(checksum::AddCRC(digits, 0, 10), 0);
         QCOMPARE(digits[9], 0x31);
         QCOMPARE(digits[10], 0xC3);
-        QCOMPARE(modChecksum::CheckCRC(digits, 0, 10), 0);
+        QCOMPARE(checksum::CheckCRC(digits, 0, 10), 0);
     }
 
     void checkCrcReportsWhichByteDiffers_data() {
@@ -64,40 +64,40 @@ private slots:
         Bytes f = frameOf(bytes({0x0A, 0x02, 0, 0, 0, 1}));
         f[8] ^= static_cast<std::uint8_t>(flipHigh);
         f[9] ^= static_cast<std::uint8_t>(flipLow);
-        QCOMPARE(modChecksum::CheckCRC(f, 2, 9), expected);
+        QCOMPARE(checksum::CheckCRC(f, 2, 9), expected);
     }
 
     void crcOutsideTheArrayFails() {
         Bytes f = bytes({1, 2, 3});
-        QCOMPARE(modChecksum::CheckCRC(f, 0, 3), -1);
-        QCOMPARE(modChecksum::CheckCRC(f, -1, 2), -1);
-        QCOMPARE(modChecksum::AddCRC(f, 0, 5), -1);
+        QCOMPARE(checksum::CheckCRC(f, 0, 3), -1);
+        QCOMPARE(checksum::CheckCRC(f, -1, 2), -1);
+        QCOMPARE(checksum::AddCRC(f, 0, 5), -1);
         QCOMPARE(f, bytes({1, 2, 3}));
         // No byte to cover: the CRC is 0.
         Bytes two = bytes({0, 0});
-        QCOMPARE(modChecksum::CheckCRC(two, 0, 1), 0);
+        QCOMPARE(checksum::CheckCRC(two, 0, 1), 0);
     }
 
     void sums() {
-        QVERIFY(!modChecksum::CheckSumOfBytes(bytes({2, 0, 2})));
-        QVERIFY(modChecksum::CheckSumOfBytes(bytes({2, 0, 0, 2})));
-        QVERIFY(!modChecksum::CheckSumOfBytes(bytes({2, 0, 0, 3})));
+        QVERIFY(!checksum::CheckSumOfBytes(bytes({2, 0, 2})));
+        QVERIFY(checksum::CheckSumOfBytes(bytes({2, 0, 0, 2})));
+        QVERIFY(!checksum::CheckSumOfBytes(bytes({2, 0, 0, 3})));
         Bytes small = bytes({7, 9});
-        QVERIFY(modChecksum::AddSumOfBytes(small));
+        QVERIFY(checksum::AddSumOfBytes(small));
         QCOMPARE(small, bytes({7, 9}));
         // 258 bytes of 0xFF sum to 65790, which two bytes cannot hold.
         Bytes big(260, 0xFF);
         const Bytes before = big;
-        QVERIFY(!modChecksum::AddSumOfBytes(big));
+        QVERIFY(!checksum::AddSumOfBytes(big));
         QCOMPARE(big, before);
     }
 
     void finderShortBuffers() {
         std::int32_t first = -7, last = -7;
-        QCOMPARE(modChecksum::FindTelegram({}, first, last), -1);
-        QCOMPARE(modChecksum::FindTelegram(bytes({2, 0, 2}), first, last), -1);
+        QCOMPARE(checksum::FindTelegram({}, first, last), -1);
+        QCOMPARE(checksum::FindTelegram(bytes({2, 0, 2}), first, last), -1);
         // The zero command is complete and summed right, but a sum byte is no kind.
-        QCOMPARE(modChecksum::FindTelegram(telegram::ZeroCommand(), first, last), -2);
+        QCOMPARE(checksum::FindTelegram(telegram::ZeroCommand(), first, last), -2);
         QCOMPARE(first, -7);
         QCOMPARE(last, -7);
     }
@@ -107,16 +107,16 @@ private slots:
         const Bytes newer = frameOf(bytes({0x0A, 0x02, 0, 0, 0, 1}));
         std::int32_t first = 0, last = 0;
         const Bytes two = concat({older, newer});
-        QCOMPARE(modChecksum::FindTelegram(two, first, last), 12);
+        QCOMPARE(checksum::FindTelegram(two, first, last), 12);
         QCOMPARE(first, 12);
         QCOMPARE(last, 23);
 
         const Bytes withTail = concat({older, bytes({2, 8, 0x0A, 1})});
-        QCOMPARE(modChecksum::FindTelegram(withTail, first, last), 0);
+        QCOMPARE(checksum::FindTelegram(withTail, first, last), 0);
         QCOMPARE(last, 11);
 
         const Bytes noisy = concat({bytes({0xFF, 2, 2, 0x55}), newer, bytes({0, 2})});
-        QCOMPARE(modChecksum::FindTelegram(noisy, first, last), 4);
+        QCOMPARE(checksum::FindTelegram(noisy, first, last), 4);
     }
 
     void finderKindAndLengthTable_data() {
@@ -137,7 +137,7 @@ private slots:
         QFETCH(int, total);
         QFETCH(bool, found);
         std::int32_t first = 0, last = 0;
-        QCOMPARE(modChecksum::FindTelegram(shortFrame(kind, total), first, last) == 0, found);
+        QCOMPARE(checksum::FindTelegram(shortFrame(kind, total), first, last) == 0, found);
     }
 
     void finderExtendedKinds_data() {
@@ -161,9 +161,9 @@ private slots:
         f[2] = static_cast<std::uint8_t>((total - 6) / 256);
         f[3] = static_cast<std::uint8_t>((total - 6) % 256);
         f[4] = static_cast<std::uint8_t>(kind);
-        QVERIFY(modChecksum::AddSumOfBytes(f));
+        QVERIFY(checksum::AddSumOfBytes(f));
         std::int32_t first = 0, last = 0;
-        QCOMPARE(modChecksum::FindTelegram(f, first, last) == 0, found);
+        QCOMPARE(checksum::FindTelegram(f, first, last) == 0, found);
     }
 
     void finderSecondFamilyLengthRule() {
@@ -172,13 +172,13 @@ private slots:
         f[0] = 2;
         f[1] = 173;
         f[2] = 2;
-        QVERIFY(modChecksum::AddSumOfBytes(f));
+        QVERIFY(checksum::AddSumOfBytes(f));
         std::int32_t first = 0, last = 0;
-        QCOMPARE(modChecksum::FindTelegram(f, first, last), 0);
+        QCOMPARE(checksum::FindTelegram(f, first, last), 0);
         QCOMPARE(last, 174);
         // Two bytes of noise in front: the rule needs a buffer of exactly 175 bytes.
         const Bytes noisy = concat({bytes({0x11, 0x22}), f});
-        QCOMPARE(modChecksum::FindTelegram(noisy, first, last), -2);
+        QCOMPARE(checksum::FindTelegram(noisy, first, last), -2);
     }
 
     void finderSurvivesAnyBuffer() {
@@ -190,7 +190,7 @@ private slots:
                 b = static_cast<std::uint8_t>(rng.bounded(0, 8) == 0 ? 2 : rng.bounded(256));
             if (round % 2) buffer.insert(buffer.end(), frame.begin(), frame.end());
             std::int32_t first = -1, last = -1;
-            const std::int32_t pos = modChecksum::FindTelegram(buffer, first, last);
+            const std::int32_t pos = checksum::FindTelegram(buffer, first, last);
             if (pos >= 0) {
                 QVERIFY(last < static_cast<std::int32_t>(buffer.size()));
                 QVERIFY(first == pos && last > first);

@@ -4,7 +4,7 @@
 #include "link/telegram.h"
 #include "support/fakes.h"
 #include "support/testsupport.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QDir>
 #include <QFile>
@@ -44,12 +44,12 @@ Bytes secondFamilyTelegram(int lengthByte) {
     payload[0] = 2;
     Bytes frame = telegram::MakeSendFrame(payload, false).value();
     frame[1] = static_cast<std::uint8_t>(lengthByte);
-    modChecksum::AddSumOfBytes(frame);
+    checksum::AddSumOfBytes(frame);
     return stamp(frame);
 }
 
 Bytes withFixedSum(Bytes t) {
-    modChecksum::AddSumOfBytes(t);
+    checksum::AddSumOfBytes(t);
     return t;
 }
 

@@ -187,7 +187,7 @@ void TestSerialLink::receiveFilters_data() {
     const Bytes searchSecond = frameOf(bytes({0x07, 0x01, 0, 0, 0, 0}));
     Bytes wrongCrc = answerFrame(2);
     wrongCrc[9] ^= 0x01;
-    modChecksum::AddSumOfBytes(wrongCrc);
+    checksum::AddSumOfBytes(wrongCrc);
     Bytes wrongSum = answerFrame(2);
     wrongSum.back() ^= 0x01;
 
@@ -262,7 +262,7 @@ void TestSerialLink::stampedTelegramAndFileFlag() {
     QVERIFY(std::equal(frame.begin(), frame.end() - 2, stamped.begin()));
     const Bytes stamp(stamped.end() - 9, stamped.end() - 2);
     QCOMPARE(stamp, bytes({20, 26, 11, 23, 9, 30, 15}));
-    QVERIFY(modChecksum::CheckSumOfBytes(stamped));
+    QVERIFY(checksum::CheckSumOfBytes(stamped));
 }
 
 void TestSerialLink::unstampableTelegramIsDropped() {

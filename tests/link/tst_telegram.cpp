@@ -40,9 +40,9 @@ private slots:
         QFETCH(Bytes, data);
         QFETCH(Bytes, frame);
         QCOMPARE(telegram::MakeSendFrame(data, true).value(), frame);
-        QCOMPARE(modChecksum::CheckCRC(frame, 2, 9), 0);
+        QCOMPARE(checksum::CheckCRC(frame, 2, 9), 0);
         std::int32_t first = 0, last = 0;
-        QCOMPARE(modChecksum::FindTelegram(frame, first, last), 0);
+        QCOMPARE(checksum::FindTelegram(frame, first, last), 0);
     }
 
     void shortAndExtendedForm() {
@@ -54,7 +54,7 @@ private slots:
         QCOMPARE(longFrame[1], 255);
         QCOMPARE(longFrame[2], 0x00);
         QCOMPARE(longFrame[3], 0xFF);
-        QVERIFY(modChecksum::CheckSumOfBytes(longFrame));
+        QVERIFY(checksum::CheckSumOfBytes(longFrame));
         // A sum beyond two bytes abandons the frame.
         QVERIFY(!telegram::MakeSendFrame(Bytes(300, 0xFF), false).has_value());
     }
@@ -66,7 +66,7 @@ private slots:
         QCOMPARE(Bytes(stamped.begin(), stamped.begin() + 10),
                  Bytes(frame.begin(), frame.begin() + 10));
         QCOMPARE(Bytes(stamped.begin() + 10, stamped.end() - 2), bytes({20, 7, 7, 4, 13, 5, 59}));
-        QVERIFY(modChecksum::CheckSumOfBytes(stamped));
+        QVERIFY(checksum::CheckSumOfBytes(stamped));
     }
 
     void acceptsOwnTelegramsOfEveryForm() {
@@ -82,17 +82,17 @@ private slots:
     void refusesBrokenTelegrams() {
         Bytes wrongCrc = stampedOwn(2, 10);
         wrongCrc[8] ^= 0x40; // a data byte; the sum is made right again
-        QVERIFY(modChecksum::AddSumOfBytes(wrongCrc));
+        QVERIFY(checksum::AddSumOfBytes(wrongCrc));
         QVERIFY(!telegram::AcceptStampedTelegram(wrongCrc));
 
         Bytes wrongLength = stampedOwn(2, 10);
         wrongLength[1] += 1;
-        QVERIFY(modChecksum::AddSumOfBytes(wrongLength));
+        QVERIFY(checksum::AddSumOfBytes(wrongLength));
         QVERIFY(!telegram::AcceptStampedTelegram(wrongLength));
 
         Bytes unknownKind = stampedOwn(2, 10);
         unknownKind[2] = 11;
-        QVERIFY(modChecksum::AddSumOfBytes(unknownKind));
+        QVERIFY(checksum::AddSumOfBytes(unknownKind));
         QVERIFY(!telegram::AcceptStampedTelegram(unknownKind));
 
         QVERIFY(!telegram::AcceptStampedTelegram({}));
@@ -104,13 +104,13 @@ private slots:
         frame[0] = 2;
         frame[2] = 2;
         frame[1] = 173;
-        QVERIFY(modChecksum::AddSumOfBytes(frame));
+        QVERIFY(checksum::AddSumOfBytes(frame));
         const auto accepted =
             telegram::AcceptStampedTelegram(telegram::StampTelegram(frame, kStampTime).value());
         QVERIFY(accepted);
         QCOMPARE(accepted->deviceKind, 2);
         frame[1] = 171;
-        QVERIFY(modChecksum::AddSumOfBytes(frame));
+        QVERIFY(checksum::AddSumOfBytes(frame));
         QVERIFY(
             !telegram::AcceptStampedTelegram(telegram::StampTelegram(frame, kStampTime).value()));
     }
@@ -120,7 +120,7 @@ private slots:
         frame[0] = 2;
         frame[1] = 48;
         frame[2] = 1;
-        QVERIFY(modChecksum::AddSumOfBytes(frame));
+        QVERIFY(checksum::AddSumOfBytes(frame));
         const auto accepted =
             telegram::AcceptStampedTelegram(telegram::StampTelegram(frame, kStampTime).value());
         QVERIFY(accepted);
@@ -138,7 +138,7 @@ private slots:
                 Bytes t = good;
                 t[i] ^= static_cast<std::uint8_t>(1 << bit);
                 std::int32_t first = 0, last = 0;
-                modChecksum::FindTelegram(t, first, last);
+                checksum::FindTelegram(t, first, last);
                 if (!telegram::AcceptStampedTelegram(t)) ++refused;
             }
         }

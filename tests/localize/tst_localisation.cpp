@@ -145,7 +145,7 @@ private Q_SLOTS:
         rig.choose(3);
         rig.device({{"localisation.locIsActive", 1}});
         w.click(ll::cmdLocSingleHoleLearningAbort);
-        QVERIFY(rig.engine.mbCommandQueued);
+        QVERIFY(rig.engine.isWriteQueued());
         rig.device({{"localisation.locIsActive", 0}, {"localisation.firePlaceSuckTime", 2600}});
         QCOMPARE(w.caption(ll::txtLocTime[3]), QStringLiteral("26.0"));
         QVERIFY(!rig.loc.LocSingleHoleAborted);
@@ -210,14 +210,14 @@ private Q_SLOTS:
         rig.times({QStringLiteral("10"), QStringLiteral("14"), QStringLiteral("300")});
         w.click(ll::cmdLocParameterAssume);
         QCOMPARE(rig.color(2), colors::kYellow);
-        QVERIFY(!rig.engine.mbCommandQueued);
+        QVERIFY(!rig.engine.isWriteQueued());
         QVERIFY(rig.dialogs.shown.isEmpty());
 
         rig.times({QStringLiteral("10"), QStringLiteral("14"), QStringLiteral("21")});
         w.click(ll::cmdLocParameterAssume);
         QCOMPARE(w.caption(ll::txtLocTime[2]), QStringLiteral("21.0"));
         QCOMPARE(rig.loc.LocHoleMaxSet, (std::array<std::int32_t, 5>{1200, 1750, 2450, 0, 0}));
-        QVERIFY(rig.engine.mbCommandQueued);
+        QVERIFY(rig.engine.isWriteQueued());
         rig.engine.tmrAutoSend_Timer();
         QVERIFY(rig.loc.tmrCompareLocalizeSet().isEnabled());
         QVERIFY(w.isVisible(ll::lblLocWaiting));
@@ -244,13 +244,13 @@ private Q_SLOTS:
         rig.device({{"localisation.learningIsOn", 1}});
         rig.dialogs.answers = {Answer::No};
         rig.w.click(ll::cmdLocParameterAbort);
-        QVERIFY(!rig.engine.mbCommandQueued);
+        QVERIFY(!rig.engine.isWriteQueued());
         QCOMPARE(rig.dialogs.shown.last().defaultAnswer, Answer::No);
         QVERIFY(rig.dialogs.shown.last().text.contains(QStringLiteral("normal operating mode")));
 
         rig.dialogs.answers = {Answer::Yes};
         rig.w.click(ll::cmdLocParameterAbort);
-        QVERIFY(rig.engine.mbCommandQueued);
+        QVERIFY(rig.engine.isWriteQueued());
         QVERIFY(rig.loc.tmrUnload().isEnabled() && rig.loc.tmrTimeout().isEnabled());
         rig.loc.tmrUnload_Timer();
         QVERIFY(rig.w.isShown());

@@ -1,5 +1,5 @@
 #include "logger/dataobjects.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include "support/testsupport.h"
 
@@ -96,7 +96,7 @@ char letterOf(const DataObject& row) {
     return letters[row.value.index()];
 }
 
-void storeRandomTelegrams(clsMQ27Values& values) {
+void storeRandomTelegrams(ValueStore& values) {
     constexpr int sizes[] = {19, 202, 211, 54, 421};
     QRandomGenerator random = testsupport::seededGenerator();
     for (std::int16_t c = 1; c <= 5; ++c) {
@@ -137,7 +137,7 @@ class TestDataObjects : public QObject {
 
 private slots:
     void groupsInOrder() {
-        clsMQ27Values values;
+        ValueStore values;
         const QStringList texts = textsOf(CollectDataObjects(values));
         QCOMPARE(texts.size(), rowsBeforeModules() + 10 * kModuleRows);
         QCOMPARE(texts.size(), 584);
@@ -160,7 +160,7 @@ private slots:
 
     // Inside a group, the order of indexes: relay by relay, and the detectors taking turns.
     void rowsAtTheirPlace() {
-        clsMQ27Values values;
+        ValueStore values;
         const QStringList texts = textsOf(CollectDataObjects(values));
         QCOMPARE(texts[86], QStringLiteral("Detektor 2: Hauptalarmschwelle [%]"));
         QCOMPARE(texts[134], QStringLiteral("Zustand Relais 5"));
@@ -170,7 +170,7 @@ private slots:
     }
 
     void typeLettersMatchTheValues() {
-        clsMQ27Values values;
+        ValueStore values;
         const std::vector<DataObject> rows = CollectDataObjects(values);
         QString types;
         for (const DataObject& row : rows) {
@@ -182,8 +182,8 @@ private slots:
 
     // The list is fixed: what the device sends changes values, never rows.
     void rowsDoNotDependOnTheDevice() {
-        clsMQ27Values empty;
-        clsMQ27Values filled;
+        ValueStore empty;
+        ValueStore filled;
         storeRandomTelegrams(filled);
         const std::vector<DataObject> a = CollectDataObjects(empty);
         const std::vector<DataObject> b = CollectDataObjects(filled);
@@ -193,7 +193,7 @@ private slots:
     }
 
     void valuesComeFromTheirGetters() {
-        clsMQ27Values values;
+        ValueStore values;
         Bytes first(19, 0);
         first[4] = 0xFF, first[5] = 0xFF, first[6] = 0xFF, first[7] = 0xFF;
         values.SetDataArray(first, 1);

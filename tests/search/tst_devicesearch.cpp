@@ -5,7 +5,7 @@
 #include "search/devicesearch.h"
 #include "support/fakes.h"
 #include "support/testsupport.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QTest>
 
@@ -159,7 +159,7 @@ private slots:
             rig.searchWindow.click("cmdCancel");
 
         QCOMPARE(rig.display.caption("lblSerialNo_0"), kShownText);
-        QCOMPARE(rig.engine.miNextCommand, 2);
+        QCOMPARE(rig.engine.nextCommand(), 2);
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.connectWindow.isShown());
         QVERIFY(!rig.app.g.gDeviceSearch);
@@ -184,7 +184,7 @@ private slots:
             rig.searchWindow.click("cmdOK");
 
         QCOMPARE(rig.display.caption("lblSerialNo_0"), kOtherText);
-        QCOMPARE(rig.engine.miNextCommand, 1);
+        QCOMPARE(rig.engine.nextCommand(), 1);
         QVERIFY(!rig.app.g.gDeviceSearch);
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
         QVERIFY(!rig.searchWindow.isLoaded());
@@ -201,7 +201,7 @@ private slots:
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.connectWindow.isLoaded());
         QVERIFY(!rig.search.tmrBlink().isEnabled());
-        QCOMPARE(rig.app.decoder().msLastSerialNo, kOtherText);
+        QCOMPARE(rig.app.decoder().lastSerialNo(), kOtherText);
     }
 
     void choosingTheShownDeviceGoesOnWithoutConnecting() {
@@ -209,7 +209,7 @@ private slots:
         rig.search.mnuDeviceSearch_Click();
         rig.app.decoder().DataDecoder(ownTelegram(2, kOther));
         rig.searchWindow.click("cmdOK");
-        QCOMPARE(rig.engine.miNextCommand, 2);
+        QCOMPARE(rig.engine.nextCommand(), 2);
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.connectWindow.isShown());
         QVERIFY(!rig.search.tmrBlink().isEnabled());

@@ -2,7 +2,7 @@
 #include "shell/appshell.h"
 #include "shell/languages.h"
 #include "support/fakes.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,7 +14,7 @@ constexpr int kBuzzerFlagOffset = 144;
 
 // The device reports its buzzer switched off (telegram 3, bit 0 of the flags byte).
 void silenceBuzzer(Program& app) {
-    clsMQ27Values& values = app.createValues();
+    ValueStore& values = app.createValues();
     Bytes telegram;
     QCOMPARE(values.GetDataArray(telegram, 3), 0);
     QVERIFY(telegram.size() > kBuzzerFlagOffset);

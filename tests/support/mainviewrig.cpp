@@ -6,7 +6,7 @@
 #include "link/telegram.h"
 #include "shell/languages.h"
 #include "support/testsupport.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include "sim/sim_clock.h"
 #include "sim/sim_device.h"
@@ -40,7 +40,7 @@ void MainViewRig::readOut() {
 }
 
 void MainViewRig::overwrite(int command, int offset, const Bytes& bytes) {
-    clsMQ27Values& values = *app->values();
+    ValueStore& values = *app->values();
     Bytes telegram;
     values.GetDataArray(telegram, static_cast<std::int16_t>(command));
     std::copy(bytes.begin(), bytes.end(), telegram.begin() + offset);

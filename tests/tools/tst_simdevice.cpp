@@ -213,8 +213,8 @@ void TestSimDevice::faultsShapeTheAnswers() {
         Bytes sent = bursts[1].bytes;
         sent.insert(sent.end(), bursts[2].bytes.begin(), bursts[2].bytes.end());
         QCOMPARE(corrupted, n % 2 == 0);
-        QVERIFY(modChecksum::CheckSumOfBytes(sent)); // the tool's finder takes it
-        QCOMPARE(modChecksum::CheckCRC(sent, 2, int(sent.size()) - 3) == 0, !corrupted);
+        QVERIFY(checksum::CheckSumOfBytes(sent)); // the tool's finder takes it
+        QCOMPARE(checksum::CheckCRC(sent, 2, int(sent.size()) - 3) == 0, !corrupted);
     }
     QVERIFY(!faults.silentAt(0.9) && faults.silentAt(1.1) && faults.silentAt(2.9));
     QVERIFY(!faults.silentAt(3.1));

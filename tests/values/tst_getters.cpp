@@ -1,6 +1,6 @@
 // Builds telegrams byte by byte from the value tables and checks that each getter decodes
 // its own bytes and names its own value.
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <bit>
 #include <variant>
@@ -11,7 +11,7 @@
 namespace {
 
 using Result = std::variant<float, double, std::int16_t, QString>;
-using Read = Result (*)(clsMQ27Values&, std::int16_t);
+using Read = Result (*)(ValueStore&, std::int16_t);
 
 enum class Enc { F32, U32, U16, S16, U8, S8, Flag, State, SoftwareText, ParameterText };
 
@@ -26,11 +26,11 @@ struct Entry {
 // A getter of the whole telegram, and one of an indexed block.
 #define AT(name, offset, enc, bit)                                                                 \
     Entry(                                                                                         \
-        QT_STRINGIFY(name), [](clsMQ27Values& v, std::int16_t) -> Result { return v.name(); },     \
+        QT_STRINGIFY(name), [](ValueStore& v, std::int16_t) -> Result { return v.name(); },        \
         offset, Enc::enc, bit)
 #define IN(name, offset, enc, bit)                                                                 \
     Entry(                                                                                         \
-        QT_STRINGIFY(name), [](clsMQ27Values& v, std::int16_t i) -> Result { return v.name(i); },  \
+        QT_STRINGIFY(name), [](ValueStore& v, std::int16_t i) -> Result { return v.name(i); },     \
         offset, Enc::enc, bit)
 
 const Entry kTelegram2[] = {
@@ -255,7 +255,7 @@ struct Case {
     Read read;
     std::int16_t index;
     Result expected;
-    QString prefix; // of the description: which detector, sensor or module
+    QString prefix; // of the value's description text: which detector, sensor or module
 };
 
 void putBigEndian(Bytes& t, int at, std::uint32_t value, int width) {
@@ -369,7 +369,7 @@ QString shown(const Result& r) {
 // A mask read bit by bit: `at(index, b)` is the byte of bit b.
 struct Mask {
     const char* getter;
-    std::int16_t (*read)(clsMQ27Values&, std::int16_t index, std::int16_t b);
+    std::int16_t (*read)(ValueStore&, std::int16_t index, std::int16_t b);
     std::int16_t command;
     int indexes;
     int bits;
@@ -378,7 +378,7 @@ struct Mask {
 };
 
 #define MASK(call)                                                                                 \
-    [](clsMQ27Values& v, std::int16_t i, std::int16_t b) -> std::int16_t {                         \
+    [](ValueStore& v, std::int16_t i, std::int16_t b) -> std::int16_t {                            \
         (void)i;                                                                                   \
         return v.call;                                                                             \
     }
@@ -434,7 +434,7 @@ private slots:
     void everyGetterDecodesItsOwnBytes() {
         QFETCH(int, which);
         const Case& c = cases()[std::size_t(which)];
-        clsMQ27Values values;
+        ValueStore values;
         QCOMPARE(values.SetDataArray(c.telegram, c.command), 0);
         const Result got = c.read(values, c.index);
         QCOMPARE(shown(got), shown(c.expected));
@@ -447,7 +447,7 @@ private slots:
     // A description copied from a neighbour would name the wrong value on screen.
     void everyValueHasItsOwnDescription() {
         QHash<QString, QByteArray> seen;
-        clsMQ27Values values;
+        ValueStore values;
         for (const Case& c : cases()) {
             c.read(values, c.index);
             const QByteArray name = c.name.left(c.name.indexOf('('));
@@ -470,7 +470,7 @@ private slots:
     void eachMaskBitHasItsOwnPlace() {
         QFETCH(int, which);
         const Mask& mask = kMasks[which];
-        clsMQ27Values values;
+        ValueStore values;
         for (int index = 0; index < mask.indexes; ++index)
             for (int b = 0; b < mask.bits; ++b) {
                 Bytes t(std::size_t(kTelegramSize[mask.command]), 0);
@@ -512,7 +512,7 @@ private slots:
         QFETCH(bool, preAlarm);
         QFETCH(int, byte);
         QFETCH(int, lowBit);
-        clsMQ27Values values;
+        ValueStore values;
         for (unsigned state = 0; state < 4; ++state) {
             Bytes t(211, kNoise);
             t[std::size_t(byte)] = static_cast<std::uint8_t>(~(3u << lowBit) | state << lowBit);

@@ -31,7 +31,7 @@ std::uint32_t Telegram::serial() const {
 
 bool Telegram::crcIsRight() const {
     return payload.size() >= 2 &&
-           modChecksum::CheckCRC(payload, 0, static_cast<int>(payload.size()) - 1) == 0;
+           checksum::CheckCRC(payload, 0, static_cast<int>(payload.size()) - 1) == 0;
 }
 
 Bytes Telegram::block() const {

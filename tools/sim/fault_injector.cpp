@@ -37,7 +37,7 @@ bool FaultInjector::spoilCrc(Bytes& frame) {
     if (frame.size() < header + 4) return false;
     Bytes spoilt = frame;
     spoilt[spoilt.size() - 3] ^= 0xFF;
-    if (!modChecksum::AddSumOfBytes(spoilt)) return false;
+    if (!checksum::AddSumOfBytes(spoilt)) return false;
     frame = std::move(spoilt);
     return true;
 }

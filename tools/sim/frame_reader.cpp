@@ -38,7 +38,7 @@ std::size_t FrameReader::announcedLength(std::size_t at) const {
 bool FrameReader::hasFrameAt(std::size_t at, std::size_t total) const {
     if (total < 4 || at + total > m_buffer.size()) return false;
     const auto begin = m_buffer.begin() + static_cast<std::ptrdiff_t>(at);
-    return modChecksum::CheckSumOfBytes(Bytes(begin, begin + static_cast<std::ptrdiff_t>(total)));
+    return checksum::CheckSumOfBytes(Bytes(begin, begin + static_cast<std::ptrdiff_t>(total)));
 }
 
 // A complete frame that ends with the buffer, behind a front frame that is still incomplete:

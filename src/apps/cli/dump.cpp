@@ -3,7 +3,7 @@
 #include "apps/cli/cli.h"
 #include "files/offlineload.h"
 #include "logger/dataobjects.h"
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -13,7 +13,7 @@ namespace cli {
 
 namespace {
 
-void printRows(clsMQ27Values& values, bool json) {
+void printRows(ValueStore& values, bool json) {
     if (!json) {
         VisitDataObjects(values, [](const DataObject& row) {
             printLine(stdout, row.text + QLatin1Char('\t') + FormatValueC(row));
@@ -39,7 +39,7 @@ int dump(const QStringList& args) {
         return kBadInput;
     }
     const QString& path = parsed->positional.first();
-    clsMQ27Values values;
+    ValueStore values;
     const offline::LoadReport report = offline::LoadIntoStore(path, values);
     if (!report.error.isEmpty()) {
         printLine(stderr, path + QStringLiteral(": ") + report.error);

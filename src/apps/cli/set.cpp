@@ -397,12 +397,10 @@ int set(const QStringList& args) {
         if (!bad.isEmpty()) continue;
         // The page's own button: its routine checks every field and queues its block. Only
         // one write waits at a time, so the queue is taken back until all pages agree.
-        const int next = engine.miNextCommand;
         v.click(b.send);
-        if (engine.mbCommandQueued && engine.miNextCommand == b.command) {
+        if (engine.isWriteQueued() && engine.nextCommand() == b.command) {
             commands.push_back(b.command);
-            engine.mbCommandQueued = false;
-            engine.miNextCommand = next;
+            engine.cancelWrite();
             continue;
         }
         // A field not named keeps the device's value, which the page may refuse as well.

@@ -23,8 +23,8 @@ public:
     // `text` gives string n of the table in the current language.
     AccessibleNames(Form& form, std::function<QString(int)> text);
 
-    // What the description says: the element's caption, the state an LED is painted from,
-    // a lamp lit by its colour, a fault box's state.
+    // What the accessible description tells: the element's caption, the state an LED is painted
+    // from, a lamp lit by its colour, a fault box's state.
     Form& form() const { return m_form; }
 
     enum class Says { Nothing, Value, LedState, LampState, FaultState };

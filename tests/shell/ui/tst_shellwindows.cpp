@@ -34,7 +34,7 @@ const QStringList kStateOnly = {
 };
 
 // Elements of the main view that are state only: the fault bits without a place, the alarm
-// images of the original layout, headings that only the record prints, and the text that the
+// images that no page places, headings that only the record prints, and the text that the
 // status page's fault summary shows when nothing is pending.
 bool isStateOnly(const QString& where) {
     static const QStringList mainView = [] {

@@ -1,4 +1,4 @@
-#include "values/mq27values.h"
+#include "values/valuestore.h"
 
 #include "support/testsupport.h"
 
@@ -33,18 +33,18 @@ Bytes withSerial(int command, std::uint32_t serial, bool extendedFrame) {
     return t;
 }
 
-void storeAll(clsMQ27Values& values, std::uint32_t serial) {
+void storeAll(ValueStore& values, std::uint32_t serial) {
     for (std::int16_t c = 1; c <= 5; ++c)
         QCOMPARE(values.SetDataArray(withSerial(c, serial, c == 5), c), 0);
 }
 
-void fillAll(clsMQ27Values& values, std::uint8_t value) {
+void fillAll(ValueStore& values, std::uint8_t value) {
     for (std::int16_t c = 1; c <= 5; ++c)
         values.SetDataArray(filled(c, value), c);
 }
 
 // A telegram of `command` with one byte set.
-void setByte(clsMQ27Values& values, std::int16_t command, int offset, std::uint8_t value) {
+void setByte(ValueStore& values, std::int16_t command, int offset, std::uint8_t value) {
     Bytes t = filled(command, 0);
     t[static_cast<std::size_t>(offset)] = value;
     values.SetDataArray(t, command);
@@ -57,13 +57,13 @@ constexpr std::int16_t kMax16 = std::numeric_limits<std::int16_t>::max();
 struct Indexed {
     const char* text;
     int count;
-    QVariant (*call)(clsMQ27Values&, std::int16_t n);
+    QVariant (*call)(ValueStore&, std::int16_t n);
 };
 
 #define INDEXED(count, call)                                                                       \
     Indexed {                                                                                      \
         QT_STRINGIFY(call), count,                                                                 \
-            [](clsMQ27Values& v, std::int16_t n) { return QVariant::fromValue(v.call); }           \
+            [](ValueStore& v, std::int16_t n) { return QVariant::fromValue(v.call); }              \
     }
 
 const Indexed kIndexed[] = {
@@ -86,8 +86,8 @@ const Indexed kIndexed[] = {
 
 #undef INDEXED
 
-using Setter = std::int16_t (clsMQ27Values::*)(Bytes);
-using Getter = Bytes (clsMQ27Values::*)() const;
+using Setter = std::int16_t (ValueStore::*)(Bytes);
+using Getter = Bytes (ValueStore::*)() const;
 
 } // namespace
 
@@ -99,7 +99,7 @@ class TestMq27Values : public QObject {
 
 private slots:
     void arraysExistZeroedAtTheirSizes() {
-        clsMQ27Values values;
+        ValueStore values;
         for (std::int16_t c = 1; c <= 5; ++c) {
             Bytes copy;
             QCOMPARE(values.GetDataArray(copy, c), 0);
@@ -126,7 +126,7 @@ private slots:
         QFETCH(int, command);
         QFETCH(int, size);
         QFETCH(int, status);
-        clsMQ27Values values;
+        ValueStore values;
         const bool readCommand = command >= 1 && command <= 5;
         const Bytes previous = readCommand ? filled(command, 0x11) : Bytes();
         if (readCommand) QCOMPARE(values.SetDataArray(previous, command), 0);
@@ -140,7 +140,7 @@ private slots:
     }
 
     void getDataArrayLeavesTheDestinationOnBadCommands() {
-        clsMQ27Values values;
+        ValueStore values;
         for (std::int16_t c : {0, 6, -1, 255}) {
             Bytes destination{1, 2, 3};
             QCOMPARE(values.GetDataArray(destination, c), -2);
@@ -149,7 +149,7 @@ private slots:
     }
 
     void getDataArrayIsASnapshot() {
-        clsMQ27Values values;
+        ValueStore values;
         values.SetDataArray(filled(4, 0x44), 4);
         Bytes copy{9, 9};
         QCOMPARE(values.GetDataArray(copy, 4), 0);
@@ -158,7 +158,7 @@ private slots:
     }
 
     void deleteKeepsSizesAndZeroes() {
-        clsMQ27Values values;
+        ValueStore values;
         fillAll(values, 0xFF);
         QCOMPARE(values.DET_GetAlarmThreshold(1), 255.0f);
         QCOMPARE(values.DeleteDataArrays(), 0);
@@ -173,7 +173,7 @@ private slots:
     }
 
     void checkDataArrays() {
-        clsMQ27Values values;
+        ValueStore values;
         QCOMPARE(values.CheckDataArrays(0), 0); // five arrays of zeros share serial number 0
         QCOMPARE(values.CheckDataArrays(5), 1);
 
@@ -191,7 +191,7 @@ private slots:
 
     // The frame of each array, not its command, says where its serial number lies.
     void checkDataArraysFollowsTheFrame() {
-        clsMQ27Values values;
+        ValueStore values;
         storeAll(values, 1234567);
         values.SetDataArray(withSerial(5, 1234567, false), 5);
         QCOMPARE(values.CheckDataArrays(0), 0);
@@ -208,13 +208,13 @@ private slots:
     }
 
     void serialNumberOfTheDevice() {
-        clsMQ27Values values;
+        ValueStore values;
         values.SetDataArray(withSerial(1, 0xFFFFFFFFu, false), 1);
         QCOMPARE(values.GetSerialNum(), 4294967295.0);
     }
 
     void valuesBeforeAnyTelegram() {
-        clsMQ27Values values;
+        ValueStore values;
         QCOMPARE(values.DET_GetDetSoftwareNum(0), QStringLiteral("0000.00.000"));
         QCOMPARE(values.DET_GetDetParameterID(1), QStringLiteral("0000.000.000"));
         QCOMPARE(values.EXT_GetSoftwareNum(9), QStringLiteral("0000.00.000"));
@@ -224,7 +224,7 @@ private slots:
     }
 
     void numberTextsDoNotCutWideValues() {
-        clsMQ27Values values;
+        ValueStore values;
         fillAll(values, 0xFF);
         QCOMPARE(values.GetSoftwareNum(), QStringLiteral("65535.255.255"));
         QCOMPARE(values.EXT_GetParameterID(0), QStringLiteral("65535.65535.255"));
@@ -232,7 +232,7 @@ private slots:
 
     // Module 10 has its block at 370 to 409, so its feature byte is 406.
     void lastModuleBlock() {
-        clsMQ27Values values;
+        ValueStore values;
         setByte(values, 5, 406, 0x08);
         QCOMPARE(values.EXT_GetHasEnableInput(9), 1);
         setByte(values, 5, 396, 0x08);
@@ -246,7 +246,7 @@ private slots:
     // Both ends of every index range: one step outside is an error with 0 or "#" and the error
     // strings, the last index inside is none, on telegrams of 0xFF where a stray read shows.
     void indexRanges() {
-        clsMQ27Values values;
+        ValueStore values;
         fillAll(values, 0xFF);
         for (const Indexed& getter : kIndexed) {
             const int last = getter.count - 1;
@@ -267,7 +267,7 @@ private slots:
     }
 
     void stringsBelongToTheLastGetter() {
-        clsMQ27Values values;
+        ValueStore values;
         values.DET_GetFlowValue();
         QCOMPARE(values.ValueUnit, QStringLiteral("m/s"));
         values.DET_GetFirePlace();
@@ -281,7 +281,7 @@ private slots:
 
     // Any stored bytes and any index: a wrong read would show under the sanitizers.
     void everyIndexOnRandomBytes() {
-        clsMQ27Values values;
+        ValueStore values;
         QRandomGenerator random = testsupport::seededGenerator();
         for (std::int16_t c = 1; c <= 5; ++c) {
             Bytes t = filled(c, 0);
@@ -308,7 +308,7 @@ private slots:
         QTest::addColumn<Getter>("get");
         QTest::addColumn<int>("size");
 #define BLOCK(name, size)                                                                          \
-    QTest::newRow(#name) << &clsMQ27Values::Set##name << &clsMQ27Values::Get##name << size
+    QTest::newRow(#name) << &ValueStore::Set##name << &ValueStore::Get##name << size
         BLOCK(DeviceParameter, 40);
         BLOCK(AirFlowInitParameter, 22);
         BLOCK(ResetAlarmAndFault, 8);
@@ -327,7 +327,7 @@ private slots:
         QFETCH(Setter, set);
         QFETCH(Getter, get);
         QFETCH(int, size);
-        clsMQ27Values values;
+        ValueStore values;
         QVERIFY((values.*get)().empty());
 
         Bytes block(static_cast<std::size_t>(size));
@@ -344,7 +344,7 @@ private slots:
     }
 
     void parameterBlocksAreSeparate() {
-        clsMQ27Values values;
+        ValueStore values;
         values.SetRelayParameter(Bytes{10, 138});
         values.SetTemperatureParameter(Bytes{10, 137});
         QCOMPARE(values.GetRelayParameter(), (Bytes{10, 138}));
@@ -357,4 +357,4 @@ private slots:
 };
 
 QTEST_APPLESS_MAIN(TestMq27Values)
-#include "tst_mq27values.moc"
+#include "tst_valuestore.moc"

@@ -15,12 +15,12 @@
 // come in, and no index or byte pattern reads outside the stored arrays.
 //
 // Status results: 0 good, -2 out of range, -3 wrong size, -1 run-time failure.
-class clsMQ27Values {
+class ValueStore {
 public:
     QString ValueDescription;
     QString ValueUnit;
 
-    clsMQ27Values();
+    ValueStore();
 
     double GetSerialNum();
 
@@ -288,24 +288,21 @@ private:
 
     Bytes* dataArray(std::int16_t command);
 
-    Bytes maData1;
-    Bytes maData2;
-    Bytes maData3;
-    Bytes maData4;
-    Bytes maData5;
+    // The last telegram of each read command 1 to 5, at index command - 1.
+    Bytes m_telegrams[5];
 
-    Bytes maDeviceParameter;
-    Bytes maAirFlowInitParameter;
-    Bytes maResetAlarmAndFault;
-    Bytes maResetMessages;
-    Bytes maLocalizationParameter;
-    Bytes maLocalizationParameterLearnMode;
-    Bytes maLocalizationAbortLearnMode;
-    Bytes maExtinguisherParameter;
-    Bytes maTemperatureParameter;
-    Bytes maRelayParameter;
-    Bytes maExtinguisherIdent;
-    Bytes maIndicatorTestParameter;
+    Bytes m_deviceParameter;
+    Bytes m_airFlowInitParameter;
+    Bytes m_resetAlarmAndFault;
+    Bytes m_resetMessages;
+    Bytes m_localizationParameter;
+    Bytes m_localizationParameterLearnMode;
+    Bytes m_localizationAbortLearnMode;
+    Bytes m_extinguisherParameter;
+    Bytes m_temperatureParameter;
+    Bytes m_relayParameter;
+    Bytes m_extinguisherIdent;
+    Bytes m_indicatorTestParameter;
 
     static std::int16_t keep(Bytes& slot, Bytes block);
 
