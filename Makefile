@@ -7,13 +7,14 @@
 #            running tool, and a soak of it on a bad line (30 min; MQ27_SOAK_SECONDS=600
 #            shortens it)
 # make fuzz  builds the fuzz targets with clang and runs each under ASan and UBSan
+# make manual remakes the service manual's PDFs (docs/manual) whose sources changed
 
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 CMAKE_GEN  := -G Ninja
 
-.PHONY: all deps build build-asan run test test-main test-asan bench fuzz package format clean
+.PHONY: all deps build build-asan run test test-main test-asan bench fuzz package manual format clean
 
 all: build
 
@@ -67,6 +68,12 @@ package: build
 	@sh scripts/install-deps.sh package
 	cd $(BUILD) && cpack -G DEB
 	lintian --fail-on error $(BUILD)/mq27diag_*.deb
+
+# The PDFs are kept in the repository, so that a build needs no converter; the test
+# "manual" fails when one was not made from its present source.
+manual:
+	@sh scripts/install-deps.sh manual
+	sh scripts/make-manual.sh
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Installs the Debian packages the build, the tests and the demo need; with "package",
-# also what building and checking the Debian package needs.
+# also what building and checking the Debian package needs; with "manual", what turns the
+# service manual's sources into its PDFs.
 # Only what is missing is installed; a machine that has everything is left alone.
 set -eu
 
@@ -14,11 +15,18 @@ qt6-qpa-plugins fonts-dejavu-core xvfb xauth"
 # desktop-file-utils, appstream: the install test validates the menu entry and the store
 # listing with them.
 packages="$packages desktop-file-utils appstream"
-# poppler-utils: the record test reads the text back out of a written PDF with pdftotext.
+# poppler-utils: the record test reads the text back out of a written PDF with pdftotext;
+# the manual test reads the help files' named destinations (pdfinfo) and pages (pdftotext).
 packages="$packages poppler-utils"
 # dpkg-dev finds the package's dependencies (dpkg-shlibdeps); lintian checks the package.
 if [ "${1:-}" = package ]; then
     packages="$packages dpkg-dev lintian"
+fi
+# weasyprint: turns the manual's HTML into PDF and every element id into a named
+# destination, the places the tool's help opens at. Only `make manual` needs it: the PDFs
+# are kept in the repository.
+if [ "${1:-}" = manual ]; then
+    packages="$packages weasyprint"
 fi
 # clang-14 and libclang-rt-14-dev: the compiler and libFuzzer's runtime for make fuzz.
 if [ "${1:-}" = fuzz ]; then

@@ -21,6 +21,7 @@
     ONE(lblDisplay, Label)                                                                         \
     MANY(lblCopyright, Label, 0, 1)                                                                \
     ONE(lblAutoSaveFolder, Label)                                                                  \
+    ONE(lblManual, Label)                                                                          \
     ONE(cmdOK, Button)
 
 #define FRMCONNECT_ELEMENTS(ONE, MANY, MORE)                                                       \

@@ -30,7 +30,8 @@ public:
                                                 const QString& defaultSuffix) = 0;
 };
 
-// Other programs: the suite program and the PDF viewer.
+// Other programs: the suite program, the PDF viewer, and the desktop's own programs for a
+// folder or a file.
 class ProcessLauncher {
 public:
     virtual ~ProcessLauncher() = default;
@@ -40,6 +41,11 @@ public:
     virtual QString findExecutable(const QString& name) const = 0;
     // Shows a folder in the desktop's file manager; false if nothing could show it.
     virtual bool openFolder(const QString& path) {
+        (void)path;
+        return false;
+    }
+    // Opens a file in the program the desktop has for its type; false if nothing could.
+    virtual bool openDocument(const QString& path) {
         (void)path;
         return false;
     }

@@ -1,6 +1,7 @@
 #include "shell/helplink.h"
 
 #include "common/appstate.h"
+#include "common/dialog_elements.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -10,6 +11,12 @@ namespace {
 const QString kCrLf2 = QStringLiteral("\r\n\r\n");
 const QString kEvince = QStringLiteral("evince");
 const QString kOkular = QStringLiteral("okular");
+// An installation keeps the manual with the program's other data, below the prefix the
+// program lies in.
+const QString kInstalledManual = QStringLiteral("../share/mq27diag/manual");
+// The device kind this tool serves, whose manual the About window names.
+constexpr int kManualDevice = 10;
+constexpr int kStringManual = 802;
 
 // "007", "-007": the number in at least three places, the sign in front.
 QString threeDigits(int number) {
@@ -24,8 +31,7 @@ HelpLink::HelpLink(AppState& state)
 
 void HelpLink::ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QString& Remark) {
     if (Mode != 1 && Mode != 2) return;
-    const QString file =
-        QDir(m_state.services.programDir).filePath(helpFileName(DeviceNumber, m_state.g.gLanguage));
+    const QString file = helpFile(DeviceNumber);
     const QString destination = threeDigits(PDF_Target);
     if (Mode == 2)
         describe(PDF_Target, file, destination, Remark);
@@ -48,6 +54,20 @@ QString HelpLink::helpFileName(int deviceNumber, int language) {
         .arg(threeDigits(deviceNumber), threeDigits(language));
 }
 
+QString HelpLink::helpFile(int deviceNumber) const {
+    const QString name = helpFileName(deviceNumber, m_state.g.gLanguage);
+    const QDir programDir(m_state.services.programDir);
+    const QString beside = programDir.filePath(name);
+    const QString installed = QDir::cleanPath(programDir.filePath(kInstalledManual + u'/' + name));
+    return !QFileInfo::exists(beside) && QFileInfo::exists(installed) ? installed : beside;
+}
+
+void HelpLink::showManualPath() {
+    m_state.forms.frmAbout().setCaption(
+        frmAbout::lblManual,
+        m_state.str(kStringManual).arg(QDir::toNativeSeparators(helpFile(kManualDevice))));
+}
+
 QStringList HelpLink::viewerArguments(const QString& viewer, const QString& file,
                                       const QString& destination) {
     if (QFileInfo(viewer).fileName() == kOkular) return {file + u'#' + destination};
@@ -65,14 +85,16 @@ void HelpLink::describe(int target, const QString& file, const QString& destinat
 
 void HelpLink::open(const QString& file, const QString& destination) {
     UserDialogs& dialogs = *m_state.services.dialogs;
-    const QString viewer = PdfViewer();
-    if (viewer.isEmpty()) {
-        dialogs.information(m_state.messages.viewerMissing, m_state.g.gAppTitle);
-        return;
-    }
+    ProcessLauncher& launcher = *m_state.services.launcher;
     if (!QFileInfo::exists(file)) {
         dialogs.information(m_state.messages.fileMissing + kCrLf2 + file, m_state.g.gAppTitle);
         return;
     }
-    m_state.services.launcher->startDetached(viewer, viewerArguments(viewer, file, destination));
+    const QString viewer = PdfViewer();
+    if (!viewer.isEmpty())
+        launcher.startDetached(viewer, viewerArguments(viewer, file, destination));
+    // The page at its start is better than no help; only a desktop that opens no PDF at all
+    // leaves the user with the message.
+    else if (!launcher.openDocument(file))
+        dialogs.information(m_state.messages.viewerMissing, m_state.g.gAppTitle);
 }

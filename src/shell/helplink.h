@@ -5,8 +5,9 @@
 
 class AppState;
 
-// Context help: KompaHelp_<device>_<language>.pdf beside the program, opened at a named
-// destination by a PDF viewer found on the PATH.
+// Context help: KompaHelp_<device>_<language>.pdf beside the program (or where an
+// installation keeps the program's data), opened at a named destination by a PDF viewer found
+// on the PATH, else at its start by the desktop's own PDF viewer.
 class HelpLink {
 public:
     explicit HelpLink(AppState& state);
@@ -17,6 +18,11 @@ public:
     QString PdfViewer() const;
 
     static QString helpFileName(int deviceNumber, int language);
+    // The help file of `deviceNumber` in the present language, where it is found; the path
+    // beside the program when it is found nowhere.
+    QString helpFile(int deviceNumber) const;
+    // Names this device kind's manual in the About window, in the present language.
+    void showManualPath();
     // How `viewer` is told to open `file` at `destination`.
     static QStringList viewerArguments(const QString& viewer, const QString& file,
                                        const QString& destination);

@@ -122,6 +122,9 @@ void Program::connectParts() {
             ApplyLocalizeLearnTexts(m_state.forms.frmLocalizeLearn(), language);
         },
         direct);
+    connect(
+        m_languages.get(), &Languages::languageSwitched, this, [this] { m_help->showManualPath(); },
+        direct);
     connect(m_extinguishDetails.get(), &ExtinguishDetails::helpRequested, m_mainView.get(),
             &MainView::Help_Table, direct);
     connect(m_languages.get(), &Languages::languageSwitched, m_extinguishDetails.get(),

@@ -28,6 +28,11 @@ for program in mq27diag mq27diag-cli mq27sim; do
     [ -s "$share/man/man1/$program.1.gz" ] || fail "manual page of $program missing"
 done
 
+for language in 1 2 3 4; do
+    [ -s "$share/mq27diag/manual/KompaHelp_010_00$language.pdf" ] ||
+        fail "service manual of language $language missing"
+done
+
 "$bin/mq27diag-cli" dump "$source/samples/full.ko3" >"$root/dump.txt" || fail "dump"
 grep -q "$(printf 'Seriennummer des MQ27D\t1234567')" "$root/dump.txt" || fail "dump: no serial number"
 

@@ -87,6 +87,11 @@ public:
         openedFolders << path;
         return startSucceeds;
     }
+    QStringList openedDocuments;
+    bool openDocument(const QString& path) override {
+        openedDocuments << path;
+        return startSucceeds;
+    }
 };
 
 class FixedClock : public Clock {

@@ -2,8 +2,10 @@
 
 #include "common/platformservices.h"
 
-// Starts programs like its base and shows folders through the desktop's file manager.
+// Starts programs like its base, shows folders through the desktop's file manager and opens
+// files in the desktop's program for their type.
 class DesktopLauncher : public QtProcessLauncher {
 public:
     bool openFolder(const QString& path) override;
+    bool openDocument(const QString& path) override;
 };

@@ -27,6 +27,9 @@ frmAboutWindow::frmAboutWindow(Form& form, QWidget* parent)
     auto* autoSave = label(frmAbout::lblAutoSaveFolder);
     autoSave->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     texts->addWidget(autoSave);
+    auto* manual = label(frmAbout::lblManual);
+    manual->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    texts->addWidget(manual);
     texts->addSpacing(14);
     for (int i = 0; i < 2; ++i) {
         auto* rights = label(frmAbout::lblCopyright[i]);
