@@ -17,7 +17,6 @@ struct AppGlobals {
     QString gVersionSuffix;
     bool gClosing = false;
     QStringList gCmdArgs;
-    bool gDeviceSearch = false;
 };
 
 // The message texts that the language switch builds.

@@ -6,7 +6,7 @@
 #include "display/faultlist.h"
 #include "engine/commands.h"
 #include "files/devicefiles.h"
-#include "search/devicesearch.h"
+#include "link/devicesession.h"
 #include "values/devicevalues.h"
 
 namespace el = frmDisplay;
@@ -29,8 +29,8 @@ bool hasHelpPage(int topic) {
 
 } // namespace
 
-MainView::MainView(AppState& state, DeviceValues& values, DeviceCommands& commands,
-                   PollEngine& engine, DeviceFiles& files, DeviceSearch& search)
+MainView::MainView(AppState& state, const DeviceSession& session, DeviceValues& values,
+                   DeviceCommands& commands, PollEngine& engine, DeviceFiles& files)
     : QObject()
     , m_state(state)
     , m_values(values)
@@ -39,7 +39,7 @@ MainView::MainView(AppState& state, DeviceValues& values, DeviceCommands& comman
     , m_pages(state, commands, engine, values, m_limits, [this] { ShowData(); }) {
     m_clickHandlers = {
         {el::mnuSave, [&files] { files.SaveDeviceData(0); }},
-        {el::mnuDeviceSearch, [&search] { search.mnuDeviceSearch_Click(); }},
+        {el::mnuDeviceSearch, [this] { Q_EMIT deviceSearchRequested(); }},
         {el::mnuPDFHelp, [this] { Help_Table(0, 0, QString()); }},
         {el::mnuCelsius, [this] { SwitchToTemperature(1); }},
         {el::mnuFahrenheit, [this] { SwitchToTemperature(2); }},
@@ -56,6 +56,14 @@ MainView::MainView(AppState& state, DeviceValues& values, DeviceCommands& comman
     connect(&view, &Form::loaded, this, &MainView::Form_Load);
     connect(&view, &Form::clicked, this, &MainView::onClicked);
     connect(&view, &Form::mouseClicked, this, &MainView::onMouseClicked);
+    connect(&session, &DeviceSession::serialNoChanged, this, &MainView::showSerialNo);
+}
+
+// Every page names the device in its header.
+void MainView::showSerialNo(const QString& serialNo) {
+    Form& view = m_state.forms.frmDisplay();
+    for (int page = el::lblSerialNo.first(); page <= el::lblSerialNo.last(); ++page)
+        view.setCaption(el::lblSerialNo[page], serialNo);
 }
 
 void MainView::ShowData() {

@@ -15,7 +15,7 @@
 class AppState;
 class DeviceCommands;
 class DeviceFiles;
-class DeviceSearch;
+class DeviceSession;
 class DeviceValues;
 class PollEngine;
 
@@ -27,8 +27,8 @@ class MainView : public QObject {
     Q_OBJECT
 
 public:
-    MainView(AppState& state, DeviceValues& values, DeviceCommands& commands, PollEngine& engine,
-             DeviceFiles& files, DeviceSearch& search);
+    MainView(AppState& state, const DeviceSession& session, DeviceValues& values,
+             DeviceCommands& commands, PollEngine& engine, DeviceFiles& files);
 
     // Redraws every page from the value store.
     void ShowData();
@@ -52,6 +52,8 @@ Q_SIGNALS:
     void aboutToShowData();
     // Help file of `device`, opened (mode 1) or described (mode 2) at `topic`.
     void helpRequested(int device, int mode, int topic, const QString& text);
+    // mnuDeviceSearch: the device search is to list the devices on the line.
+    void deviceSearchRequested();
 
 private:
     void Form_Load();
@@ -59,6 +61,7 @@ private:
     void onClicked(const QString& element);
     void onMouseClicked(const QString& element, int button);
     void refreshIfShown();
+    void showSerialNo(const QString& serialNo);
 
     AppState& m_state;
     DeviceValues& m_values;

@@ -7,6 +7,7 @@
 #include "common/workwindow_elements.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
+#include "link/devicesession.h"
 #include "link/telegram.h"
 #include "values/conversions.h"
 #include "values/devicevalues.h"
@@ -245,8 +246,10 @@ std::uint8_t clearedUnless(std::uint8_t flags, int bit, bool keep) {
 
 } // namespace
 
-DeviceCommands::DeviceCommands(AppState& state, PollEngine& engine, DeviceValues& values)
+DeviceCommands::DeviceCommands(AppState& state, const DeviceSession& session, PollEngine& engine,
+                               DeviceValues& values)
     : m_state(state)
+    , m_session(session)
     , m_engine(engine)
     , m_values(values) {}
 
@@ -259,7 +262,7 @@ bool DeviceCommands::SettingsAssume(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
-    Block block(kDeviceParameter, 40, view.caption(el::lblSerialNo[0]));
+    Block block(kDeviceParameter, 40, m_session.serialNo());
     FieldCheck check(view, block, m_state.locale);
     const bool twoDetectors = values->GetHasTwoDetectors() == 1;
 
@@ -333,7 +336,7 @@ bool DeviceCommands::AdvancedSettingsAssume(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmDeviceSettings();
-    Block block(kDeviceParameter, 40, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
+    Block block(kDeviceParameter, 40, m_session.serialNo());
     FieldCheck check(window, block, m_state.locale);
     resistorFields(check, block, 6, frmDeviceSettings::txtParameterValue, limits);
 
@@ -368,7 +371,7 @@ bool DeviceCommands::AirFlowInit(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
-    Block block(kAirFlowInit, 22, view.caption(el::lblSerialNo[0]));
+    Block block(kAirFlowInit, 22, m_session.serialNo());
     FieldCheck check(view, block, m_state.locale);
     fanVoltage(check, block, 6, el::txtFanVoltageNormal, limits);
     if (const auto altitude = check(el::txtAltitude, limits.altitudeMin, limits.altitudeMax, 0))
@@ -384,7 +387,7 @@ bool DeviceCommands::RelayAssume() {
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
-    Block block(kRelayParameter, 26, view.caption(el::lblSerialNo[0]));
+    Block block(kRelayParameter, 26, m_session.serialNo());
     for (std::size_t r = 0; r < 5; ++r) {
         unsigned mask = 0;
         for (int i = 0; i < 2; ++i)
@@ -406,7 +409,7 @@ bool DeviceCommands::SensorTempAlarmAssume(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& view = m_state.forms.frmDisplay();
-    Block block(kTemperatureParameter, 46, view.caption(el::lblSerialNo[0]));
+    Block block(kTemperatureParameter, 46, m_session.serialNo());
     FieldCheck check(view, block, m_state.locale);
     for (std::int16_t n = 0; n < kSensors; ++n) {
         const auto offset = static_cast<std::size_t>(n);
@@ -424,7 +427,7 @@ bool DeviceCommands::BetaFactorSettingsAssume(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmDeviceSettings();
-    Block block(kTemperatureParameter, 46, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
+    Block block(kTemperatureParameter, 46, m_session.serialNo());
     FieldCheck check(window, block, m_state.locale);
     for (std::int16_t n = 0; n < kSensors; ++n) {
         const auto offset = static_cast<std::size_t>(n);
@@ -440,7 +443,7 @@ bool DeviceCommands::BetaFactorSettingsAssume(const SettingLimits& limits) {
 bool DeviceCommands::ResetAlarmAndFault(int selection) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Block block(kResetAlarmAndFault, 8, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
+    Block block(kResetAlarmAndFault, 8, m_session.serialNo());
     putSelection(block, selection);
     return deliver(m_engine, *values, block, &ValueStore::SetResetAlarmAndFault);
 }
@@ -448,7 +451,7 @@ bool DeviceCommands::ResetAlarmAndFault(int selection) {
 bool DeviceCommands::ResetMessages(int selection) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Block block(kResetMessages, 8, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
+    Block block(kResetMessages, 8, m_session.serialNo());
     putSelection(block, selection);
     return deliver(m_engine, *values, block, &ValueStore::SetResetMessages);
 }
@@ -457,7 +460,7 @@ bool DeviceCommands::BusItemIdent(int index) {
     ValueStore* values = m_values.get();
     if (!values || index < 0 || index >= kModules) return false;
     Form& view = m_state.forms.frmDisplay();
-    Block block(kExtinguisherIdent, 10, view.caption(el::lblSerialNo[0]));
+    Block block(kExtinguisherIdent, 10, m_session.serialNo());
     block.serialNumber(6, view.caption(el::lblExtSerialNo[index]));
     return deliver(m_engine, *values, block, &ValueStore::SetExtinguisherIdent);
 }
@@ -467,7 +470,7 @@ bool DeviceCommands::LocParameterAssume(const LocalisationWindows& windows,
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmLocalizeLearn();
-    Block block(kLocalizationParameter, 42, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
+    Block block(kLocalizationParameter, 42, m_session.serialNo());
     FieldCheck check(window, block, m_state.locale);
     const int holes = std::clamp(windows.holes, 0, kHoles);
     for (int i = 0; i < holes; ++i) {
@@ -504,7 +507,7 @@ bool DeviceCommands::LocParameterAssume(const LocalisationWindows& windows,
 bool DeviceCommands::LocParameterAbort() {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Block block(kLocalizationAbort, 16, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
+    Block block(kLocalizationAbort, 16, m_session.serialNo());
     block.zeroFrom(6);
     return deliver(m_engine, *values, block, &ValueStore::SetLocalizationAbortLearnMode);
 }
@@ -513,7 +516,7 @@ bool DeviceCommands::LocSingleHoleLearning(bool start, const SettingLimits& limi
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmLocalizeLearn();
-    Block block(kLocalizationLearnMode, 23, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
+    Block block(kLocalizationLearnMode, 23, m_session.serialNo());
     FieldCheck check(window, block, m_state.locale);
     const auto minutes = check(frmLocalizeLearn::txtLocTemporaryBlowTimeMinutes, 0, 60, 0);
     const auto seconds = check(frmLocalizeLearn::txtLocTemporaryBlowTimeSeconds, 0, 59, 0);
@@ -529,7 +532,7 @@ bool DeviceCommands::BusItemSettings(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
     Form& window = m_state.forms.frmExtinguishSettings();
-    Block block(kExtinguisherParameter, 29, m_state.forms.frmDisplay().caption(el::lblSerialNo[0]));
+    Block block(kExtinguisherParameter, 29, m_session.serialNo());
     const QStringList modules = window.items(frmExtinguishSettings::cboSerialNumber);
     const double row = window.value(frmExtinguishSettings::cboSerialNumber);
     const bool selected = row >= 0 && row < static_cast<double>(modules.size());

@@ -9,6 +9,7 @@
 #include <QString>
 
 class AppState;
+class DeviceSession;
 class DeviceValues;
 class Form;
 class PollEngine;
@@ -28,7 +29,8 @@ public:
         bool learnModeActive = false; // the device is in learn mode: ask before leaving it
     };
 
-    DeviceCommands(AppState& state, PollEngine& engine, DeviceValues& values);
+    DeviceCommands(AppState& state, const DeviceSession& session, PollEngine& engine,
+                   DeviceValues& values);
 
     // The one input check: true when the text of `field` is bad. A comma counts as the
     // decimal mark; a good value is written back in the form `decimals` asks for (with the
@@ -59,6 +61,7 @@ public:
 
 private:
     AppState& m_state;
+    const DeviceSession& m_session;
     PollEngine& m_engine;
     DeviceValues& m_values;
 };

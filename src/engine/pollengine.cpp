@@ -1,7 +1,6 @@
 #include "engine/pollengine.h"
 
-#include "common/appstate.h"
-#include "common/mainview_elements.h"
+#include "link/devicesession.h"
 #include "link/seriallink.h"
 #include "values/conversions.h"
 #include "values/devicevalues.h"
@@ -64,9 +63,9 @@ Bytes writeBlock(const ValueStore& values, int command) {
 
 } // namespace
 
-PollEngine::PollEngine(AppState& state, SerialLink& link, DeviceValues& values)
+PollEngine::PollEngine(const DeviceSession& session, SerialLink& link, DeviceValues& values)
     : QObject()
-    , m_state(state)
+    , m_session(session)
     , m_link(link)
     , m_values(values) {
     stop();
@@ -114,9 +113,9 @@ void PollEngine::stop() {
 }
 
 // A serial number that is no number sends nothing; the tick still goes on, so the engine
-// keeps its pace until the label holds a number again.
+// keeps its pace until the session holds a number again.
 void PollEngine::sendRead() {
-    const QString serial = m_state.forms.frmDisplay().caption(frmDisplay::lblSerialNo[0]);
+    const QString& serial = m_session.serialNo();
     Bytes body{10, static_cast<std::uint8_t>(m_nextCommand), 0, 0, 0, 0};
     if (ULong2Byte(serial, body[2], body[3], body[4], body[5]) != 0) return;
     m_link.MakeSendString(body, true);

@@ -5,6 +5,7 @@
 #include <QObject>
 
 class AppState;
+class DeviceSession;
 class DeviceValues;
 class SerialLink;
 
@@ -15,7 +16,7 @@ class PollEngine : public QObject {
     Q_OBJECT
 
 public:
-    PollEngine(AppState& state, SerialLink& link, DeviceValues& values);
+    PollEngine(const DeviceSession& session, SerialLink& link, DeviceValues& values);
 
     // Queues a write command (129 to 139) or any other number for the next tick.
     void SendCommand(int command);
@@ -44,7 +45,7 @@ private:
     void sendRead();
     void sendWrite();
 
-    AppState& m_state;
+    const DeviceSession& m_session;
     SerialLink& m_link;
     DeviceValues& m_values;
     int m_nextCommand = 0;

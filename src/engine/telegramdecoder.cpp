@@ -4,6 +4,7 @@
 #include "common/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "engine/telegramstore.h"
+#include "link/devicesession.h"
 #include "values/devicevalues.h"
 
 #include <QLocale>
@@ -14,9 +15,11 @@ constexpr int kTabPages = 8;
 
 } // namespace
 
-TelegramDecoder::TelegramDecoder(AppState& state, PollEngine& engine, DeviceValues& values)
+TelegramDecoder::TelegramDecoder(AppState& state, DeviceSession& session, PollEngine& engine,
+                                 DeviceValues& values)
     : QObject()
     , m_state(state)
+    , m_session(session)
     , m_engine(engine)
     , m_values(values) {
     m_tmrReceiveLED.disable();
@@ -31,22 +34,22 @@ TelegramDecoder::TelegramDecoder(AppState& state, PollEngine& engine, DeviceValu
 void TelegramDecoder::DataDecoder(const Bytes& telegram) {
     const std::optional<QDateTime> recorded = engine::TelegramTime(telegram);
     if (!recorded) return;
-    m_telegramTime = *recorded;
+    m_session.setTelegramTime(*recorded);
     setTitleBar();
 
     const engine::TelegramHead head = engine::ReadTelegramHead(telegram);
-    if (m_state.g.gDeviceSearch) {
+    if (m_session.searchRunning()) {
         Q_EMIT searchAnswer(head.serialNumber);
         return;
     }
 
     const engine::StoreOutcome outcome =
-        engine::StoreTelegram(m_values.create(), m_lastSerialNo, telegram);
+        engine::StoreTelegram(m_values.create(), m_session.takenOnSerialNo(), telegram);
     if (outcome.newDevice) takeOn(head.serialText);
     if (outcome.result != engine::StoreResult::Stored) return;
 
     ShowReceiveActivity();
-    setSerialLabels(head.serialText);
+    m_session.setSerialNo(head.serialText);
     if (!m_engine.isWriteQueued()) {
         chooseNextTelegram(head.command);
         if (head.command == 5) endConnectionPhase();
@@ -70,8 +73,8 @@ void TelegramDecoder::setTitleBar() {
     const QLocale locale = QLocale::system();
     m_state.forms.frmDisplay().setTitle(
         m_state.g.gAppTitle + QStringLiteral(" - [") +
-        locale.toString(m_telegramTime.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
-        locale.toString(m_telegramTime.time(), QLocale::LongFormat) + QLatin1Char(']'));
+        locale.toString(m_session.telegramTime().date(), QLocale::ShortFormat) + QLatin1Char(' ') +
+        locale.toString(m_session.telegramTime().time(), QLocale::LongFormat) + QLatin1Char(']'));
 }
 
 // The read-out of a new device goes into the hidden main view; it shows itself again with
@@ -81,12 +84,6 @@ void TelegramDecoder::takeOn(const QString& serialNo) {
     display.hide();
     display.setValue(frmDisplay::tabDisplay.whole(), 0);
     Q_EMIT deviceTakenOn(serialNo);
-}
-
-void TelegramDecoder::setSerialLabels(const QString& serialNo) {
-    Form& display = m_state.forms.frmDisplay();
-    for (int i = 0; i < kTabPages; ++i)
-        display.setCaption(frmDisplay::lblSerialNo[i], serialNo);
 }
 
 void TelegramDecoder::chooseNextTelegram(int command) {
@@ -100,6 +97,6 @@ void TelegramDecoder::endConnectionPhase() {
     if (!display.isShown()) display.show();
     forms.frmMQ27D().hide();
     forms.frmConnect().unload();
-    Q_EMIT readOutComplete(display.caption(frmDisplay::lblSerialNo[0]).toDouble());
+    Q_EMIT readOutComplete(m_session.serialNo().toDouble());
     forms.frmLogdataDev().load();
 }

@@ -8,6 +8,7 @@
 #include <QString>
 
 class AppState;
+class DeviceSession;
 class DeviceValues;
 class PollEngine;
 
@@ -19,17 +20,13 @@ class TelegramDecoder : public QObject {
     Q_OBJECT
 
 public:
-    TelegramDecoder(AppState& state, PollEngine& engine, DeviceValues& values);
+    TelegramDecoder(AppState& state, DeviceSession& session, PollEngine& engine,
+                    DeviceValues& values);
 
     void DataDecoder(const Bytes& telegram);
 
     // The eight receive lamps of the main view green, back after 100 ms.
     void ShowReceiveActivity();
-
-    // When the telegram being decoded was recorded; for a loaded file, its recording time.
-    const QDateTime& telegramTime() const { return m_telegramTime; }
-    // The serial number of the device the store holds; empty until one is taken on.
-    const QString& lastSerialNo() const { return m_lastSerialNo; }
 
     FormTimer& tmrReceiveLED() { return m_tmrReceiveLED; }
 
@@ -48,14 +45,12 @@ Q_SIGNALS:
 private:
     void setTitleBar();
     void takeOn(const QString& serialNo);
-    void setSerialLabels(const QString& serialNo);
     void chooseNextTelegram(int command);
     void endConnectionPhase();
 
     AppState& m_state;
+    DeviceSession& m_session;
     PollEngine& m_engine;
     DeviceValues& m_values;
     FormTimer m_tmrReceiveLED{100};
-    QDateTime m_telegramTime;
-    QString m_lastSerialNo;
 };

@@ -1,8 +1,8 @@
 #include "link/recognition.h"
 
 #include "common/appstate.h"
-#include "common/mainview_elements.h"
 #include "common/startwindow_elements.h"
+#include "link/devicesession.h"
 #include "link/seriallink.h"
 #include "link/telegram.h"
 #include "values/conversions.h"
@@ -25,9 +25,11 @@ const Bytes kSearchSecondFamily{0x07, 0x01, 0x00, 0x00, 0x00, 0x00};
 
 } // namespace
 
-Recognition::Recognition(AppState& state, SerialLink& link, DeviceValues& values)
+Recognition::Recognition(AppState& state, DeviceSession& session, SerialLink& link,
+                         DeviceValues& values)
     : QObject()
     , m_state(state)
+    , m_session(session)
     , m_link(link)
     , m_values(values) {
     connect(&m_link, &SerialLink::telegramReceived, this, &Recognition::RcvDataHandle);
@@ -85,10 +87,10 @@ void Recognition::handleOwnTelegram(const Bytes& t, std::size_t h) {
         QString::number(Byte2ULong(t[h + 2], t[h + 3], t[h + 4], t[h + 5]), 'f', 0);
     const int command = t[h + 1];
 
-    const bool known = serialNo == m_state.forms.frmDisplay().caption(frmDisplay::lblSerialNo[0]);
-    if (known && command == 1) m_awaitedSerialNo.clear();
-    if (!known && !m_state.g.gDeviceSearch) {
-        if (command != 1 || !m_awaitedSerialNo.isEmpty()) return;
+    const bool known = serialNo == m_session.serialNo();
+    if (known && command == 1) m_session.awaitChosenDevice(QString());
+    if (!known && !m_session.searchRunning()) {
+        if (command != 1 || !m_session.awaitedSerialNo().isEmpty()) return;
         Q_EMIT languageRefreshNeeded();
         Q_EMIT connectionWindowRequested(serialNo + QStringLiteral(" - ") + m_state.g.gAppTitle);
     }

@@ -8,6 +8,7 @@
 #include <QString>
 
 class AppState;
+class DeviceSession;
 class DeviceValues;
 class SerialLink;
 
@@ -18,7 +19,7 @@ class Recognition : public QObject {
     Q_OBJECT
 
 public:
-    Recognition(AppState& state, SerialLink& link, DeviceValues& values);
+    Recognition(AppState& state, DeviceSession& session, SerialLink& link, DeviceValues& values);
 
     // Tick of tmrZeroCommand: "COM port OFF" with the port closed, else the next of the
     // three search telegrams.
@@ -32,10 +33,6 @@ public:
     // Closes the port, starts Kompa3 beside the program with `file` as its argument (if
     // any) and closes the tool; "Program not found" when it isn't there.
     void StartExtKOMPA(const QString& file);
-
-    // The user has chosen `serialNo` in the device search: until it has introduced itself,
-    // no other device is taken on. An empty number ends the wait.
-    void awaitChosenDevice(const QString& serialNo) { m_awaitedSerialNo = serialNo; }
 
 Q_SIGNALS:
     // A telegram of the own family for the decoder.
@@ -52,8 +49,8 @@ private:
     void reportStartFailure(const QString& text, const QString& program);
 
     AppState& m_state;
+    DeviceSession& m_session;
     SerialLink& m_link;
     DeviceValues& m_values;
     int m_counter = 0;
-    QString m_awaitedSerialNo;
 };

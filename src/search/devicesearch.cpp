@@ -4,22 +4,21 @@
 #include "common/dialog_elements.h"
 #include "common/mainview_elements.h"
 #include "engine/pollengine.h"
-#include "link/recognition.h"
+#include "link/devicesession.h"
 #include "link/seriallink.h"
 
 namespace {
 
 using namespace frmDeviceSearch;
-const QString kSerialNo = frmDisplay::lblSerialNo[0];
 
 } // namespace
 
-DeviceSearch::DeviceSearch(AppState& state, SerialLink& link, Recognition& recognition,
+DeviceSearch::DeviceSearch(AppState& state, DeviceSession& session, SerialLink& link,
                            PollEngine& engine)
     : QObject()
     , m_state(state)
+    , m_session(session)
     , m_link(link)
-    , m_recognition(recognition)
     , m_engine(engine) {
     m_tmrDataLED.disable();
     m_tmrBlink.disable();
@@ -74,10 +73,10 @@ void DeviceSearch::mnuDeviceSearch_Click() {
     // Row 0 is the device shown, the one that Cancel goes back to; before any device has been
     // shown there is none.
     bool shownIsNumber = false;
-    const double shown = display.caption(kSerialNo).toDouble(&shownIsNumber);
+    const double shown = m_session.serialNo().toDouble(&shownIsNumber);
     if (shownIsNumber) AddDevice(shown);
     display.hide();
-    m_state.g.gDeviceSearch = true;
+    m_session.setSearchRunning(true);
 }
 
 void DeviceSearch::AddDevice(double serial) {
@@ -97,17 +96,17 @@ void DeviceSearch::AddDevice(double serial) {
 
 void DeviceSearch::DeviceSelection(const QString& serial) {
     Form& display = m_state.forms.frmDisplay();
-    if (serial == display.caption(kSerialNo)) {
+    if (serial == m_session.serialNo()) {
         m_engine.setNextRead(2);
         display.show();
     } else {
-        display.setCaption(kSerialNo, serial);
+        m_session.setSerialNo(serial);
         m_engine.setNextRead(1);
-        m_recognition.awaitChosenDevice(serial);
+        m_session.awaitChosenDevice(serial);
         Q_EMIT languageRefreshNeeded();
         ShowConnect(m_state.g.gAppTitle + QStringLiteral(" - ") + serial);
     }
-    m_state.g.gDeviceSearch = false;
+    m_session.setSearchRunning(false);
     m_engine.tmrAutoSend().enable();
 }
 
@@ -153,7 +152,7 @@ void DeviceSearch::selectPreviousDevice() {
 
 void DeviceSearch::cancelConnection() {
     m_engine.stop();
-    m_recognition.awaitChosenDevice(QString());
+    m_session.awaitChosenDevice(QString());
     m_state.forms.frmMQ27D().show();
     m_state.forms.frmConnect().unload();
 }

@@ -7,8 +7,8 @@
 #include <QString>
 
 class AppState;
+class DeviceSession;
 class PollEngine;
-class Recognition;
 class SerialLink;
 
 // Listing the devices that talk on the line and choosing one (frmDeviceSearch), and the
@@ -17,7 +17,7 @@ class DeviceSearch : public QObject {
     Q_OBJECT
 
 public:
-    DeviceSearch(AppState& state, SerialLink& link, Recognition& recognition, PollEngine& engine);
+    DeviceSearch(AppState& state, DeviceSession& session, SerialLink& link, PollEngine& engine);
 
     // mnuDeviceSearch of the main view: stops the poll and lists the devices heard.
     void mnuDeviceSearch_Click();
@@ -45,8 +45,8 @@ private:
     void cancelConnection();
 
     AppState& m_state;
+    DeviceSession& m_session;
     SerialLink& m_link;
-    Recognition& m_recognition;
     PollEngine& m_engine;
     FormTimer m_tmrDataLED{100};
     FormTimer m_tmrBlink{500};

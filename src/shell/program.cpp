@@ -25,14 +25,14 @@ Program::Program(const Services& services, SerialPortDevice* port, QObject* pare
     , messages(m_state.messages)
     , m_state(services) {
     m_link = std::make_unique<SerialLink>(m_state, port);
-    m_recognition = std::make_unique<Recognition>(m_state, *m_link, m_values);
-    m_engine = std::make_unique<PollEngine>(m_state, *m_link, m_values);
-    m_decoder = std::make_unique<TelegramDecoder>(m_state, *m_engine, m_values);
-    m_commands = std::make_unique<DeviceCommands>(m_state, *m_engine, m_values);
+    m_recognition = std::make_unique<Recognition>(m_state, m_session, *m_link, m_values);
+    m_engine = std::make_unique<PollEngine>(m_session, *m_link, m_values);
+    m_decoder = std::make_unique<TelegramDecoder>(m_state, m_session, *m_engine, m_values);
+    m_commands = std::make_unique<DeviceCommands>(m_state, m_session, *m_engine, m_values);
     m_files = std::make_unique<DeviceFiles>(m_state, *m_link, *m_recognition, m_values);
-    m_search = std::make_unique<DeviceSearch>(m_state, *m_link, *m_recognition, *m_engine);
+    m_search = std::make_unique<DeviceSearch>(m_state, m_session, *m_link, *m_engine);
     m_mainView =
-        std::make_unique<MainView>(m_state, m_values, *m_commands, *m_engine, *m_files, *m_search);
+        std::make_unique<MainView>(m_state, m_session, m_values, *m_commands, *m_engine, *m_files);
     m_localisation =
         std::make_unique<Localisation>(m_state, m_values, *m_commands, *m_engine, *m_mainView);
     m_deviceSettings = std::make_unique<DeviceSettings>(m_state, *m_commands, *m_engine, m_values,
@@ -105,6 +105,8 @@ void Program::connectParts() {
             &Protocol::ApplyTexts, direct);
 
     connect(m_search.get(), &DeviceSearch::languageRefreshNeeded, this, refreshLanguage, direct);
+    connect(m_mainView.get(), &MainView::deviceSearchRequested, m_search.get(),
+            &DeviceSearch::mnuDeviceSearch_Click, direct);
     connect(m_mainView.get(), &MainView::aboutToShowData, m_localisation.get(),
             &Localisation::ShowLocData, direct);
     connect(

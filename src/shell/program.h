@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/appstate.h"
+#include "link/devicesession.h"
 #include "values/devicevalues.h"
 
 #include <memory>
@@ -50,6 +51,7 @@ public:
     ValueStore* values() { return m_values.get(); }
     ValueStore& createValues() { return m_values.create(); }
 
+    DeviceSession& session() { return m_session; }
     SerialLink& link() { return *m_link; }
     Recognition& recognition() { return *m_recognition; }
     PollEngine& engine() { return *m_engine; }
@@ -76,6 +78,7 @@ private:
     void connectParts();
 
     AppState m_state;
+    DeviceSession m_session;
     DeviceValues m_values;
     std::unique_ptr<SerialLink> m_link;
     std::unique_ptr<Recognition> m_recognition;

@@ -54,7 +54,7 @@ struct Rig {
 
     explicit Rig(bool twoDetectors = false) {
         app.state().locale = QLocale::c();
-        view.setCaption(el::lblSerialNo[0], QString::number(kSerial));
+        app.session().setSerialNo(QString::number(kSerial));
         for (std::int16_t command : {2, 3, 5}) {
             Bytes telegram = testsupport::ownTelegram(command, kSerial, kFill);
             if (command == 3 && twoDetectors) telegram[61] |= 0x40;
@@ -161,8 +161,6 @@ private slots:
         QTest::newRow("bad minutes mark the seconds")
             << QStringList{el::txtFaultDelayMinutes, "61"}
             << QStringList{el::txtFaultDelayMinutes, el::txtFaultDelaySeconds};
-        QTest::newRow("serial number no number")
-            << QStringList{el::lblSerialNo[0], "12a"} << QStringList{};
     }
     void settingsRefused() {
         QFETCH(QStringList, typed);
@@ -178,6 +176,14 @@ private slots:
               el::txtFaultDelaySeconds.name(), el::txtExtinguishDelay.name()})
             QCOMPARE(rig.view.backColor(field),
                      yellow.contains(field) ? colors::kYellow : colors::kWindowBackground);
+    }
+
+    void serialNumberThatIsNoNumberSendsNothing() {
+        Rig rig;
+        rig.typeSettings();
+        rig.app.session().setSerialNo(QStringLiteral("12a"));
+        QVERIFY(!rig.commands.SettingsAssume(rig.limits));
+        QCOMPARE(rig.sent(), 0);
     }
 
     void eachPageKeepsTheValuesItDoesNotShow() {

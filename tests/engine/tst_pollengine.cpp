@@ -81,8 +81,7 @@ struct Rig {
     Rig() {
         t.port.open(1);
         app.forms().frmMQ27D().setChecked(QStringLiteral("chkSendEnable"), true);
-        app.forms().frmDisplay().setCaption(QStringLiteral("lblSerialNo_0"),
-                                            QString::number(kSerial));
+        app.session().setSerialNo(QString::number(kSerial));
     }
 
     QList<Bytes> takeSent() {
@@ -167,7 +166,7 @@ private slots:
             deliver(sent.first()[3]);
         }
         QCOMPARE(asked, (QList<int>{2, 3, 5, 2}));
-        QCOMPARE(rig.app.decoder().telegramTime(), rig.t.clock.time);
+        QCOMPARE(rig.app.session().telegramTime(), rig.t.clock.time);
         QVERIFY(rig.app.forms().frmDisplay().isShown());
     }
 
@@ -258,7 +257,7 @@ private slots:
     void serialNumberThatIsNoNumberSendsNothingButTicksOn() {
         QFETCH(QString, caption);
         Rig rig;
-        rig.app.forms().frmDisplay().setCaption(QStringLiteral("lblSerialNo_0"), caption);
+        rig.app.session().setSerialNo(caption);
         rig.engine.setNextRead(2);
         for (int i = 0; i < 2; ++i) {
             rig.engine.tmrAutoSend_Timer();

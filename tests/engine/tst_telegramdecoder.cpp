@@ -70,7 +70,7 @@ private slots:
         QFETCH(QDateTime, when);
         Rig rig;
         rig.feed(ownTelegram(1, kSerial, 0x33, when));
-        QCOMPARE(rig.decoder.telegramTime(), when);
+        QCOMPARE(rig.app.session().telegramTime(), when);
         QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, when));
     }
 
@@ -86,7 +86,7 @@ private slots:
         rig.feed(telegram);
         QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, kRecorded));
         QVERIFY(allZero(stored(rig.app, 2)));
-        QVERIFY(rig.decoder.lastSerialNo().isEmpty());
+        QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
     }
 
@@ -107,7 +107,7 @@ private slots:
         t[t.size() - static_cast<std::size_t>(fromEnd)] = static_cast<std::uint8_t>(value);
         rig.feed(t);
         QVERIFY(rig.display.title().isEmpty());
-        QVERIFY(rig.decoder.lastSerialNo().isEmpty());
+        QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
         QVERIFY(allZero(stored(rig.app, 1)));
     }
 
@@ -118,8 +118,8 @@ private slots:
         QVERIFY(rig.display.title().isEmpty());
         for (std::size_t size = 9; size < 19; ++size)
             rig.feed(Bytes(size, 7));
-        QCOMPARE(rig.decoder.telegramTime(), QDateTime(QDate(707, 7, 7), QTime(7, 7, 7)));
-        QVERIFY(rig.decoder.lastSerialNo().isEmpty());
+        QCOMPARE(rig.app.session().telegramTime(), QDateTime(QDate(707, 7, 7), QTime(7, 7, 7)));
+        QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
     }
 
     void answerChoosesTheNextTelegram_data() {
@@ -161,7 +161,7 @@ private slots:
         rig.feed(ownTelegram(2, kOtherSerial, 0x77));
         QCOMPARE(stored(rig.app, 2), before2);
         QCOMPARE(rig.engine.nextCommand(), 3);
-        QCOMPARE(rig.decoder.lastSerialNo(), QString::number(kSerial));
+        QCOMPARE(rig.app.session().takenOnSerialNo(), QString::number(kSerial));
         QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
@@ -268,7 +268,7 @@ private slots:
         rig.readOut();
         rig.feed(ownTelegram(1, kOtherSerial, 0x33, kRecorded, 2));
         QVERIFY(!rig.display.isShown());
-        QCOMPARE(rig.decoder.lastSerialNo(), QString::number(kOtherSerial));
+        QCOMPARE(rig.app.session().takenOnSerialNo(), QString::number(kOtherSerial));
         QVERIFY(allZero(stored(rig.app, 1)));
         QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
     }
@@ -291,7 +291,7 @@ private slots:
         Rig rig;
         rig.readOut();
         rig.engine.stop();
-        rig.app.g.gDeviceSearch = true;
+        rig.app.session().setSearchRunning(true);
         const Bytes before1 = stored(rig.app, 1);
         const QDateTime later(QDate(2008, 2, 29), QTime(8, 0, 1));
 
@@ -301,7 +301,7 @@ private slots:
                  (QStringList{QString::number(kOtherSerial), QString::number(kSerial)}));
         QCOMPARE(stored(rig.app, 1), before1);
         QVERIFY(stored(rig.app, 2) != ownTelegram(2, kSerial, 0x99, later));
-        QCOMPARE(rig.decoder.lastSerialNo(), QString::number(kSerial));
+        QCOMPARE(rig.app.session().takenOnSerialNo(), QString::number(kSerial));
         QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, later));
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
     }

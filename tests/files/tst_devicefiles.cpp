@@ -322,7 +322,7 @@ private slots:
         QCOMPARE(rig.t.dialogs.shown.first().text,
                  QStringLiteral("Die Datei %1 lässt sich nicht laden: %2").arg(path, why));
         QVERIFY(rig.t.port.isOpen());
-        QVERIFY(rig.app.decoder().lastSerialNo().isEmpty());
+        QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
     }
 
     void autoSaveFolderIsShownAndOpened() {
@@ -389,7 +389,7 @@ private slots:
         rig.files.LoadDeviceFile(path);
         QVERIFY(rig.t.port.isOpen());
         QVERIFY(rig.app.link().loadedFileName().isEmpty());
-        QVERIFY(rig.app.decoder().lastSerialNo().isEmpty());
+        QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
     }
 
     // Rubbish still reads as bytes, so the tool goes offline, but nothing is taken on.
@@ -406,7 +406,7 @@ private slots:
         const QString path = rig.tempFile("rubbish.ko3");
         writeFile(path, content);
         rig.files.LoadDeviceFile(path);
-        QVERIFY(rig.app.decoder().lastSerialNo().isEmpty());
+        QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
         QVERIFY(rig.app.forms().frmDisplay().title().isEmpty());
     }
 
@@ -423,7 +423,7 @@ private slots:
         QVERIFY(!rig.t.port.isOpen());
         for (int command = 1; command <= 5; ++command)
             QCOMPARE(stored(rig.app, command), telegrams[command - 1]);
-        QCOMPARE(rig.app.decoder().telegramTime(), kRecorded);
+        QCOMPARE(rig.app.session().telegramTime(), kRecorded);
         QCOMPARE(rig.app.forms().frmDisplay().caption("lblSerialNo_0"),
                  QString::number(kOtherSerial));
         QVERIFY(rig.app.forms().frmDisplay().isShown());
@@ -441,7 +441,7 @@ private slots:
         writeFile(path, text);
         rig.files.LoadDeviceFile(path);
         QCOMPARE(stored(rig.app, 1), ownTelegram(1));
-        QCOMPARE(rig.app.decoder().lastSerialNo(), QString::number(kSerial));
+        QCOMPARE(rig.app.session().takenOnSerialNo(), QString::number(kSerial));
     }
 
     void truncatedFileKeepsWhatWasFed() {
@@ -481,7 +481,7 @@ private slots:
                  QStringLiteral("Kompa3"));
         QCOMPARE(rig.t.launcher.started.first().arguments, QStringList{path});
         QVERIFY(rig.app.g.gClosing);
-        QVERIFY(rig.app.decoder().lastSerialNo().isEmpty());
+        QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
     }
 
     void feedingStopsOnceTheToolCloses() {

@@ -281,8 +281,9 @@ void TestQtSerialPort::toolOnPseudoTerminal() {
     FakeWorld world;
     AppState state(world.services());
     DeviceValues values;
+    DeviceSession session;
     SerialLink link(state, &device);
-    Recognition recognition(state, link, values);
+    Recognition recognition(state, session, link, values);
     Form& start = state.forms.frmMQ27D();
     QSignalSpy own(&recognition, &Recognition::ownTelegramAccepted);
 

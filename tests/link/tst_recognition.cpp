@@ -299,8 +299,8 @@ void TestRecognition::ownTelegramRoutes() {
     QFETCH(bool, connecting);
     Context c;
     c.link.stopTimers();
-    c.t.state.forms.frmDisplay().setCaption(QStringLiteral("lblSerialNo_0"), shownSerial);
-    c.t.state.g.gDeviceSearch = deviceSearch;
+    c.t.session.setSerialNo(shownSerial);
+    c.t.session.setSearchRunning(deviceSearch);
     QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
     QSignalSpy connectWindow(&c.recognition, &Recognition::connectionWindowRequested);
     const Bytes telegram = ownTelegram(command);
@@ -333,21 +333,19 @@ void TestRecognition::extendedFormReadsSerialBehindLongHeader() {
 void TestRecognition::chosenDeviceIsNotTakenOver() {
     Context c;
     c.link.stopTimers();
-    Form& display = c.t.state.forms.frmDisplay();
-    const QString shown = QStringLiteral("lblSerialNo_0");
     QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
 
     // 7654321 chosen; 1234567 answers late.
-    display.setCaption(shown, QStringLiteral("7654321"));
-    c.recognition.awaitChosenDevice(QStringLiteral("7654321"));
+    c.t.session.setSerialNo(QStringLiteral("7654321"));
+    c.t.session.awaitChosenDevice(QStringLiteral("7654321"));
     c.recognition.RcvDataHandle(ownTelegram(1));
     QCOMPARE(own.count(), 0);
 
     // 1234567 chosen: its telegram 1 ends the wait, and later another device may call.
-    display.setCaption(shown, QStringLiteral("1234567"));
-    c.recognition.awaitChosenDevice(QStringLiteral("1234567"));
+    c.t.session.setSerialNo(QStringLiteral("1234567"));
+    c.t.session.awaitChosenDevice(QStringLiteral("1234567"));
     c.recognition.RcvDataHandle(ownTelegram(1));
-    display.setCaption(shown, QStringLiteral("7654321"));
+    c.t.session.setSerialNo(QStringLiteral("7654321"));
     c.recognition.RcvDataHandle(ownTelegram(1));
     QCOMPARE(own.count(), 2);
 }

@@ -71,7 +71,7 @@ private slots:
         QCOMPARE(rig.listed(), QStringList{kShownText});
         QCOMPARE(rig.searchWindow.value("lstDeviceList"), 0.0);
         QVERIFY(!rig.display.isShown());
-        QVERIFY(rig.app.g.gDeviceSearch);
+        QVERIFY(rig.app.session().searchRunning());
     }
 
     // Before any device was shown there is nothing to go back to, and no device "0".
@@ -162,7 +162,7 @@ private slots:
         QCOMPARE(rig.engine.nextCommand(), 2);
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.connectWindow.isShown());
-        QVERIFY(!rig.app.g.gDeviceSearch);
+        QVERIFY(!rig.app.session().searchRunning());
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
         QVERIFY(!rig.searchWindow.isLoaded());
     }
@@ -185,7 +185,7 @@ private slots:
 
         QCOMPARE(rig.display.caption("lblSerialNo_0"), kOtherText);
         QCOMPARE(rig.engine.nextCommand(), 1);
-        QVERIFY(!rig.app.g.gDeviceSearch);
+        QVERIFY(!rig.app.session().searchRunning());
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
         QVERIFY(!rig.searchWindow.isLoaded());
         QVERIFY(!rig.display.isShown());
@@ -201,7 +201,7 @@ private slots:
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.connectWindow.isLoaded());
         QVERIFY(!rig.search.tmrBlink().isEnabled());
-        QCOMPARE(rig.app.decoder().lastSerialNo(), kOtherText);
+        QCOMPARE(rig.app.session().takenOnSerialNo(), kOtherText);
     }
 
     void choosingTheShownDeviceGoesOnWithoutConnecting() {
@@ -221,7 +221,7 @@ private slots:
         rig.searchWindow.userSetValue("lstDeviceList", -1);
         rig.searchWindow.click("cmdOK");
         QVERIFY(rig.searchWindow.isShown());
-        QVERIFY(rig.app.g.gDeviceSearch);
+        QVERIFY(rig.app.session().searchRunning());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
         rig.searchWindow.userSetValue("lstDeviceList", 5);
         rig.searchWindow.click("cmdOK");
@@ -277,7 +277,7 @@ private slots:
         rig.search.mnuDeviceSearch_Click();
         rig.app.g.gClosing = true;
         QVERIFY(rig.searchWindow.requestClose());
-        QVERIFY(rig.app.g.gDeviceSearch);
+        QVERIFY(rig.app.session().searchRunning());
         QVERIFY(!rig.display.isShown());
     }
 };

@@ -104,4 +104,4 @@ TestApp::~TestApp() = default;
 LinkRig::LinkRig()
     : state(services())
     , link(state, &port)
-    , recognition(state, link, values) {}
+    , recognition(state, session, link, values) {}

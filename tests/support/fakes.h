@@ -2,6 +2,7 @@
 
 #include "common/appstate.h"
 #include "common/platformservices.h"
+#include "link/devicesession.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
 #include "link/serialport.h"
@@ -133,6 +134,7 @@ struct LinkRig : FakeWorld {
     LinkRig();
 
     AppState state;
+    DeviceSession session;
     DeviceValues values;
     SerialLink link;
     Recognition recognition;

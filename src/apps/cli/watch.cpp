@@ -46,7 +46,7 @@ struct Cycle {
 Cycle readCycle(Program& program) {
     const Form& v = program.forms().frmDisplay();
     Cycle c;
-    c.time = program.decoder().telegramTime().toString(Qt::ISODate);
+    c.time = program.session().telegramTime().toString(Qt::ISODate);
     c.serial = v.caption(el::lblSerialNo[0]);
     for (int d = 0; d < 2; ++d) {
         if (!v.isVisible(el::fraSmokeLevel[d])) continue;
