@@ -7,7 +7,7 @@
 //
 //   build/bin/mq27benchloc [SAMPLES]   (default 500 refreshes)
 
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "link/recognition.h"
 #include "link/telegram.h"
 #include "localize/localisation.h"

@@ -6,7 +6,7 @@
 //
 //   build/bin/mq27benchlogger [HOURS]   (default 8)
 
-#include "common/logger_elements.h"
+#include "logger/logger_elements.h"
 #include "common/platformservices.h"
 #include "link/recognition.h"
 #include "link/telegram.h"

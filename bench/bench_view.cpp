@@ -13,7 +13,7 @@
 // The live values drift as the virtual device lets them, one poll step (420 ms) per
 // telegram, so that every refresh has something to change.
 
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "display/ui/frmdisplay.h"
 #include "link/recognition.h"
 #include "link/telegram.h"

@@ -9,7 +9,7 @@
 //   build/bin/mq27benchwrite [WRITES]   (default 10; the alarm delay, back and forth)
 
 #include "common/formmodel.h"
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "display/mainview.h"
 #include "engine/pollengine.h"
 #include "link/recognition.h"

@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return 0;
     file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));
     file.close();
-    if (world->program->g.gClosing) world->fresh();
+    if (world->program->life().closing()) world->fresh();
     world->program->files().LoadDeviceFile(path);
     return 0;
 }

@@ -18,15 +18,15 @@ values 1
 link 2
 engine 3
 files 4
-search 5
-display 6
-localize 7
-extinguish 7
-devicesettings 7
-record 8
-logger 8
-shell 9
-apps 10
+display 5
+search 6
+localize 6
+extinguish 6
+devicesettings 6
+record 7
+logger 7
+shell 8
+apps 9
 '
 
 find "$src" -name '*.h' -o -name '*.cpp' | sort | while read -r file; do

@@ -97,7 +97,8 @@ void setUndeclaredElementHandler(UndeclaredElementHandler handler);
 //
 //     MQ27_DECLARE_FORM(frmAbout, FRMABOUT_ELEMENTS)
 //
-// gives frmAbout::lblKompaVersion, frmAbout::lblCopyright[1] and frmAbout::kElements.
+// gives frmAbout::lblKompaVersion, frmAbout::lblCopyright[1], frmAbout::kElements and the
+// window's name frmAbout::kName.
 #define MQ27_ELEMENT_CONSTANT(name, kind) inline constexpr ElementName name{u"" #name};
 #define MQ27_ARRAY_CONSTANT(name, kind, first, last)                                               \
     inline constexpr ElementArray name{u"" #name, first, last};
@@ -107,6 +108,7 @@ void setUndeclaredElementHandler(UndeclaredElementHandler handler);
     ElementDecl{u"" #name, ElementKind::kind, first, last},
 #define MQ27_DECLARE_FORM(form, TABLE)                                                             \
     namespace form {                                                                               \
+    inline const QString kName = QStringLiteral(#form);                                            \
     TABLE(MQ27_ELEMENT_CONSTANT, MQ27_ARRAY_CONSTANT, MQ27_NO_CONSTANT)                            \
     inline constexpr ElementDecl kElements[] = {                                                   \
         TABLE(MQ27_ELEMENT_ROW, MQ27_ARRAY_ROW, MQ27_ARRAY_ROW)};                                  \

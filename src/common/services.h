@@ -65,3 +65,14 @@ public:
     virtual ~Clock() = default;
     virtual QDateTime now() const = 0;
 };
+
+// What the outside world lends the program. All pointers stay valid for the program's life;
+// the program puts its own clock in place of a missing one.
+struct Services {
+    UserDialogs* dialogs = nullptr;
+    ProcessLauncher* launcher = nullptr;
+    SettingsStore* settings = nullptr;
+    Clock* clock = nullptr;
+    QString programDir; // folder of the running program: AutoSave, Kompa3, help files
+    QString dataDir;    // the user's data folder, for AutoSave where programDir is read-only
+};

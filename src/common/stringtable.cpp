@@ -47,14 +47,10 @@ void StringTable::addLine(const QByteArray& line) {
     mIndices.append(index);
 }
 
-QString StringTable::text(int language, int index) const {
+QString StringTable::text(Language language, int index) const {
     if (index < 0 || index >= IndexLimit) return {};
     const Row& row = mRows[static_cast<std::size_t>(index)];
-    return row[static_cast<std::size_t>(clampLanguage(language) - 1)];
-}
-
-int StringTable::clampLanguage(int language) {
-    return language >= German && language <= Dutch ? language : German;
+    return row[static_cast<std::size_t>(languageNumber(language) - 1)];
 }
 
 QList<int> StringTable::indices() const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/preferences.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -11,20 +13,11 @@
 // from the table compiled into the program.
 class StringTable {
 public:
-    static constexpr int German = 1;
-    static constexpr int English = 2;
-    static constexpr int French = 3;
-    static constexpr int Dutch = 4;
-
     // Loads the compiled-in table on first use.
     static const StringTable& instance();
 
-    // Text of string `index` in `language` (1 German, 2 English, 3 French, 4 Dutch; any other
-    // number acts as 1). An index the table lacks gives an empty text.
-    QString text(int language, int index) const;
-
-    // 1 to 4 as they are; every other number is German.
-    static int clampLanguage(int language);
+    // Text of string `index` in `language`. An index the table lacks gives an empty text.
+    QString text(Language language, int index) const;
 
     // The indices the table holds, in ascending order.
     QList<int> indices() const;

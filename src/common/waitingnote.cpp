@@ -1,7 +1,7 @@
 #include "common/waitingnote.h"
 
-#include "common/appstate.h"
 #include "common/formmodel.h"
+#include "common/texts.h"
 
 #include <QElapsedTimer>
 
@@ -12,7 +12,7 @@ constexpr int kStringStillDifferent = 507;
 
 } // namespace
 
-void showWaitingNote(const AppState& state, Form& form, const QString& label, bool waiting,
+void showWaitingNote(const Texts& texts, Form& form, const QString& label, bool waiting,
                      const QElapsedTimer& sentAt, const QStringList& differing) {
     form.setVisible(label, waiting);
     if (!waiting) {
@@ -20,9 +20,9 @@ void showWaitingNote(const AppState& state, Form& form, const QString& label, bo
         return;
     }
     const qint64 seconds = sentAt.isValid() ? sentAt.elapsed() / 1000 : 0;
-    QString text = state.str(kStringWaiting).arg(seconds);
+    QString text = texts.str(kStringWaiting).arg(seconds);
     if (!differing.isEmpty())
         text +=
-            u' ' + state.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
+            u' ' + texts.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
     form.setCaption(label, text);
 }

@@ -2,11 +2,11 @@
 
 #include "common/appstate.h"
 #include "common/colors.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
 #include "common/stringtable.h"
 #include "common/waitingnote.h"
-#include "common/workwindow_elements.h"
+#include "devicesettings/devicesettings_elements.h"
+#include "display/mainview_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
@@ -71,7 +71,8 @@ DeviceSettings::DeviceSettings(AppState& state, DeviceCommands& commands, PollEn
         m_tmrRefresh.disable();
         return true;
     });
-    connect(&m_state.forms.frmDisplay(), &Form::clicked, this, &DeviceSettings::onMainViewClicked);
+    connect(&m_state.forms.get(frmDisplay::kName), &Form::clicked, this,
+            &DeviceSettings::onMainViewClicked);
     connect(&engine, &PollEngine::writeSent, this, &DeviceSettings::onWriteSent);
     connect(&m_tmrRefresh, &FormTimer::timeout, this, &DeviceSettings::GetDeviceSettings);
     connect(&m_tmrCompare[Resistors], &FormTimer::timeout, this,
@@ -129,11 +130,11 @@ void DeviceSettings::GetDeviceSettings() {
         w.setCaption(el::lblBetaFactor[n], number(values->GetNTCbeta(n)));
 }
 
-void DeviceSettings::ApplyTexts(int language) {
+void DeviceSettings::ApplyTexts(Language language) {
     const StringTable& table = StringTable::instance();
     auto s = [&](int index) { return table.text(language, index); };
     Form& w = window();
-    QString title = m_state.forms.frmDisplay().caption(frmDisplay::mnuDeviceSettings);
+    QString title = m_state.forms.get(frmDisplay::kName).caption(frmDisplay::mnuDeviceSettings);
     w.setTitle(title.remove(u'&'));
     w.setCaption(el::lblDeviceSettings, s(412));
     w.setCaption(el::lblParameterName[0], s(413));
@@ -223,7 +224,7 @@ void DeviceSettings::onClicked(const QString& element) {
 void DeviceSettings::onMainViewClicked(const QString& element) {
     if (element != frmDisplay::mnuDeviceSettings) return;
     ShowDeviceSettings();
-    window().centreOver(m_state.forms.frmDisplay());
+    window().centreOver(m_state.forms.get(frmDisplay::kName));
     window().show(true);
 }
 
@@ -291,18 +292,18 @@ QStringList DeviceSettings::differences(Page page) const {
 }
 
 void DeviceSettings::showWaiting(Page page, const QStringList& differing) {
-    showWaitingNote(m_state, window(), elementsOf(page).waiting, state(page) == State::Comparing,
-                    m_sentAt[page], differing);
+    showWaitingNote(m_state.texts, window(), elementsOf(page).waiting,
+                    state(page) == State::Comparing, m_sentAt[page], differing);
 }
 
 // A plain number: whole numbers in full, as they are typed, never in the exponent form that
 // the shortest text gives a round 100000; the device's other values are singles.
 QString DeviceSettings::number(double value) const {
     if (std::isfinite(value) && value == std::trunc(value) && std::fabs(value) < 1e15)
-        return numberformat::fixed(value, 0, m_state.locale);
-    return numberformat::plain(static_cast<float>(value), m_state.locale);
+        return numberformat::fixed(value, 0, m_state.preferences.locale());
+    return numberformat::plain(static_cast<float>(value), m_state.preferences.locale());
 }
 
 Form& DeviceSettings::window() const {
-    return m_state.forms.frmDeviceSettings();
+    return m_state.forms.get(frmDeviceSettings::kName);
 }

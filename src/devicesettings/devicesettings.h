@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/preferences.h"
+
 #include "common/formtimer.h"
 
 #include <QElapsedTimer>
@@ -39,7 +41,7 @@ public:
     // The refresh: the labels take what the device reports.
     void GetDeviceSettings();
     // The window's texts in `language`; its title is the main view's menu entry.
-    void ApplyTexts(int language);
+    void ApplyTexts(Language language);
 
     void cmdSettings_Click();
     void cmdSettingsAssume_Click();

@@ -1,9 +1,9 @@
 #include "display/customize.h"
 
 #include "common/formmodel.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
 #include "display/devicefeatures.h"
+#include "display/mainview_elements.h"
 #include "values/valuestore.h"
 
 #include <initializer_list>

@@ -2,9 +2,7 @@
 
 #include "common/colors.h"
 #include "common/formmodel.h"
-#include "common/forms.h"
-#include "common/mainview_elements.h"
-#include "common/workwindow_elements.h"
+#include "display/mainview_elements.h"
 
 #include <vector>
 
@@ -46,13 +44,6 @@ QSet<QString> LedRhythm::elements() {
     for (const Led& led : ledTable())
         names.insert(led.element);
     return names;
-}
-
-QSet<QString> LedRhythm::elementsOf(const QString& form) {
-    if (form == formname::frmDisplay) return elements();
-    if (form == formname::frmLocalizeLearn)
-        return {frmLocalizeLearn::picLocLearnModeLED, frmLocalizeLearn::picLocLearnActivLED};
-    return {};
 }
 
 void LedRhythm::tmrBlink_Timer() {

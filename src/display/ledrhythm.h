@@ -24,9 +24,6 @@ public:
 
     // The elements the timers paint.
     static QSet<QString> elements();
-    // Those of window `form`: the main view's, or the two lamps of the learn window that
-    // the same rhythms paint.
-    static QSet<QString> elementsOf(const QString& form);
 
     FormTimer& tmrBlink() { return m_tmrBlink; }
     FormTimer& tmrFlash() { return m_tmrFlash; }

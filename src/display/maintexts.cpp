@@ -1,8 +1,8 @@
 #include "display/maintexts.h"
 
 #include "common/formmodel.h"
-#include "common/mainview_elements.h"
 #include "common/stringtable.h"
+#include "display/mainview_elements.h"
 
 #include <initializer_list>
 #include <utility>
@@ -16,9 +16,9 @@ constexpr int kFaultStrings[34] = {377, 378, 263, 379, 380, 381, 382, 383, 384, 
                                    388, 389, 390, 390, 391, 392, 392, 393, 393, 394, 332, 332,
                                    253, 262, 250, 255, 395, 395, 396, 397, 398, 398};
 
-class Texts {
+class Words {
 public:
-    Texts(Form& view, int language)
+    Words(Form& view, Language language)
         : m_view(view)
         , m_language(language) {}
 
@@ -37,10 +37,10 @@ public:
 
 private:
     Form& m_view;
-    int m_language;
+    Language m_language;
 };
 
-void menus(Texts& s) {
+void menus(Words& s) {
     s.set({{el::mnuFile, 1},
            {el::mnuLoad, 3},
            {el::mnuSave, 2},
@@ -66,7 +66,7 @@ void menus(Texts& s) {
     s.set(el::mnuPercentFeet, QStringLiteral("%/ft"));
 }
 
-void pages(Texts& s) {
+void pages(Words& s) {
     const QString a = QStringLiteral(" A");
     const QString b = QStringLiteral(" B");
     const QString tabs[8] = {s(10),     s(371), s(372),     s(11) + a,
@@ -78,7 +78,7 @@ void pages(Texts& s) {
     }
 }
 
-void status(Texts& s) {
+void status(Words& s) {
     s.set({{el::fraDeviceState, 18},
            {el::lblAirFlowInitLEDLegend, 55},
            {el::fraAlarm, 376},
@@ -118,7 +118,7 @@ void status(Texts& s) {
         s.set(el::lblFirePlaceLegend[i], QString(QChar(u'A' + i)));
 }
 
-void measurement(Texts& s) {
+void measurement(Words& s) {
     for (int d = 0; d < 2; ++d) {
         s.set(el::fraSmokeLevel[d], s.numbered(122 + d, d + 1));
         s.set(el::lblSmokeLevelLegend[d], s(14));
@@ -136,7 +136,7 @@ void measurement(Texts& s) {
         s.set(el::lblSensorTempLegend[n], QString::number(n + 1));
 }
 
-void messages(Texts& s) {
+void messages(Words& s) {
     for (int i = 0; i < 34; ++i)
         s.set(el::lblErr[i], s(kFaultStrings[i]));
     s.set({{el::fraErr[0], 121},
@@ -148,7 +148,7 @@ void messages(Texts& s) {
     s.set(el::fraErr[2], s.numbered(123, 2));
 }
 
-void settings(Texts& s) {
+void settings(Words& s) {
     const QString seconds = QStringLiteral("s");
     s.set({{el::fraSettings, 11},
            {el::lblAlarmDelayLegend, 41},
@@ -199,7 +199,7 @@ void settings(Texts& s) {
     }
 }
 
-void relays(Texts& s) {
+void relays(Words& s) {
     s.set({{el::fraRelaySettings, 127},
            {el::lblRelais[14], 124},
            {el::lblRelais[15], 125},
@@ -217,7 +217,7 @@ void relays(Texts& s) {
     }
 }
 
-void localisation(Texts& s) {
+void localisation(Words& s) {
     s.set({{el::fraLocalization, 24},
            {el::lblLocNumberOfHolesLegend, 77},
            {el::lblBlowTimeLegend, 78},
@@ -234,7 +234,7 @@ void localisation(Texts& s) {
     s.set(el::lblBlowFanVoltageUnit, QStringLiteral("V"));
 }
 
-void modules(Texts& s) {
+void modules(Words& s) {
     for (int m = 0; m < 10; ++m) {
         s.set(el::fraExtStatus[m], s.numbered(405, m + 1));
         s.set({{el::lblExtSerialNoLegend[m], 47},
@@ -254,7 +254,7 @@ void modules(Texts& s) {
 }
 
 // The instruments say what they show and in which unit; a lamp says what it stands for.
-void toolTips(Texts& s) {
+void toolTips(Words& s) {
     Form& v = s.view();
     for (int d = 0; d < 2; ++d) {
         v.setToolTip(el::ctlSmokeLevel[d], s.numbered(14, d + 1) + QStringLiteral(" (%)"));
@@ -273,8 +273,8 @@ void toolTips(Texts& s) {
 
 } // namespace
 
-void ApplyMainViewTexts(Form& view, int language) {
-    Texts s(view, StringTable::clampLanguage(language));
+void ApplyMainViewTexts(Form& view, Language language) {
+    Words s(view, language);
     menus(s);
     pages(s);
     status(s);

@@ -1,11 +1,14 @@
 #include "display/mainview.h"
 
-#include "common/appstate.h"
-#include "common/mainview_elements.h"
+#include "common/colors.h"
+#include "common/formmodel.h"
+#include "common/preferences.h"
+#include "common/regsettings.h"
+#include "common/texts.h"
 #include "display/customize.h"
 #include "display/faultlist.h"
+#include "display/mainview_elements.h"
 #include "engine/commands.h"
-#include "files/devicefiles.h"
 #include "link/devicesession.h"
 #include "values/devicevalues.h"
 
@@ -29,16 +32,20 @@ bool hasHelpPage(int topic) {
 
 } // namespace
 
-MainView::MainView(AppState& state, const DeviceSession& session, DeviceValues& values,
-                   DeviceCommands& commands, PollEngine& engine, DeviceFiles& files)
+MainView::MainView(Form& view, Preferences& preferences, RegSettings& settings, const Texts& texts,
+                   const DeviceSession& session, DeviceValues& values, DeviceCommands& commands,
+                   PollEngine& engine, AppState& pagesState)
     : QObject()
-    , m_state(state)
+    , m_view(view)
+    , m_preferences(preferences)
+    , m_settings(settings)
+    , m_texts(texts)
     , m_values(values)
-    , m_status(state.forms.frmDisplay(), m_limits)
-    , m_leds(state.forms.frmDisplay())
-    , m_pages(state, commands, engine, values, m_limits, [this] { ShowData(); }) {
+    , m_status(view, m_limits)
+    , m_leds(view)
+    , m_pages(pagesState, commands, engine, values, m_limits, [this] { ShowData(); }) {
     m_clickHandlers = {
-        {el::mnuSave, [&files] { files.SaveDeviceData(0); }},
+        {el::mnuSave, [this] { Q_EMIT saveRequested(); }},
         {el::mnuDeviceSearch, [this] { Q_EMIT deviceSearchRequested(); }},
         {el::mnuPDFHelp, [this] { Help_Table(0, 0, QString()); }},
         {el::mnuCelsius, [this] { SwitchToTemperature(1); }},
@@ -52,44 +59,70 @@ MainView::MainView(AppState& state, const DeviceSession& session, DeviceValues& 
     for (int m = 0; m < 10; ++m)
         m_clickHandlers.insert(el::cmdExtinguisherIdent[m],
                                [&commands, m] { commands.BusItemIdent(m); });
-    Form& view = m_state.forms.frmDisplay();
     connect(&view, &Form::loaded, this, &MainView::Form_Load);
     connect(&view, &Form::clicked, this, &MainView::onClicked);
     connect(&view, &Form::mouseClicked, this, &MainView::onMouseClicked);
     connect(&session, &DeviceSession::serialNoChanged, this, &MainView::showSerialNo);
+    m_tmrReceiveLED.disable();
+    connect(&m_tmrReceiveLED, &FormTimer::timeout, this, [this] {
+        for (int page = el::picReceiveLED.first(); page <= el::picReceiveLED.last(); ++page)
+            m_view.setBackColor(el::picReceiveLED[page], colors::kWindowBackground);
+        m_tmrReceiveLED.disable();
+    });
+}
+
+void MainView::showTelegramTime(const QDateTime& time) {
+    const QLocale locale = QLocale::system();
+    m_view.setTitle(m_texts.appTitle + QStringLiteral(" - [") +
+                    locale.toString(time.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
+                    locale.toString(time.time(), QLocale::LongFormat) + QLatin1Char(']'));
+}
+
+void MainView::ShowReceiveActivity() {
+    for (int page = el::picReceiveLED.first(); page <= el::picReceiveLED.last(); ++page)
+        m_view.setBackColor(el::picReceiveLED[page], colors::kGreen);
+    m_tmrReceiveLED.enable();
+}
+
+void MainView::takeOn() {
+    m_view.hide();
+    m_view.setValue(el::tabDisplay.whole(), 0);
+}
+
+void MainView::showDevice() {
+    if (!m_view.isShown()) m_view.show();
 }
 
 // Every page names the device in its header.
 void MainView::showSerialNo(const QString& serialNo) {
-    Form& view = m_state.forms.frmDisplay();
     for (int page = el::lblSerialNo.first(); page <= el::lblSerialNo.last(); ++page)
-        view.setCaption(el::lblSerialNo[page], serialNo);
+        m_view.setCaption(el::lblSerialNo[page], serialNo);
 }
 
 void MainView::ShowData() {
     ValueStore* values = m_values.get();
     if (!values) return;
-    Form& view = m_state.forms.frmDisplay();
+    const QLocale& locale = m_preferences.locale();
     Q_EMIT aboutToShowData();
     m_features = DeviceFeatures::read(*values);
-    CustomizeForm(view, m_features, *values, m_state.locale);
+    CustomizeForm(m_view, m_features, *values, locale);
     if (!m_status.ShowSmokeThresholds(*values)) return;
-    const StatusDisplay::Units units{m_state.g.gTemperatureUnit == 2, m_state.g.gSmokeUnit == 2};
-    m_status.showMeasurements(*values, units, m_state.locale);
-    ShowMessages(view, *values);
-    m_status.showIdentityAndSettings(*values, m_state.locale);
+    const StatusDisplay::Units units{m_preferences.fahrenheit(), m_preferences.perFoot()};
+    m_status.showMeasurements(*values, units, locale);
+    ShowMessages(m_view, *values);
+    m_status.showIdentityAndSettings(*values, locale);
 }
 
 void MainView::SwitchToTemperature(int unit) {
-    m_state.settings.SetTemperature(unit);
-    m_state.g.gTemperatureUnit = unit == 2 ? 2 : 1;
+    m_settings.SetTemperature(unit);
+    m_preferences.setTemperatureUnit(temperatureUnitFromNumber(unit));
     checkUnitMenus();
     refreshIfShown();
 }
 
 void MainView::SwitchToSmokeUnit(int unit) {
-    m_state.settings.SetSmoke(unit);
-    m_state.g.gSmokeUnit = unit == 2 ? 2 : 1;
+    m_settings.SetSmoke(unit);
+    m_preferences.setSmokeUnit(smokeUnitFromNumber(unit));
     checkUnitMenus();
     refreshIfShown();
 }
@@ -100,7 +133,7 @@ void MainView::Help_Table(int Button, int Topic, const QString& Text) {
 }
 
 void MainView::Form_Load() {
-    Form& view = m_state.forms.frmDisplay();
+    Form& view = m_view;
     m_limits = SettingLimits{};
     view.setValue(el::tabDisplay.whole(), 0);
     view.setDot(el::picFireAlarm[4], colors::kWindowBackground);
@@ -133,11 +166,11 @@ void MainView::Form_Load() {
 }
 
 void MainView::checkUnitMenus() {
-    Form& view = m_state.forms.frmDisplay();
-    const bool fahrenheit = m_state.g.gTemperatureUnit == 2;
+    Form& view = m_view;
+    const bool fahrenheit = m_preferences.fahrenheit();
     view.setChecked(el::mnuCelsius, !fahrenheit);
     view.setChecked(el::mnuFahrenheit, fahrenheit);
-    const bool feet = m_state.g.gSmokeUnit == 2;
+    const bool feet = m_preferences.perFoot();
     view.setChecked(el::mnuPercentMeter, !feet);
     view.setChecked(el::mnuPercentFeet, feet);
 }
@@ -149,7 +182,7 @@ void MainView::onClicked(const QString& element) {
 
 // The fault boxes, the air-flow value and the chamber values lead to their help pages.
 void MainView::onMouseClicked(const QString& element, int button) {
-    const Form& view = m_state.forms.frmDisplay();
+    const Form& view = m_view;
     for (int i = 0; i < 34; ++i)
         if (element == el::picErr[i]) Help_Table(button, i + 1, view.caption(el::lblErr[i]));
     if (element == el::lblAirFlow || element == el::lblAirFlowLegend)
@@ -160,5 +193,5 @@ void MainView::onMouseClicked(const QString& element, int button) {
 }
 
 void MainView::refreshIfShown() {
-    if (m_state.forms.frmDisplay().isShown()) ShowData();
+    if (m_view.isShown()) ShowData();
 }

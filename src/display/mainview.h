@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/formtimer.h"
 #include "display/devicefeatures.h"
 #include "display/ledrhythm.h"
 #include "display/settingspages.h"
@@ -8,30 +9,53 @@
 
 #include <functional>
 
+#include <QDateTime>
 #include <QHash>
 #include <QObject>
 #include <QString>
 
 class AppState;
 class DeviceCommands;
-class DeviceFiles;
 class DeviceSession;
 class DeviceValues;
+class Form;
 class PollEngine;
+class Preferences;
+class RegSettings;
+class Texts;
 
 // The main view frmDisplay: its load, the refresh of its pages from the value store, the
-// fault list and LED rhythms, the customisation by device, its menus that reach the parts
-// below it, the reset buttons, the units of temperature and smoke, and context help. The
-// menus that belong to the whole tool (load, exit, port, language, About) are the shell's.
+// device shown in every page's header with the time of its last telegram and the receive
+// lamps, the fault list and LED rhythms, the customisation by device, its menus that reach
+// the parts below it, the reset buttons, the units of temperature and smoke, and context
+// help. The menus that belong to the whole tool (load, exit, port, language, About) are the
+// shell's.
 class MainView : public QObject {
     Q_OBJECT
 
 public:
-    MainView(AppState& state, const DeviceSession& session, DeviceValues& values,
-             DeviceCommands& commands, PollEngine& engine, DeviceFiles& files);
+    // `pagesState` serves the settings pages.
+    MainView(Form& view, Preferences& preferences, RegSettings& settings, const Texts& texts,
+             const DeviceSession& session, DeviceValues& values, DeviceCommands& commands,
+             PollEngine& engine, AppState& pagesState);
+
+    Form& view() { return m_view; }
 
     // Redraws every page from the value store.
     void ShowData();
+    // The same, when the main view is shown: a hidden one is redrawn when it shows again.
+    void refreshIfShown();
+
+    // The title carries the time of the telegram, which for a loaded file is the time it was
+    // recorded.
+    void showTelegramTime(const QDateTime& time);
+    // The eight receive lamps green, back after 100 ms.
+    void ShowReceiveActivity();
+    // A new device is read out in the hidden main view, which shows itself again with complete
+    // data after telegram 5.
+    void takeOn();
+    // The read-out is complete: the main view takes the device's place on the screen.
+    void showDevice();
 
     // Store the unit unconditionally; a value other than 1 and 2 is stored but used as 1.
     // The pages show the new unit at once.
@@ -46,6 +70,7 @@ public:
     const SettingLimits& limits() const { return m_limits; }
     LedRhythm& leds() { return m_leds; }
     SettingsPages& settingsPages() { return m_pages; }
+    FormTimer& tmrReceiveLED() { return m_tmrReceiveLED; }
 
 Q_SIGNALS:
     // The refresh begins: the localisation brings its labels up to date first.
@@ -54,16 +79,20 @@ Q_SIGNALS:
     void helpRequested(int device, int mode, int topic, const QString& text);
     // mnuDeviceSearch: the device search is to list the devices on the line.
     void deviceSearchRequested();
+    // mnuSave: the read-out is to be saved where the user chooses.
+    void saveRequested();
 
 private:
     void Form_Load();
     void checkUnitMenus();
     void onClicked(const QString& element);
     void onMouseClicked(const QString& element, int button);
-    void refreshIfShown();
     void showSerialNo(const QString& serialNo);
 
-    AppState& m_state;
+    Form& m_view;
+    Preferences& m_preferences;
+    RegSettings& m_settings;
+    const Texts& m_texts;
     DeviceValues& m_values;
     SettingLimits m_limits;
     DeviceFeatures m_features;
@@ -71,4 +100,5 @@ private:
     LedRhythm m_leds;
     SettingsPages m_pages;
     QHash<QString, std::function<void()>> m_clickHandlers;
+    FormTimer m_tmrReceiveLED{100};
 };

@@ -1,9 +1,9 @@
 #include "display/settingspages.h"
 
 #include "common/appstate.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
 #include "common/waitingnote.h"
+#include "display/mainview_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
@@ -221,8 +221,8 @@ void SettingsPages::cmdSettingsStandard_Click() {
     v.setChecked(el::chkAlarmAfterLoc[1], l.alarmAfterLocStandard);
     v.setChecked(el::chkTrueLix[1], l.trueLixStandard);
     v.setChecked(el::chkTrueLix[3], l.trueLixStandard);
-    m_state.services.dialogs->information(m_state.messages.standardValuesRemark,
-                                          m_state.g.gAppTitle);
+    m_state.services.dialogs->information(m_state.texts.messages.standardValuesRemark,
+                                          m_state.texts.appTitle);
 }
 
 void SettingsPages::cmdSettingsAssume_Click() {
@@ -260,8 +260,8 @@ void SettingsPages::cmdAirFlowStandard_Click() {
         view().setBackColor(field, colors::kWindowBackground);
         view().setCaption(field, value);
     }
-    m_state.services.dialogs->information(m_state.messages.standardValuesRemark,
-                                          m_state.g.gAppTitle);
+    m_state.services.dialogs->information(m_state.texts.messages.standardValuesRemark,
+                                          m_state.texts.appTitle);
 }
 
 void SettingsPages::cmdAirFlowInit_Click() {
@@ -403,7 +403,7 @@ void SettingsPages::openFields(const std::vector<TextSetting>& settings) {
         v.setBackColor(s.field, colors::kWindowBackground);
         v.setCaption(s.field, caption);
         bool isNumber = false;
-        const double value = m_state.locale.toDouble(caption, &isNumber);
+        const double value = m_state.preferences.locale().toDouble(caption, &isNumber);
         if (const auto whole = numberformat::toInt32(value * s.scale); isNumber && whole)
             v.setValue(s.upDown, *whole);
         v.setVisible(s.field, true);
@@ -437,7 +437,7 @@ void SettingsPages::showButtons(Page page, bool editing) {
 void SettingsPages::setToolTips(Page page) {
     Form& v = view();
     const SettingLimits& l = m_limits;
-    const QLocale& locale = m_state.locale;
+    const QLocale& locale = m_state.preferences.locale();
     auto range = [&](const QString& field, double low, double high, int decimals,
                      const QString& unit) {
         v.setToolTip(field, text(low, decimals) + QStringLiteral(" - ") + text(high, decimals) +
@@ -496,7 +496,7 @@ void SettingsPages::setToolTips(Page page) {
 // What still differs, by legend: texts against the labels, switches against the device's
 // boxes, relay choices against the value store itself.
 QStringList SettingsPages::differences(Page page) {
-    const Form& v = m_state.forms.frmDisplay();
+    const Form& v = m_state.forms.get(frmDisplay::kName);
     QStringList differing;
     auto note = [&differing](const QString& what) {
         if (!differing.contains(what)) differing << what;
@@ -534,7 +534,7 @@ QStringList SettingsPages::differences(Page page) {
 }
 
 void SettingsPages::showWaiting(Page page, const QStringList& differing) {
-    showWaitingNote(m_state, view(), waitingLabel(page), state(page) == State::Waiting,
+    showWaitingNote(m_state.texts, view(), waitingLabel(page), state(page) == State::Waiting,
                     m_sentAt[page], differing);
 }
 
@@ -563,9 +563,9 @@ bool SettingsPages::finishIfEqual(Page page) {
 }
 
 Form& SettingsPages::view() const {
-    return m_state.forms.frmDisplay();
+    return m_state.forms.get(frmDisplay::kName);
 }
 
 QString SettingsPages::text(double value, int decimals) const {
-    return numberformat::fixed(value, decimals, m_state.locale);
+    return numberformat::fixed(value, decimals, m_state.preferences.locale());
 }

@@ -2,8 +2,8 @@
 
 #include "common/colors.h"
 #include "common/formmodel.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
+#include "display/mainview_elements.h"
 #include "display/thresholdscale.h"
 #include "values/valuestore.h"
 

@@ -2,13 +2,15 @@
 
 #include "common/appstate.h"
 #include "common/colors.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
-#include "common/workwindow_elements.h"
+#include "devicesettings/devicesettings_elements.h"
+#include "display/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
+#include "extinguish/extinguish_elements.h"
 #include "link/devicesession.h"
 #include "link/telegram.h"
+#include "localize/localize_elements.h"
 #include "values/conversions.h"
 #include "values/devicevalues.h"
 
@@ -255,15 +257,16 @@ DeviceCommands::DeviceCommands(AppState& state, const DeviceSession& session, Po
 
 bool DeviceCommands::CheckTextInput(Form& form, const QString& field, double minimum,
                                     double maximum, int decimals) {
-    return !checkedValue(form, field, minimum, maximum, decimals, m_state.locale).has_value();
+    return !checkedValue(form, field, minimum, maximum, decimals, m_state.preferences.locale())
+                .has_value();
 }
 
 bool DeviceCommands::SettingsAssume(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& view = m_state.forms.frmDisplay();
+    Form& view = m_state.forms.get(frmDisplay::kName);
     Block block(kDeviceParameter, 40, m_session.serialNo());
-    FieldCheck check(view, block, m_state.locale);
+    FieldCheck check(view, block, m_state.preferences.locale());
     const bool twoDetectors = values->GetHasTwoDetectors() == 1;
 
     block.single(6, values->GetAlarmResistorValue());
@@ -335,9 +338,9 @@ bool DeviceCommands::SettingsAssume(const SettingLimits& limits) {
 bool DeviceCommands::AdvancedSettingsAssume(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& window = m_state.forms.frmDeviceSettings();
+    Form& window = m_state.forms.get(frmDeviceSettings::kName);
     Block block(kDeviceParameter, 40, m_session.serialNo());
-    FieldCheck check(window, block, m_state.locale);
+    FieldCheck check(window, block, m_state.preferences.locale());
     resistorFields(check, block, 6, frmDeviceSettings::txtParameterValue, limits);
 
     // Everything else as the device has it, so that this write changes the resistors alone.
@@ -370,9 +373,9 @@ bool DeviceCommands::AdvancedSettingsAssume(const SettingLimits& limits) {
 bool DeviceCommands::AirFlowInit(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& view = m_state.forms.frmDisplay();
+    Form& view = m_state.forms.get(frmDisplay::kName);
     Block block(kAirFlowInit, 22, m_session.serialNo());
-    FieldCheck check(view, block, m_state.locale);
+    FieldCheck check(view, block, m_state.preferences.locale());
     fanVoltage(check, block, 6, el::txtFanVoltageNormal, limits);
     if (const auto altitude = check(el::txtAltitude, limits.altitudeMin, limits.altitudeMax, 0))
         block.word(8, *altitude);
@@ -386,7 +389,7 @@ bool DeviceCommands::AirFlowInit(const SettingLimits& limits) {
 bool DeviceCommands::RelayAssume() {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& view = m_state.forms.frmDisplay();
+    Form& view = m_state.forms.get(frmDisplay::kName);
     Block block(kRelayParameter, 26, m_session.serialNo());
     for (std::size_t r = 0; r < 5; ++r) {
         unsigned mask = 0;
@@ -408,9 +411,9 @@ bool DeviceCommands::RelayAssume() {
 bool DeviceCommands::SensorTempAlarmAssume(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& view = m_state.forms.frmDisplay();
+    Form& view = m_state.forms.get(frmDisplay::kName);
     Block block(kTemperatureParameter, 46, m_session.serialNo());
-    FieldCheck check(view, block, m_state.locale);
+    FieldCheck check(view, block, m_state.preferences.locale());
     for (std::int16_t n = 0; n < kSensors; ++n) {
         const auto offset = static_cast<std::size_t>(n);
         block.word(26 + 2 * offset, values->GetNTCbeta(n));
@@ -426,9 +429,9 @@ bool DeviceCommands::SensorTempAlarmAssume(const SettingLimits& limits) {
 bool DeviceCommands::BetaFactorSettingsAssume(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& window = m_state.forms.frmDeviceSettings();
+    Form& window = m_state.forms.get(frmDeviceSettings::kName);
     Block block(kTemperatureParameter, 46, m_session.serialNo());
-    FieldCheck check(window, block, m_state.locale);
+    FieldCheck check(window, block, m_state.preferences.locale());
     for (std::int16_t n = 0; n < kSensors; ++n) {
         const auto offset = static_cast<std::size_t>(n);
         block.single(6 + 4 * offset, values->GetNTCAlarmValue(n));
@@ -459,7 +462,7 @@ bool DeviceCommands::ResetMessages(int selection) {
 bool DeviceCommands::BusItemIdent(int index) {
     ValueStore* values = m_values.get();
     if (!values || index < 0 || index >= kModules) return false;
-    Form& view = m_state.forms.frmDisplay();
+    Form& view = m_state.forms.get(frmDisplay::kName);
     Block block(kExtinguisherIdent, 10, m_session.serialNo());
     block.serialNumber(6, view.caption(el::lblExtSerialNo[index]));
     return deliver(m_engine, *values, block, &ValueStore::SetExtinguisherIdent);
@@ -469,9 +472,9 @@ bool DeviceCommands::LocParameterAssume(const LocalisationWindows& windows,
                                         const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& window = m_state.forms.frmLocalizeLearn();
+    Form& window = m_state.forms.get(frmLocalizeLearn::kName);
     Block block(kLocalizationParameter, 42, m_session.serialNo());
-    FieldCheck check(window, block, m_state.locale);
+    FieldCheck check(window, block, m_state.preferences.locale());
     const int holes = std::clamp(windows.holes, 0, kHoles);
     for (int i = 0; i < holes; ++i) {
         const auto inRange = [](std::int32_t bound) {
@@ -497,8 +500,8 @@ bool DeviceCommands::LocParameterAssume(const LocalisationWindows& windows,
         UserDialogs* dialogs = m_state.services.dialogs;
         if (!dialogs) return false;
         const UserDialogs::Answer answer = dialogs->messageBox(
-            m_state.messages.normalModeWarning, m_state.g.gAppTitle, UserDialogs::Buttons::YesNo,
-            UserDialogs::Icon::Warning, UserDialogs::Answer::No);
+            m_state.texts.messages.normalModeWarning, m_state.texts.appTitle,
+            UserDialogs::Buttons::YesNo, UserDialogs::Icon::Warning, UserDialogs::Answer::No);
         if (answer != UserDialogs::Answer::Yes) return false;
     }
     return deliver(m_engine, *values, block, &ValueStore::SetLocalizationParameter);
@@ -515,9 +518,9 @@ bool DeviceCommands::LocParameterAbort() {
 bool DeviceCommands::LocSingleHoleLearning(bool start, const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& window = m_state.forms.frmLocalizeLearn();
+    Form& window = m_state.forms.get(frmLocalizeLearn::kName);
     Block block(kLocalizationLearnMode, 23, m_session.serialNo());
-    FieldCheck check(window, block, m_state.locale);
+    FieldCheck check(window, block, m_state.preferences.locale());
     const auto minutes = check(frmLocalizeLearn::txtLocTemporaryBlowTimeMinutes, 0, 60, 0);
     const auto seconds = check(frmLocalizeLearn::txtLocTemporaryBlowTimeSeconds, 0, 59, 0);
     if (minutes && seconds) block.word(6, *minutes * 60 + *seconds);
@@ -531,13 +534,13 @@ bool DeviceCommands::LocSingleHoleLearning(bool start, const SettingLimits& limi
 bool DeviceCommands::BusItemSettings(const SettingLimits& limits) {
     ValueStore* values = m_values.get();
     if (!values) return false;
-    Form& window = m_state.forms.frmExtinguishSettings();
+    Form& window = m_state.forms.get(frmExtinguishSettings::kName);
     Block block(kExtinguisherParameter, 29, m_session.serialNo());
     const QStringList modules = window.items(frmExtinguishSettings::cboSerialNumber);
     const double row = window.value(frmExtinguishSettings::cboSerialNumber);
     const bool selected = row >= 0 && row < static_cast<double>(modules.size());
     block.serialNumber(6, selected ? modules[static_cast<qsizetype>(row)] : QStringLiteral("0"));
-    FieldCheck check(window, block, m_state.locale);
+    FieldCheck check(window, block, m_state.preferences.locale());
     resistorFields(check, block, 10, frmExtinguishSettings::txtParameterValue, limits);
     block.zeroFrom(19);
     return deliver(m_engine, *values, block, &ValueStore::SetExtinguisherParameter);

@@ -1,56 +1,52 @@
 #pragma once
 
 #include "common/bytes.h"
-#include "common/formtimer.h"
 
 #include <QDateTime>
 #include <QObject>
 #include <QString>
 
-class AppState;
 class DeviceSession;
 class DeviceValues;
 class PollEngine;
 
-// The one road of every accepted telegram of the own family into the program: title bar,
-// device search, take-on of a new device, value store, next telegram of the poll, end of
-// the connection phase, automatic save, display refresh. What lies above the engine (the
-// search list, the saves, the main view) it reaches by its signals, in this order.
+// The one road of every accepted telegram of the own family into the program: the time of
+// the telegram, the device search, take-on of a new device, value store, next telegram of
+// the poll, end of the connection phase, automatic save, display refresh. What lies above
+// the engine (the search list, the saves, the windows) it reaches by its signals, in this
+// order.
 class TelegramDecoder : public QObject {
     Q_OBJECT
 
 public:
-    TelegramDecoder(AppState& state, DeviceSession& session, PollEngine& engine,
-                    DeviceValues& values);
+    TelegramDecoder(DeviceSession& session, PollEngine& engine, DeviceValues& values);
 
     void DataDecoder(const Bytes& telegram);
 
-    // The eight receive lamps of the main view green, back after 100 ms.
-    void ShowReceiveActivity();
-
-    FormTimer& tmrReceiveLED() { return m_tmrReceiveLED; }
-
 Q_SIGNALS:
+    // A telegram recorded at `time` has arrived; for a loaded file, the time it was recorded.
+    void telegramTimed(const QDateTime& time);
     // While the device search runs: a device has answered.
     void searchAnswer(double serialNo);
-    // A new serial number has been taken on: the store was cleared for it.
+    // A new serial number has been taken on: the store was cleared for it, and its read-out
+    // goes on out of sight until it is complete.
     void deviceTakenOn(const QString& serialNo);
+    // The store holds a new telegram of the device.
+    void telegramStored();
+    // Telegram 5 has completed the read-out of the device: the connection phase is over and
+    // the main view takes the device's place.
+    void connectionPhaseEnded();
     // Telegram 5 has completed the first read-out of the device shown.
     void readOutComplete(double serialNo);
-    // The store holds a new telegram and the main view is shown: time to redraw it.
+    // The store holds a new telegram: time to redraw what shows it.
     void displayRefreshDue();
     // Telegram 5 has completed one more read-out of the device: a record for the logger.
     void readOutRecorded();
 
 private:
-    void setTitleBar();
-    void takeOn(const QString& serialNo);
     void chooseNextTelegram(int command);
-    void endConnectionPhase();
 
-    AppState& m_state;
     DeviceSession& m_session;
     PollEngine& m_engine;
     DeviceValues& m_values;
-    FormTimer m_tmrReceiveLED{100};
 };

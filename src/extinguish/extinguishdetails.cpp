@@ -1,8 +1,9 @@
 #include "extinguish/extinguishdetails.h"
 
-#include "common/appstate.h"
-#include "common/mainview_elements.h"
-#include "common/workwindow_elements.h"
+#include "common/preferences.h"
+#include "common/texts.h"
+#include "display/mainview_elements.h"
+#include "extinguish/extinguish_elements.h"
 #include "extinguish/modulechoice.h"
 #include "values/devicevalues.h"
 
@@ -20,23 +21,26 @@ constexpr int kFaultStrings[kFaultRows] = {406, 395, 407, 408, 409, 410, 383, 41
 
 } // namespace
 
-ExtinguishDetails::ExtinguishDetails(AppState& state, DeviceValues& values)
+ExtinguishDetails::ExtinguishDetails(Form& window, Form& mainView, const Texts& texts,
+                                     const Preferences& preferences, DeviceValues& values)
     : QObject()
-    , m_state(state)
+    , m_window(window)
+    , m_mainView(mainView)
+    , m_texts(texts)
+    , m_preferences(preferences)
     , m_values(values) {
-    Form& w = window();
+    Form& w = m_window;
     connect(&w, &Form::loaded, this, &ExtinguishDetails::Form_Load);
     connect(&w, &Form::clicked, this, &ExtinguishDetails::onClicked);
     connect(&w, &Form::edited, this, &ExtinguishDetails::onEdited);
     connect(&w, &Form::mouseClicked, this, &ExtinguishDetails::onMouseClicked);
     connect(&w, &Form::windowChanged, this, &ExtinguishDetails::onWindowChanged);
     connect(&m_tmrRefresh, &FormTimer::timeout, this, &ExtinguishDetails::GetExtDatails);
-    connect(&m_state.forms.frmDisplay(), &Form::clicked, this,
-            &ExtinguishDetails::onDisplayClicked);
+    connect(&m_mainView, &Form::clicked, this, &ExtinguishDetails::onDisplayClicked);
 }
 
 Form& ExtinguishDetails::window() const {
-    return m_state.forms.frmExtinguishDetails();
+    return m_window;
 }
 
 std::uint32_t ExtinguishDetails::storedMark(bool pending) {
@@ -51,7 +55,7 @@ void ExtinguishDetails::ShowExtDetails(int Index) {
     w.setValue(el::cboSerialNumber, m_extModuleIndex);
     GetExtDatails();
     m_tmrRefresh.enable();
-    w.centreOver(m_state.forms.frmDisplay());
+    w.centreOver(m_mainView);
     w.show(true);
 }
 
@@ -59,7 +63,7 @@ void ExtinguishDetails::GetExtDatails() {
     ValueStore* values = m_values.get();
     if (!values) return;
     Form& w = window();
-    modulechoice::followBus(w, el::cboSerialNumber, *values, m_state.locale);
+    modulechoice::followBus(w, el::cboSerialNumber, *values, m_preferences.locale());
     const auto m = static_cast<std::int16_t>(m_extModuleIndex);
     for (std::int16_t i = 0; i < kFaultRows; ++i) {
         const bool pending = values->EXT_GetActualFailures(m, i) != 0;
@@ -77,14 +81,14 @@ void ExtinguishDetails::GetExtDatails() {
     w.setCaption(el::lblSoftwareNo, values->EXT_GetSoftwareNum(m));
     w.setCaption(el::lblParameterNo, values->EXT_GetParameterID(m));
     w.setCaption(el::lblSerialNo,
-                 modulechoice::serialText(values->EXT_GetSerialNum(m), m_state.locale));
+                 modulechoice::serialText(values->EXT_GetSerialNum(m), m_preferences.locale()));
 }
 
 void ExtinguishDetails::applyTexts() {
     Form& w = window();
-    const auto& s = m_state;
-    w.setTitle(s.g.gAppTitle + QStringLiteral(" - ") + s.str(kStringModule) +
-               QStringLiteral(" - ") + s.str(kStringMessages));
+    const Texts& s = m_texts;
+    w.setTitle(s.appTitle + QStringLiteral(" - ") + s.str(kStringModule) + QStringLiteral(" - ") +
+               s.str(kStringMessages));
     const std::pair<QString, int> texts[] = {
         {el::lblExtOnlineLegend, 401},
         {el::lblMessages, 372},

@@ -8,8 +8,9 @@
 #include <QObject>
 #include <QString>
 
-class AppState;
 class DeviceValues;
+class Preferences;
+class Texts;
 
 // The window frmExtinguishDetails: one bus module in detail, its online state, the faults it
 // can have (pending as a yellow box, stored as a dot in the box) and its numbers. It follows
@@ -18,7 +19,9 @@ class ExtinguishDetails : public QObject {
     Q_OBJECT
 
 public:
-    ExtinguishDetails(AppState& state, DeviceValues& values);
+    // `window` is its own; `mainView` opens it.
+    ExtinguishDetails(Form& window, Form& mainView, const Texts& texts,
+                      const Preferences& preferences, DeviceValues& values);
 
     // Opens the window modally on module `Index` (0 to 9) and starts its refresh.
     void ShowExtDetails(int Index);
@@ -46,7 +49,10 @@ private:
     void onWindowChanged(Form::WindowChange change);
     void onDisplayClicked(const QString& element);
 
-    AppState& m_state;
+    Form& m_window;
+    Form& m_mainView;
+    const Texts& m_texts;
+    const Preferences& m_preferences;
     DeviceValues& m_values;
     FormTimer m_tmrRefresh{234};
     int m_extModuleIndex = 0;

@@ -2,13 +2,13 @@
 
 #include "common/appstate.h"
 #include "common/colors.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
 #include "common/waitingnote.h"
-#include "common/workwindow_elements.h"
+#include "display/mainview_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
+#include "extinguish/extinguish_elements.h"
 #include "extinguish/modulechoice.h"
 #include "values/devicevalues.h"
 
@@ -53,13 +53,14 @@ ExtinguishSettings::ExtinguishSettings(AppState& state, DeviceValues& values,
     connect(&m_tmrRefresh, &FormTimer::timeout, this, &ExtinguishSettings::GetExtSettings);
     connect(&m_tmrCompareSettings, &FormTimer::timeout, this,
             &ExtinguishSettings::tmrCompareSettings_Timer);
-    connect(&m_state.forms.frmDisplay(), &Form::clicked, this, [this](const QString& element) {
-        if (element == frmDisplay::mnuExtinguishSettings) ShowExtSettings(0);
-    });
+    connect(&m_state.forms.get(frmDisplay::kName), &Form::clicked, this,
+            [this](const QString& element) {
+                if (element == frmDisplay::mnuExtinguishSettings) ShowExtSettings(0);
+            });
 }
 
 Form& ExtinguishSettings::window() const {
-    return m_state.forms.frmExtinguishSettings();
+    return m_state.forms.get(frmExtinguishSettings::kName);
 }
 
 ExtinguishSettings::State ExtinguishSettings::state() const {
@@ -76,7 +77,7 @@ void ExtinguishSettings::ShowExtSettings(int Index) {
     setHints();
     cmdSettingsCancel_Click();
     m_tmrRefresh.enable();
-    w.centreOver(m_state.forms.frmDisplay());
+    w.centreOver(m_state.forms.get(frmDisplay::kName));
     w.show(true);
 }
 
@@ -84,7 +85,7 @@ void ExtinguishSettings::GetExtSettings() {
     ValueStore* values = m_values.get();
     if (!values) return;
     Form& w = window();
-    const QLocale& locale = m_state.locale;
+    const QLocale& locale = m_state.preferences.locale();
     modulechoice::followBus(w, el::cboSerialNumber, *values, locale);
     const auto m = static_cast<std::int16_t>(m_extModuleIndex);
     const bool hasLine = values->EXT_GetHasManualActivationLine(m) != 0;
@@ -109,7 +110,7 @@ void ExtinguishSettings::GetExtSettings() {
 void ExtinguishSettings::applyTexts() {
     Form& w = window();
     const AppState& s = m_state;
-    w.setTitle(s.g.gAppTitle + QStringLiteral(" - ") + s.str(kStringBusModules));
+    w.setTitle(s.texts.appTitle + QStringLiteral(" - ") + s.texts.str(kStringBusModules));
     const std::pair<QString, int> texts[] = {
         {el::lblExtSettings, 412},
         {el::lblSerialNoLegend, 47},
@@ -127,7 +128,7 @@ void ExtinguishSettings::applyTexts() {
         {el::lblNoManualRelease, kStringNoManualRelease},
     };
     for (const auto& [element, index] : texts)
-        w.setCaption(element, s.str(index));
+        w.setCaption(element, s.texts.str(index));
     w.setCaption(el::lblParameterUnit[2], QStringLiteral("%"));
     if (w.isLoaded()) setHints();
     if (state() == State::Waiting) showWaiting(differences());
@@ -136,7 +137,7 @@ void ExtinguishSettings::applyTexts() {
 // Each field tells its range: low bound, " - ", high bound, a blank and the unit.
 void ExtinguishSettings::setHints() {
     Form& w = window();
-    const QLocale& locale = m_state.locale;
+    const QLocale& locale = m_state.preferences.locale();
     const struct {
         double low, high;
         QString unit;
@@ -220,8 +221,8 @@ QStringList ExtinguishSettings::differences() const {
 }
 
 void ExtinguishSettings::showWaiting(const QStringList& differing) {
-    showWaitingNote(m_state, window(), el::lblSettingsWaiting, state() == State::Waiting, m_sentAt,
-                    differing);
+    showWaitingNote(m_state.texts, window(), el::lblSettingsWaiting, state() == State::Waiting,
+                    m_sentAt, differing);
 }
 
 void ExtinguishSettings::Form_Load() {

@@ -1,8 +1,8 @@
 #include "files/devicefiles.h"
 
-#include "common/appstate.h"
-#include "common/dialog_elements.h"
-#include "common/startwindow_elements.h"
+#include "common/lifetime.h"
+#include "common/services.h"
+#include "common/texts.h"
 #include "files/ko3format.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
@@ -19,7 +19,6 @@ const QString kUserSaveName = QStringLiteral("ShelLix");
 const QString kSaveFilter = QStringLiteral("*.ko3|*.ko3|");
 const QString kAutoSaveFolderName = QStringLiteral("AutoSave");
 
-constexpr int kStringAutoSaveFolder = 607;
 constexpr int kStringNotSaved = 608;
 constexpr int kStringNotLoadable = 609;
 constexpr int kStringIsFolder = 610;
@@ -30,10 +29,12 @@ constexpr int kStringFolderNotShown = 614;
 
 } // namespace
 
-DeviceFiles::DeviceFiles(AppState& state, SerialLink& link, Recognition& recognition,
-                         DeviceValues& values)
+DeviceFiles::DeviceFiles(const Services& services, const Texts& texts, const Lifetime& life,
+                         SerialLink& link, Recognition& recognition, DeviceValues& values)
     : QObject()
-    , m_state(state)
+    , m_services(services)
+    , m_texts(texts)
+    , m_life(life)
     , m_link(link)
     , m_recognition(recognition)
     , m_values(values) {}
@@ -62,13 +63,13 @@ void DeviceFiles::MakeSaveString(const Bytes& block, double serialNo) {
 bool DeviceFiles::SaveData(const QString& fileName, const Bytes& block) {
     QString reason;
     if (ko3::SaveData(fileName, block, &reason)) return true;
-    tell(m_state.str(kStringNotSaved).arg(QDir::toNativeSeparators(fileName), reason));
+    tell(m_texts.str(kStringNotSaved).arg(QDir::toNativeSeparators(fileName), reason));
     return false;
 }
 
 void DeviceFiles::tell(const QString& text) {
-    m_state.services.dialogs->messageBox(text, m_state.g.gAppTitle, UserDialogs::Buttons::Ok,
-                                         UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
+    m_services.dialogs->messageBox(text, m_texts.appTitle, UserDialogs::Buttons::Ok,
+                                   UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
 }
 
 void DeviceFiles::LoadDeviceFile(const QString& fileName) {
@@ -80,21 +81,21 @@ void DeviceFiles::LoadDeviceFile(const QString& fileName) {
         m_link.setDataFromFile(true);
         m_recognition.RcvDataHandle(telegram);
         // A telegram of another family has handed the tool over and closed it.
-        if (m_state.g.gClosing) return;
+        if (m_life.closing()) return;
     }
 }
 
 std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString& fileName) {
     QString name = fileName;
     if (name.isEmpty()) {
-        const std::optional<QString> chosen = m_state.services.dialogs->openFileName(
-            m_state.messages.loadFilter, QStringLiteral("ko3"));
+        const std::optional<QString> chosen =
+            m_services.dialogs->openFileName(m_texts.messages.loadFilter, QStringLiteral("ko3"));
         if (!chosen || chosen->isEmpty()) return std::nullopt;
         name = *chosen;
     }
     const QString problem = whyNotLoadable(name);
     if (!problem.isEmpty()) {
-        tell(m_state.str(kStringNotLoadable).arg(QDir::toNativeSeparators(name), problem));
+        tell(m_texts.str(kStringNotLoadable).arg(QDir::toNativeSeparators(name), problem));
         return std::nullopt;
     }
     const std::optional<QString> line = ko3::ReadFirstLine(name);
@@ -106,9 +107,8 @@ std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString& fileName) {
 }
 
 QString DeviceFiles::autoSaveFolder() const {
-    const Services& services = m_state.services;
     const QString base =
-        QFileInfo(services.programDir).isWritable() ? services.programDir : services.dataDir;
+        QFileInfo(m_services.programDir).isWritable() ? m_services.programDir : m_services.dataDir;
     return QDir(base).filePath(kAutoSaveFolderName);
 }
 
@@ -118,46 +118,39 @@ QString DeviceFiles::whyNotLoadable(const QString& fileName) const {
     case ko3::FileProblem::Missing: // a file that is not there stays a silent failure
         return {};
     case ko3::FileProblem::Folder:
-        return m_state.str(kStringIsFolder);
+        return m_texts.str(kStringIsFolder);
     case ko3::FileProblem::NotRegular:
-        return m_state.str(kStringNotRegular);
+        return m_texts.str(kStringNotRegular);
     case ko3::FileProblem::TooLarge:
-        return m_state.str(kStringTooLarge).arg(QFileInfo(fileName).size());
+        return m_texts.str(kStringTooLarge).arg(QFileInfo(fileName).size());
     case ko3::FileProblem::Unreadable:
-        return m_state.str(kStringUnreadable);
+        return m_texts.str(kStringUnreadable);
     }
     return {};
-}
-
-void DeviceFiles::showAutoSaveFolder() {
-    const QString text =
-        m_state.str(kStringAutoSaveFolder).arg(QDir::toNativeSeparators(autoSaveFolder()));
-    m_state.forms.frmMQ27D().setCaption(frmMQ27D::mnuAutoSaveFolder, text);
-    m_state.forms.frmAbout().setCaption(frmAbout::lblAutoSaveFolder, text);
 }
 
 void DeviceFiles::openAutoSaveFolder() {
     const QString folder = autoSaveFolder();
     QDir().mkpath(folder);
-    if (!m_state.services.launcher || !m_state.services.launcher->openFolder(folder))
-        tell(m_state.str(kStringFolderNotShown).arg(QDir::toNativeSeparators(folder)));
+    if (!m_services.launcher || !m_services.launcher->openFolder(folder))
+        tell(m_texts.str(kStringFolderNotShown).arg(QDir::toNativeSeparators(folder)));
 }
 
 void DeviceFiles::saveByUser(const Bytes& block) {
     // The dialogs run their own event loop, in which the poll may ask to save again.
     if (m_userSaveOpen) return;
     m_userSaveOpen = true;
-    UserDialogs& dialogs = *m_state.services.dialogs;
-    const QString& title = m_state.g.gAppTitle;
+    UserDialogs& dialogs = *m_services.dialogs;
+    const QString& title = m_texts.appTitle;
     const std::optional<QString> name = dialogs.saveFileName(kUserSaveName, kSaveFilter);
     const bool overwrite =
         name && !name->isEmpty() &&
         (QFileInfo(*name).size() == 0 ||
-         dialogs.messageBox(m_state.messages.saveQuestion, title, UserDialogs::Buttons::YesNo,
+         dialogs.messageBox(m_texts.messages.saveQuestion, title, UserDialogs::Buttons::YesNo,
                             UserDialogs::Icon::Question,
                             UserDialogs::Answer::Yes) == UserDialogs::Answer::Yes);
     if (overwrite && SaveData(*name, block))
-        dialogs.information(*name + QStringLiteral("\r\n\r\n") + m_state.messages.saveConfirmation,
+        dialogs.information(*name + QStringLiteral("\r\n\r\n") + m_texts.messages.saveConfirmation,
                             title);
     m_userSaveOpen = false;
 }
@@ -166,6 +159,6 @@ void DeviceFiles::autoSave(const Bytes& block, double serial) {
     const QString folder = autoSaveFolder();
     // The user's data folder may not exist yet; beside the program only AutoSave is made.
     QDir().mkpath(QFileInfo(folder).path());
-    const QDate today = m_state.now().date();
+    const QDate today = m_services.clock->now().date();
     SaveData(QDir(folder).filePath(ko3::AutoSaveFileName(serial, today)), block);
 }

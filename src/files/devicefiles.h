@@ -7,10 +7,12 @@
 #include <QObject>
 #include <QString>
 
-class AppState;
 class DeviceValues;
+class Lifetime;
 class Recognition;
 class SerialLink;
+class Texts;
+struct Services;
 
 // Saved read-outs: the user's save and load through the dialogs, the automatic save after
 // the first complete read-out of a device, and the replay of a file through the handler of
@@ -19,7 +21,8 @@ class DeviceFiles : public QObject {
     Q_OBJECT
 
 public:
-    DeviceFiles(AppState& state, SerialLink& link, Recognition& recognition, DeviceValues& values);
+    DeviceFiles(const Services& services, const Texts& texts, const Lifetime& life,
+                SerialLink& link, Recognition& recognition, DeviceValues& values);
 
     // 0: the user asked (save dialog); otherwise the serial number for the automatic save.
     void SaveDeviceData(double serialNo);
@@ -36,8 +39,6 @@ public:
     // AutoSave beside the program where that folder is writable, else in the user's data
     // folder.
     QString autoSaveFolder() const;
-    // "Automatic saves: <folder>" in the File menu and the About window.
-    void showAutoSaveFolder();
     // Shows the folder of the automatic saves in the file manager, made first if need be.
     void openAutoSaveFolder();
     // Why a file cannot be loaded (a folder, a pipe, too large, unreadable); empty if it
@@ -53,7 +54,9 @@ private:
     void autoSave(const Bytes& block, double serial);
     void tell(const QString& text);
 
-    AppState& m_state;
+    const Services& m_services;
+    const Texts& m_texts;
+    const Lifetime& m_life;
     SerialLink& m_link;
     Recognition& m_recognition;
     DeviceValues& m_values;

@@ -132,7 +132,7 @@ QString permissionFixCommand(const QString& group, const QString& user) {
     return QStringLiteral("sudo adduser %1 %2").arg(user, group);
 }
 
-QString describePortOpenError(const PortOpenFailure& failure, int language) {
+QString describePortOpenError(const PortOpenFailure& failure, Language language) {
     const StringTable& table = StringTable::instance();
     auto text = [&](int index) { return table.text(language, index); };
     QString reason;

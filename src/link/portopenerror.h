@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/preferences.h"
+
 #include <QSerialPort>
 #include <QString>
 
@@ -30,9 +32,9 @@ struct PortOpenFailure {
 PortOpenFailure diagnosePortOpen(const QString& path, QSerialPort::SerialPortError error,
                                  const QString& systemText);
 
-// The reason in plain words in `language` (1 German, 2 English, 3 French, 4 Dutch); empty
+// The reason in plain words in `language`; empty
 // when nothing failed. The tool and the command line print the same sentence.
-QString describePortOpenError(const PortOpenFailure& failure, int language);
+QString describePortOpenError(const PortOpenFailure& failure, Language language);
 
 // The one command that gives `user` access to devices of `group`.
 QString permissionFixCommand(const QString& group, const QString& user);

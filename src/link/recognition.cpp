@@ -1,7 +1,7 @@
 #include "link/recognition.h"
 
-#include "common/appstate.h"
-#include "common/startwindow_elements.h"
+#include "common/lifetime.h"
+#include "common/services.h"
 #include "link/devicesession.h"
 #include "link/seriallink.h"
 #include "link/telegram.h"
@@ -25,49 +25,51 @@ const Bytes kSearchSecondFamily{0x07, 0x01, 0x00, 0x00, 0x00, 0x00};
 
 } // namespace
 
-Recognition::Recognition(AppState& state, DeviceSession& session, SerialLink& link,
-                         DeviceValues& values)
+Recognition::Recognition(DeviceSession& session, SerialLink& link, DeviceValues& values,
+                         const Lifetime& life, UserDialogs& dialogs, ProcessLauncher& launcher,
+                         const QString& programDir)
     : QObject()
-    , m_state(state)
     , m_session(session)
     , m_link(link)
-    , m_values(values) {
+    , m_values(values)
+    , m_life(life)
+    , m_dialogs(dialogs)
+    , m_launcher(launcher)
+    , m_programDir(programDir) {
     connect(&m_link, &SerialLink::telegramReceived, this, &Recognition::RcvDataHandle);
     connect(&m_link, &SerialLink::searchStepDue, this, &Recognition::SearchStep);
 }
 
 void Recognition::SearchStep() {
     SerialLink& link = m_link;
-    Form& startWindow = m_state.forms.frmMQ27D();
     if (!link.isPortOpen()) {
-        startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("COM port OFF"));
+        Q_EMIT lineStatusChanged(QStringLiteral("COM port OFF"));
         link.showPortReason();
         return;
     }
     ++m_counter;
     if (m_counter == 1) {
-        startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("searching for MQ27..//...."));
+        Q_EMIT lineStatusChanged(QStringLiteral("searching for MQ27..//...."));
         link.MakeSendString(kSearchOwnFamily, true);
     } else if (m_counter == 2) {
-        startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("searching for MQ20....//.."));
+        Q_EMIT lineStatusChanged(QStringLiteral("searching for MQ20....//.."));
         link.MakeSendString(kSearchSecondFamily, true);
     } else {
-        startWindow.setCaption(frmMQ27D::lblDevice, QStringLiteral("searching for MQLR......//"));
+        Q_EMIT lineStatusChanged(QStringLiteral("searching for MQLR......//"));
         link.DataTx(telegram::ZeroCommand());
         m_counter = 0;
     }
 }
 
 void Recognition::RcvDataHandle(const Bytes& t) {
-    if (m_state.g.gClosing) return;
+    if (m_life.closing()) return;
     const std::optional<telegram::Accepted> accepted = telegram::AcceptStampedTelegram(t);
     if (!accepted) return;
 
     SerialLink& link = m_link;
     link.ReceiveLEDGreen();
-    m_state.forms.frmMQ27D().setCaption(frmMQ27D::lblDevice,
-                                        telegram::DeviceKindName(accepted->deviceKind) +
-                                            QStringLiteral(" recognized"));
+    Q_EMIT lineStatusChanged(telegram::DeviceKindName(accepted->deviceKind) +
+                             QStringLiteral(" recognized"));
     link.RestartSearchTimer();
 
     if (accepted->deviceKind != telegram::kOwnDeviceKind) {
@@ -92,7 +94,7 @@ void Recognition::handleOwnTelegram(const Bytes& t, std::size_t h) {
     if (!known && !m_session.searchRunning()) {
         if (command != 1 || !m_session.awaitedSerialNo().isEmpty()) return;
         Q_EMIT languageRefreshNeeded();
-        Q_EMIT connectionWindowRequested(serialNo + QStringLiteral(" - ") + m_state.g.gAppTitle);
+        Q_EMIT connectionWindowRequested(serialNo);
     }
     Q_EMIT ownTelegramAccepted(t);
 }
@@ -100,22 +102,21 @@ void Recognition::handleOwnTelegram(const Bytes& t, std::size_t h) {
 // The suite is looked for before it is started: a start that cannot succeed must not be
 // tried, and a start that fails is said as plainly as a missing program.
 void Recognition::StartExtKOMPA(const QString& file) {
-    const QString program = QDir(m_state.services.programDir).filePath(kSuiteProgram);
+    const QString program = QDir(m_programDir).filePath(kSuiteProgram);
     const QStringList arguments = file.isEmpty() ? QStringList() : QStringList{file};
     // The suite opens the port itself.
     m_link.closePort();
-    if (!m_state.g.gClosing) {
+    if (!m_life.closing()) {
         if (!QFileInfo::exists(program))
             reportStartFailure(QStringLiteral("Program not found"), program);
-        else if (!m_state.services.launcher->startDetached(program, arguments))
+        else if (!m_launcher.startDetached(program, arguments))
             reportStartFailure(QStringLiteral("Program could not be started"), program);
     }
     Q_EMIT closeRequested();
 }
 
 void Recognition::reportStartFailure(const QString& text, const QString& program) {
-    m_state.services.dialogs->messageBox(text + QStringLiteral("\r\n\r\n") +
-                                             QDir::toNativeSeparators(program),
-                                         QStringLiteral("Error"), UserDialogs::Buttons::Ok,
-                                         UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
+    m_dialogs.messageBox(text + QStringLiteral("\r\n\r\n") + QDir::toNativeSeparators(program),
+                         QStringLiteral("Error"), UserDialogs::Buttons::Ok,
+                         UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
 }

@@ -7,8 +7,10 @@
 #include <QObject>
 #include <QString>
 
-class AppState;
 class DeviceSession;
+class Lifetime;
+class ProcessLauncher;
+class UserDialogs;
 class DeviceValues;
 class SerialLink;
 
@@ -19,7 +21,10 @@ class Recognition : public QObject {
     Q_OBJECT
 
 public:
-    Recognition(AppState& state, DeviceSession& session, SerialLink& link, DeviceValues& values);
+    // The suite program is looked for in `programDir`.
+    Recognition(DeviceSession& session, SerialLink& link, DeviceValues& values,
+                const Lifetime& life, UserDialogs& dialogs, ProcessLauncher& launcher,
+                const QString& programDir);
 
     // Tick of tmrZeroCommand: "COM port OFF" with the port closed, else the next of the
     // three search telegrams.
@@ -35,12 +40,15 @@ public:
     void StartExtKOMPA(const QString& file);
 
 Q_SIGNALS:
+    // What the line is doing, for the start window: "COM port OFF", the family searched for,
+    // the family recognised.
+    void lineStatusChanged(const QString& status);
     // A telegram of the own family for the decoder.
     void ownTelegramAccepted(const Bytes& t);
     // The window texts are to be rewritten in the current language.
     void languageRefreshNeeded();
     // A new device has introduced itself: the connection window with this title.
-    void connectionWindowRequested(const QString& title);
+    void connectionWindowRequested(const QString& serialNo);
     // The tool is to shut down (after a hand-over).
     void closeRequested();
 
@@ -48,9 +56,12 @@ private:
     void handleOwnTelegram(const Bytes& t, std::size_t h);
     void reportStartFailure(const QString& text, const QString& program);
 
-    AppState& m_state;
     DeviceSession& m_session;
     SerialLink& m_link;
     DeviceValues& m_values;
+    const Lifetime& m_life;
+    UserDialogs& m_dialogs;
+    ProcessLauncher& m_launcher;
+    QString m_programDir;
     int m_counter = 0;
 };

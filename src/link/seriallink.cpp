@@ -1,9 +1,9 @@
 #include "link/seriallink.h"
 
-#include "common/appstate.h"
-#include "common/colors.h"
-#include "common/dialog_elements.h"
-#include "common/startwindow_elements.h"
+#include "common/lifetime.h"
+#include "common/regsettings.h"
+#include "common/services.h"
+#include "common/texts.h"
 #include "link/checksum.h"
 #include "link/serialport.h"
 #include "link/telegram.h"
@@ -11,8 +11,6 @@
 #include <QLocale>
 
 namespace {
-
-const QString kUnavailablePort = QStringLiteral("--");
 
 constexpr int kFirstPort = 1;
 constexpr int kLastPort = 16;
@@ -44,12 +42,6 @@ bool isEcho(const Bytes& t, const Bytes& lastSent) {
     return !(t.size() > 3 && t[2] == telegram::kOwnDeviceKind && t[3] == 1);
 }
 
-// A reason shows only while there is one: an empty line would read as a nameless label.
-void setReason(Form& window, const QString& element, const QString& reason) {
-    window.setCaption(element, reason);
-    window.setVisible(element, !reason.isEmpty());
-}
-
 QString portEntry(int port, const QString& deviceName) {
     if (deviceName.isEmpty()) return QString::number(port);
     return QStringLiteral("%1  (%2)").arg(port).arg(deviceName);
@@ -57,9 +49,13 @@ QString portEntry(int port, const QString& deviceName) {
 
 } // namespace
 
-SerialLink::SerialLink(AppState& state, SerialPortDevice* port)
+SerialLink::SerialLink(RegSettings& settings, const Texts& texts, const Clock& clock,
+                       const Lifetime& life, SerialPortDevice* port)
     : QObject()
-    , m_state(state)
+    , m_settings(settings)
+    , m_texts(texts)
+    , m_clock(clock)
+    , m_life(life)
     , m_port(port) {
     connect(&m_tmrToRx, &FormTimer::timeout, this, &SerialLink::onToRxTick);
     connect(&m_tmrZeroCommand, &FormTimer::timeout, this, &SerialLink::searchStepDue);
@@ -78,13 +74,6 @@ SerialLink::SerialLink(AppState& state, SerialPortDevice* port)
         // The port closed itself; a pending collecting window has nothing left to read.
         connect(m_port, &SerialPortDevice::lost, this, &SerialLink::onPortLost);
     }
-    startWindow().setChecked(frmMQ27D::chkSendEnable, true);
-    startWindow().setVisible(frmMQ27D::lblPortReason, false);
-    m_state.forms.frmInterface().setVisible(frmInterface::lblPortReason, false);
-    connect(&m_state.forms.frmInterface(), &Form::clicked, this, &SerialLink::onInterfaceClicked);
-    connect(&m_state.forms.frmInterface(), &Form::edited, this, [this](const QString& element) {
-        if (element == frmInterface::cboPort) showProbeReason();
-    });
 }
 
 void SerialLink::MakeSendString(const Bytes& body, bool createCRC) {
@@ -94,9 +83,9 @@ void SerialLink::MakeSendString(const Bytes& body, bool createCRC) {
 
 void SerialLink::DataTx(const Bytes& s) {
     if (!isPortOpen()) return;
-    startWindow().setCaption(frmMQ27D::txtComSend, monitorText(m_state.now(), s));
+    Q_EMIT monitorSent(monitorText(m_clock.now(), s));
     m_lastSent = s;
-    if (startWindow().isChecked(frmMQ27D::chkSendEnable)) {
+    if (m_sendEnabled) {
         m_port->write(toByteArray(s));
         SendLEDOn();
     }
@@ -107,7 +96,7 @@ void SerialLink::RcvDataGet() {
     if (!isPortOpen()) return;
     ReceiveLEDYellow();
     const Bytes burst = toBytes(m_port->readAll());
-    startWindow().setCaption(frmMQ27D::txtComReceive, monitorText(m_state.now(), burst));
+    Q_EMIT monitorReceived(monitorText(m_clock.now(), burst));
 
     std::int32_t first = 0;
     std::int32_t last = 0;
@@ -115,7 +104,7 @@ void SerialLink::RcvDataGet() {
     const Bytes t(burst.begin() + first, burst.begin() + last + 1);
     if (isEcho(t, m_lastSent) || isSearchTelegram(t)) return;
 
-    const std::optional<Bytes> stamped = telegram::StampTelegram(t, m_state.now());
+    const std::optional<Bytes> stamped = telegram::StampTelegram(t, m_clock.now());
     if (!stamped) return;
     m_dataFromFile = false;
     Q_EMIT telegramReceived(*stamped);
@@ -126,29 +115,29 @@ void SerialLink::RestartSearchTimer() {
 }
 
 void SerialLink::ReceiveLEDYellow() {
-    startWindow().setBackColor(frmMQ27D::picReceive, colors::kYellow);
+    Q_EMIT receiveLampChanged(ReceiveLamp::BytesArrived);
     m_tmrReceiveLED.enable();
 }
 
 void SerialLink::ReceiveLEDGreen() {
-    startWindow().setBackColor(frmMQ27D::picReceive, colors::kGreen);
+    Q_EMIT receiveLampChanged(ReceiveLamp::TelegramAccepted);
     m_tmrReceiveLED.enable();
     setIconBit(kReceiveBit, true);
 }
 
 void SerialLink::ReceiveLEDOff() {
-    startWindow().setBackColor(frmMQ27D::picReceive, colors::kDefault);
+    Q_EMIT receiveLampChanged(ReceiveLamp::Dark);
     setIconBit(kReceiveBit, false);
 }
 
 void SerialLink::SendLEDOn() {
-    startWindow().setForeColor(frmMQ27D::picReceive, colors::kRed);
+    Q_EMIT sendLampChanged(true);
     m_tmrSendLED.enable();
     setIconBit(kSendBit, true);
 }
 
 void SerialLink::SendLEDOff() {
-    startWindow().setForeColor(frmMQ27D::picReceive, colors::kDefault);
+    Q_EMIT sendLampChanged(false);
     setIconBit(kSendBit, false);
 }
 
@@ -168,8 +157,7 @@ void SerialLink::SwitchToComPort(int portNumber) {
         portNumber = 0;
     }
     showPortReason();
-    RegSettings& settings = m_state.settings;
-    if (portNumber != settings.GetPort()) settings.SetPort(portNumber);
+    if (portNumber != m_settings.GetPort()) m_settings.SetPort(portNumber);
 }
 
 bool SerialLink::isPortOpen() const {
@@ -182,58 +170,39 @@ void SerialLink::closePort() {
     if (isPortOpen()) m_port->close();
 }
 
-void SerialLink::ShowCOMPort() {
+SerialLink::PortList SerialLink::probePorts() {
+    PortList list{{m_texts.str(kStringPortOff)}, {PortOpenFailure{}}};
     SerialPortDevice* device = m_port;
-    if (!device) return;
+    if (!device) return list;
     const int rememberedPort = device->portNumber();
     const bool wasOpen = device->isOpen();
-
-    QStringList entries{m_state.str(kStringPortOff)};
-    m_probeFailures = {PortOpenFailure{}};
     for (int i = kFirstPort; i <= kLastPort; ++i) {
         if (device->isOpen()) device->close();
         const bool available = device->open(i);
-        entries << (available ? portEntry(i, device->deviceName(i)) : kUnavailablePort);
-        m_probeFailures << (available ? PortOpenFailure{} : device->openFailure());
+        list.entries << (available ? portEntry(i, device->deviceName(i)) : kUnavailablePort);
+        list.failures << (available ? PortOpenFailure{} : device->openFailure());
         if (device->isOpen()) device->close();
     }
     // Probing took the port away; give it back as it was.
     if (wasOpen) device->open(rememberedPort);
+    return list;
+}
 
-    Form& window = m_state.forms.frmInterface();
-    window.setItems(frmInterface::cboPort, entries);
-    window.setValue(frmInterface::cboPort, device->isOpen() ? device->portNumber() : 0);
-    // A port that is set but not open says why, though the list shows "off".
-    if (device->isOpen() || m_portFailure.failed()) {
-        showPortReason();
-    } else {
-        const int stored = m_state.settings.GetPort();
-        const bool known = stored >= kFirstPort && stored < m_probeFailures.size();
-        window.setCaption(
-            frmInterface::lblPortReason,
-            known ? describePortOpenError(m_probeFailures.at(stored), m_state.g.gLanguage)
-                  : QString());
-    }
+int SerialLink::openPortNumber() const {
+    return isPortOpen() ? m_port->portNumber() : 0;
 }
 
 QString SerialLink::portReason() const {
     if (isPortOpen()) return {};
-    return describePortOpenError(m_portFailure, m_state.g.gLanguage);
+    return describe(m_portFailure);
+}
+
+QString SerialLink::describe(const PortOpenFailure& failure) const {
+    return describePortOpenError(failure, m_texts.language());
 }
 
 void SerialLink::showPortReason() {
-    const QString reason = portReason();
-    setReason(startWindow(), frmMQ27D::lblPortReason, reason);
-    setReason(m_state.forms.frmInterface(), frmInterface::lblPortReason, reason);
-}
-
-void SerialLink::showProbeReason() {
-    Form& window = m_state.forms.frmInterface();
-    const double selected = window.value(frmInterface::cboPort);
-    if (!(selected >= 0 && selected < m_probeFailures.size())) return;
-    window.setCaption(
-        frmInterface::lblPortReason,
-        describePortOpenError(m_probeFailures.at(static_cast<int>(selected)), m_state.g.gLanguage));
+    Q_EMIT portReasonChanged(portReason());
 }
 
 void SerialLink::onPortLost() {
@@ -244,11 +213,11 @@ void SerialLink::onPortLost() {
     m_portFailure.vanished = true;
     showPortReason();
     // Not while a saved file is in view or the tool is closing: then the port stays closed.
-    if (!m_state.g.gClosing) m_tmrPortWatch.enable();
+    if (!m_life.closing()) m_tmrPortWatch.enable();
 }
 
 void SerialLink::onPortWatchTick() {
-    if (!m_port || m_state.g.gClosing) {
+    if (!m_port || m_life.closing()) {
         m_tmrPortWatch.disable();
         return;
     }
@@ -278,21 +247,6 @@ void SerialLink::stopTimers() {
     m_tmrSendLED.disable();
 }
 
-void SerialLink::onInterfaceClicked(const QString& element) {
-    Form& window = m_state.forms.frmInterface();
-    if (element == frmInterface::cmdCancelButton) {
-        window.unload();
-    } else if (element == frmInterface::cmdOKButton) {
-        const QStringList entries = window.items(frmInterface::cboPort);
-        const double selected = window.value(frmInterface::cboPort);
-        if (!(selected >= 0 && selected < entries.size())) return;
-        const int index = static_cast<int>(selected);
-        if (entries.at(index) == kUnavailablePort) return;
-        SwitchToComPort(index);
-        window.unload();
-    }
-}
-
 void SerialLink::onToRxTick() {
     m_tmrToRx.disable();
     if (isPortOpen()) RcvDataGet();
@@ -304,8 +258,4 @@ void SerialLink::setIconBit(int bit, bool on) {
     if (index == m_iconIndex) return;
     m_iconIndex = index;
     Q_EMIT iconIndexChanged(m_iconIndex);
-}
-
-Form& SerialLink::startWindow() {
-    return m_state.forms.frmMQ27D();
 }

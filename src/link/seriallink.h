@@ -7,23 +7,42 @@
 #include <QDateTime>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
-class AppState;
-class Form;
+class Clock;
+class Lifetime;
+class RegSettings;
 class SerialPortDevice;
+class Texts;
 
-// The start window's serial half: the port, the collecting window after the first byte
-// of a burst, the echo and search filters, the stamping, the send and receive LEDs with the
-// hexadecimal monitor, and the choice of the port in frmInterface.
+// The serial line: the port, the collecting window after the first byte of a burst, the
+// echo and search filters, the stamping, the send and receive lamps with the hexadecimal
+// monitor, and the probe of the ports for the port window. What it shows, the start window
+// shows through its signals.
 //
-// Owns the four timers of frmMQ27D: tmrToRx (321 ms), tmrZeroCommand (1789 ms, whose
-// tick is the search step of Recognition), tmrReceiveLED and tmrSendLED (100 ms). Works
-// without a port (`port` null): then it is never open.
+// Owns the four timers of the start window: tmrToRx (321 ms), tmrZeroCommand (1789 ms,
+// whose tick is the search step of Recognition), tmrReceiveLED and tmrSendLED (100 ms).
+// Works without a port (`port` null): then it is never open.
 class SerialLink : public QObject {
     Q_OBJECT
 
 public:
-    SerialLink(AppState& state, SerialPortDevice* port);
+    // The receive lamp: dark, bytes arrived, or a telegram of a known family accepted.
+    enum class ReceiveLamp { Dark, BytesArrived, TelegramAccepted };
+
+    // A port that does not open stands in the port list as this.
+    static inline const QString kUnavailablePort = QStringLiteral("--");
+
+    // The ports 1 to 16 as the port window lists them: entry 0 is "off" (string 53), entry
+    // i is "i" with its device name for a port that opens, "--" for one that doesn't; and
+    // the reason of each, by entry.
+    struct PortList {
+        QStringList entries;
+        QList<PortOpenFailure> failures;
+    };
+
+    SerialLink(RegSettings& settings, const Texts& texts, const Clock& clock, const Lifetime& life,
+               SerialPortDevice* port);
 
     // Frames `body` (CRC when asked, header, sum) and hands it to DataTx; a frame that
     // cannot be built is dropped without a word.
@@ -40,6 +59,9 @@ public:
     void ReceiveLEDOff();
     void SendLEDOn();
     void SendLEDOff();
+    // The start window's tick box: without it, telegrams are shown in the monitor but not
+    // sent.
+    void setSendEnabled(bool enabled) { m_sendEnabled = enabled; }
     // Bit 0 receive indication, bit 1 send indication; selects the tray icon.
     int iconIndex() const { return m_iconIndex; }
 
@@ -47,17 +69,23 @@ public:
     // a changed number in the setting Port. A failed open leaves the setting alone.
     void SwitchToComPort(int port);
     bool isPortOpen() const;
+    // Whether the program has a serial port at all; without one it runs on saved read-outs.
+    bool hasPort() const { return m_port != nullptr; }
     void closePort();
     // Why the chosen port is not open, in the current language; empty when it is open or
     // switched off. Shown beside "COM port OFF" on the start window and in the port window.
     QString portReason() const;
     const PortOpenFailure& portFailure() const { return m_portFailure; }
+    // Tells the windows the reason as it stands (portReasonChanged).
     void showPortReason();
+    // `failure` in words, in the current language.
+    QString describe(const PortOpenFailure& failure) const;
+    // The number of the open port, 0 when none is open.
+    int openPortNumber() const;
 
-    // Fills cboPort of frmInterface: entry i is "i" with its device name for a port that
-    // opens, "--" for one that doesn't, entry 0 is string 53; selects the open port's entry.
-    // The port in use is closed for the probe and given back.
-    void ShowCOMPort();
+    // Tries every port for the port window. The port in use is closed for the probe and
+    // given back.
+    PortList probePorts();
 
     // Whether the telegram being handled came from a saved file; cleared by RcvDataGet.
     bool dataFromFile() const { return m_dataFromFile; }
@@ -76,6 +104,13 @@ public:
 
 Q_SIGNALS:
     void iconIndexChanged(int index);
+    // The hexadecimal monitor of what went out and what came in.
+    void monitorSent(const QString& text);
+    void monitorReceived(const QString& text);
+    void receiveLampChanged(SerialLink::ReceiveLamp lamp);
+    void sendLampChanged(bool lit);
+    // Why the chosen port is not open; empty when it is open or switched off.
+    void portReasonChanged(const QString& reason);
     // A stamped telegram from the line, for the acceptance checks.
     void telegramReceived(const Bytes& stamped);
     // tmrZeroCommand: the line has been silent for a whole search step.
@@ -84,15 +119,15 @@ Q_SIGNALS:
     void portReturned();
 
 private:
-    void onInterfaceClicked(const QString& element);
     void onPortLost();
     void onPortWatchTick();
-    void showProbeReason();
     void onToRxTick();
     void setIconBit(int bit, bool on);
-    Form& startWindow();
 
-    AppState& m_state;
+    RegSettings& m_settings;
+    const Texts& m_texts;
+    const Clock& m_clock;
+    const Lifetime& m_life;
     SerialPortDevice* m_port;
     FormTimer m_tmrToRx{321};
     FormTimer m_tmrZeroCommand{1789};
@@ -103,7 +138,6 @@ private:
     bool m_dataFromFile = false;
     QString m_loadedFileName;
     int m_iconIndex = 0;
+    bool m_sendEnabled = true;
     PortOpenFailure m_portFailure;
-    // The probe's reason for every port of the port window's list, by list index.
-    QList<PortOpenFailure> m_probeFailures;
 };

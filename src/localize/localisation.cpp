@@ -1,13 +1,13 @@
 #include "localize/localisation.h"
 
 #include "common/appstate.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
 #include "common/waitingnote.h"
-#include "common/workwindow_elements.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
+#include "localize/localize_elements.h"
 #include "values/devicevalues.h"
 
 #include <cmath>
@@ -93,11 +93,11 @@ Localisation::Localisation(AppState& state, DeviceValues& values, DeviceCommands
 }
 
 Form& Localisation::window() const {
-    return m_state.forms.frmLocalizeLearn();
+    return m_state.forms.get(frmLocalizeLearn::kName);
 }
 
 Form& Localisation::view() const {
-    return m_state.forms.frmDisplay();
+    return m_state.forms.get(frmDisplay::kName);
 }
 
 std::optional<double> Localisation::number(const QString& text) {
@@ -124,7 +124,7 @@ void Localisation::ShowLocData() {
     showTransportTimes();
     showNumberOfHoles();
     Form& display = view();
-    const QLocale& locale = m_state.locale;
+    const QLocale& locale = m_state.preferences.locale();
     display.setCaption(el::lblBlowTime, numberformat::plain(v.DET_GetBlowTime(), locale));
     display.setCaption(el::lblSuckFanVoltage,
                        fixed(static_cast<double>(v.DET_GetSuckFanLocVoltage()) / 1000, 1, locale));
@@ -172,7 +172,7 @@ void Localisation::showTransportTimes() {
                           : 2.0 * LocHoleMaxRead[i - 1] / 100 - times[i - 1];
     }
     for (int i = 0; i < kHoles; ++i)
-        view().setCaption(el::lblLocTime[i], fixed(times[i], 1, m_state.locale));
+        view().setCaption(el::lblLocTime[i], fixed(times[i], 1, m_state.preferences.locale()));
 }
 
 // The first hole without a time, counted from the last: a gap anywhere ends the pipe there.
@@ -181,7 +181,8 @@ void Localisation::showNumberOfHoles() {
     int holes = kHoles;
     for (int i = kHoles - 1; i >= 0; --i) {
         bool isNumber = false;
-        const double time = m_state.locale.toDouble(display.caption(el::lblLocTime[i]), &isNumber);
+        const double time =
+            m_state.preferences.locale().toDouble(display.caption(el::lblLocTime[i]), &isNumber);
         if (isNumber && time == 0) holes = i;
     }
     display.setCaption(el::lblLocNumberOfHoles, QString::number(holes));
@@ -238,7 +239,7 @@ void Localisation::evaluateMeasurement(double holes) {
     }
     for (int i = 0; i < n; ++i) {
         if (!w.isChecked(ll::optLocHole[i])) continue;
-        w.setCaption(ll::txtLocTime[i], fixed(suckTime / 100, 1, m_state.locale));
+        w.setCaption(ll::txtLocTime[i], fixed(suckTime / 100, 1, m_state.preferences.locale()));
         LocHolesDone = static_cast<std::uint16_t>(LocHolesDone | (1U << i));
     }
     for (int i = 0; i < n; ++i)
@@ -269,7 +270,8 @@ void Localisation::cmdShowLocLearnMode_Click(int Index) {
     Form& display = view();
     if (!display.isChecked(el::chkLocalization[0])) {
         if (UserDialogs* dialogs = m_state.services.dialogs)
-            dialogs->information(m_state.messages.notPossibleWithReason, m_state.g.gAppTitle);
+            dialogs->information(m_state.texts.messages.notPossibleWithReason,
+                                 m_state.texts.appTitle);
         return;
     }
     Q_EMIT languageRefreshNeeded();
@@ -351,9 +353,10 @@ void Localisation::ShowLocLearnMode(int Index) {
     w.setCaption(ll::txtSuckFanVoltage, display.caption(el::lblSuckFanVoltage));
     w.setCaption(ll::txtBlowFanVoltage, display.caption(el::lblBlowFanVoltage));
     const SettingLimits& limits = m_mainView.limits();
-    const QString fanRange = numberformat::plain(limits.fanVoltageMin / 1000, m_state.locale) +
-                             QStringLiteral(" - ") +
-                             numberformat::plain(limits.fanVoltageMax / 1000, m_state.locale);
+    const QString fanRange =
+        numberformat::plain(limits.fanVoltageMin / 1000, m_state.preferences.locale()) +
+        QStringLiteral(" - ") +
+        numberformat::plain(limits.fanVoltageMax / 1000, m_state.preferences.locale());
     w.setToolTip(ll::txtSuckFanVoltage, fanRange + u' ' + w.caption(ll::lblSuckFanVoltageUnit));
     w.setToolTip(ll::txtBlowFanVoltage, fanRange + u' ' + w.caption(ll::lblBlowFanVoltageUnit));
 
@@ -479,8 +482,8 @@ void Localisation::cmdLocParameterAbort_Click() {
         UserDialogs* dialogs = m_state.services.dialogs;
         if (!dialogs) return;
         const UserDialogs::Answer answer = dialogs->messageBox(
-            m_state.messages.normalModeWarning, m_state.g.gAppTitle, UserDialogs::Buttons::YesNo,
-            UserDialogs::Icon::Warning, UserDialogs::Answer::No);
+            m_state.texts.messages.normalModeWarning, m_state.texts.appTitle,
+            UserDialogs::Buttons::YesNo, UserDialogs::Icon::Warning, UserDialogs::Answer::No);
         if (answer != UserDialogs::Answer::Yes) return;
     }
     m_commands.LocParameterAbort();
@@ -503,9 +506,9 @@ void Localisation::tmrTimeout_Timer() {
     UserDialogs* dialogs = m_state.services.dialogs;
     if (!dialogs) return;
     const UserDialogs::Answer answer =
-        dialogs->messageBox(m_state.messages.notPossible + u' ' + mode + u'!', m_state.g.gAppTitle,
-                            UserDialogs::Buttons::AbortRetryIgnore, UserDialogs::Icon::Warning,
-                            UserDialogs::Answer::Retry);
+        dialogs->messageBox(m_state.texts.messages.notPossible + u' ' + mode + u'!',
+                            m_state.texts.appTitle, UserDialogs::Buttons::AbortRetryIgnore,
+                            UserDialogs::Icon::Warning, UserDialogs::Answer::Retry);
     if (answer == UserDialogs::Answer::Retry) {
         m_commands.LocParameterAbort();
         m_tmrUnload.enable();
@@ -520,7 +523,7 @@ QStringList Localisation::differences() const {
     for (int i = 0; i < kHoles; ++i)
         if (LocHoleMinSet[at(i)] != LocHoleMinRead[at(i)] ||
             LocHoleMaxSet[at(i)] != LocHoleMaxRead[at(i)])
-            differing << m_state.str(kStringHole) + u' ' + QString::number(i + 1);
+            differing << m_state.texts.str(kStringHole) + u' ' + QString::number(i + 1);
     const Form& w = window();
     const Form& display = view();
     const std::pair<QString, QString> texts[] = {
@@ -560,7 +563,7 @@ void Localisation::onWriteSent(int command) {
 // write went out and what still differs.
 void Localisation::showWaiting() {
     const bool waiting = m_tmrCompareLocalizeSet.isEnabled();
-    showWaitingNote(m_state, window(), ll::lblLocWaiting, waiting, m_sentAt,
+    showWaitingNote(m_state.texts, window(), ll::lblLocWaiting, waiting, m_sentAt,
                     waiting ? differences() : QStringList());
 }
 

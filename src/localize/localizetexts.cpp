@@ -2,14 +2,14 @@
 
 #include "common/formmodel.h"
 #include "common/stringtable.h"
-#include "common/workwindow_elements.h"
+#include "localize/localize_elements.h"
 
 #include <initializer_list>
 #include <utility>
 
 namespace ll = frmLocalizeLearn;
 
-void ApplyLocalizeLearnTexts(Form& window, int language) {
+void ApplyLocalizeLearnTexts(Form& window, Language language) {
     const StringTable& table = StringTable::instance();
     auto s = [&](int index) { return table.text(language, index); };
     const std::initializer_list<std::pair<QString, int>> captions = {

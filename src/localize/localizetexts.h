@@ -1,7 +1,9 @@
 #pragma once
 
+#include "common/preferences.h"
+
 class Form;
 
-// Every caption of the learn and test window in `language` (1 German, 2 English, 3 French,
-// 4 Dutch): legends, units, buttons, lamps and the keys of both layouts.
-void ApplyLocalizeLearnTexts(Form& window, int language);
+// Every caption of the learn and test window in `language`: legends, units, buttons,
+// lamps and the keys of both layouts.
+void ApplyLocalizeLearnTexts(Form& window, Language language);

@@ -1,12 +1,15 @@
 #include "logger/datalogger.h"
 
-#include "common/appstate.h"
 #include "common/colors.h"
-#include "common/logger_elements.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
+#include "common/formmodel.h"
+#include "common/preferences.h"
+#include "common/services.h"
+#include "common/texts.h"
+#include "display/mainview_elements.h"
 #include "logger/dataobjects.h"
 #include "logger/logfiles.h"
+#include "logger/logger_elements.h"
 #include "values/devicevalues.h"
 
 #include <QDir>
@@ -76,11 +79,17 @@ QString textOf(const DataObject& row, const QLocale& locale) {
 
 } // namespace
 
-DataLogger::DataLogger(AppState& state, DeviceValues& values)
+DataLogger::DataLogger(Form& window, Form& mainView, const Texts& texts,
+                       const Preferences& preferences, const Services& services,
+                       DeviceValues& values)
     : QObject()
-    , m_state(state)
+    , m_window(window)
+    , m_mainView(mainView)
+    , m_texts(texts)
+    , m_preferences(preferences)
+    , m_services(services)
     , m_values(values) {
-    Form& form = window();
+    Form& form = m_window;
     connect(&form, &Form::loaded, this, &DataLogger::Form_Load);
     connect(&form, &Form::clicked, this, &DataLogger::onClicked);
     connect(&form, &Form::edited, this, &DataLogger::onEdited);
@@ -92,10 +101,10 @@ DataLogger::DataLogger(AppState& state, DeviceValues& values)
     // The window is unloaded with the program only: closing it hides it, and a recording
     // goes on, as do the ticks.
     form.setCloseHandler([this] {
-        window().hide();
+        m_window.hide();
         return false;
     });
-    connect(&m_state.forms.frmDisplay(), &Form::clicked, this, [this](const QString& element) {
+    connect(&m_mainView, &Form::clicked, this, [this](const QString& element) {
         if (element == frmDisplay::mnuLogDataDev) ShowLogger();
     });
     connect(&m_tmrBlink, &FormTimer::timeout, this, &DataLogger::tmrBlink_Timer);
@@ -105,7 +114,7 @@ DataLogger::DataLogger(AppState& state, DeviceValues& values)
 DataLogger::~DataLogger() = default;
 
 Form& DataLogger::window() const {
-    return m_state.forms.frmLogdataDev();
+    return m_window;
 }
 
 void DataLogger::Form_Load() {
@@ -151,16 +160,16 @@ void DataLogger::Form_Load() {
 
 void DataLogger::ApplyTexts() {
     Form& form = window();
-    form.setCaption(el::fraTrend, m_state.str(kStringTrend));
-    form.setCaption(el::lblTrendSpan, m_state.str(kStringSpan));
+    form.setCaption(el::fraTrend, m_texts.str(kStringTrend));
+    form.setCaption(el::lblTrendSpan, m_texts.str(kStringSpan));
     const double span = form.value(el::cboTrendSpan);
     QStringList spans;
     for (int i = 0; i < 4; ++i)
-        spans << m_state.str(kStringSpans + i);
+        spans << m_texts.str(kStringSpans + i);
     form.setItems(el::cboTrendSpan, spans);
     form.setValue(el::cboTrendSpan, span);
-    form.setCaption(el::chkTrendPause, m_state.str(kStringPause));
-    form.setCaption(el::cmdTrendExport, m_state.str(kStringExport));
+    form.setCaption(el::chkTrendPause, m_texts.str(kStringPause));
+    form.setCaption(el::cmdTrendExport, m_texts.str(kStringExport));
     for (int which : {Excel, MathCad})
         showRecords(which);
 }
@@ -173,7 +182,7 @@ void DataLogger::ShowLogger() {
 
 void DataLogger::ReadOutComplete() {
     DataToShow();
-    m_trend.append(m_state.now().toMSecsSinceEpoch(), m_trendValues);
+    m_trend.append(m_services.clock->now().toMSecsSinceEpoch(), m_trendValues);
 }
 
 void DataLogger::DataToShow() {
@@ -189,11 +198,12 @@ void DataLogger::DataToShow() {
     VisitDataObjects(*values, [this](const DataObject& row) { AddDataObject(row); });
     form.setItems(el::lstDisplay[0], m_rows);
     form.setItems(el::lstDisplay[1], m_names);
-    form.setItems(el::lstDisplay[2], m_texts);
+    form.setItems(el::lstDisplay[2], m_valueTexts);
     m_trend.setSeries(m_trendKeys);
     if (m_haveValues)
-        form.setTitle(QStringLiteral("Datenlogger - Komplettes Gerätetelegramm empfangen um ") +
-                      m_state.locale.toString(m_state.now().time(), QLocale::LongFormat));
+        form.setTitle(
+            QStringLiteral("Datenlogger - Komplettes Gerätetelegramm empfangen um ") +
+            m_preferences.locale().toString(m_services.clock->now().time(), QLocale::LongFormat));
     WriteLogRecord();
 }
 
@@ -202,7 +212,7 @@ void DataLogger::AddDataObject(const DataObject& row) {
         ListRow = 0;
         LoggedRow = 0;
         m_names.clear();
-        m_texts.clear();
+        m_valueTexts.clear();
         m_trendKeys.clear();
         m_trendValues.clear();
         ListResetPending = false;
@@ -213,7 +223,7 @@ void DataLogger::AddDataObject(const DataObject& row) {
         m_rows[ListRow] = row.text;
     if (window().isTicked(el::lstDisplay[0], ListRow)) {
         m_names.append(row.text);
-        m_texts.append(m_haveValues ? textOf(row, m_state.locale) : QString());
+        m_valueTexts.append(m_haveValues ? textOf(row, m_preferences.locale()) : QString());
         if (const auto number = numberOf(row)) {
             m_trendKeys.push_back({ListRow, row.text, unitOf(row.text)});
             m_trendValues.push_back(*number);
@@ -240,20 +250,20 @@ void DataLogger::CheckLoggerReady() {
 QString DataLogger::AskLogFile(const QString& Extension) {
     const QString pattern = u'*' + Extension;
     const std::optional<QString> chosen =
-        m_state.services.dialogs->saveFileName(QString(), pattern + u'|' + pattern + u'|');
+        m_services.dialogs->saveFileName(QString(), pattern + u'|' + pattern + u'|');
     if (!chosen || chosen->isEmpty()) return {};
     QFile file(*chosen);
     // Opening creates the file where it is missing, and never empties it.
     if (!file.open(QIODevice::ReadWrite)) {
-        m_state.services.dialogs->messageBox(
-            m_state.str(kStringOpenFailed)
+        m_services.dialogs->messageBox(
+            m_texts.str(kStringOpenFailed)
                 .arg(QDir::toNativeSeparators(*chosen), file.errorString()),
             kTitle, UserDialogs::Buttons::Ok, UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
         return {};
     }
     const qint64 length = file.size();
     file.close();
-    if (length >= 1 && m_state.services.dialogs->messageBox(
+    if (length >= 1 && m_services.dialogs->messageBox(
                            QStringLiteral("Datei existiert bereits. Daten anhängen?"), kTitle,
                            UserDialogs::Buttons::YesNo, UserDialogs::Icon::Question,
                            UserDialogs::Answer::Yes) == UserDialogs::Answer::No)
@@ -276,7 +286,7 @@ void DataLogger::showRecords(int which) {
     const FileElements& e = elementsOf(which);
     form.setCaption(e.records, form.caption(e.path).isEmpty()
                                    ? QString()
-                                   : m_state.str(kStringRecords).arg(m_records[which]));
+                                   : m_texts.str(kStringRecords).arg(m_records[which]));
 }
 
 void DataLogger::cmdStart_Click() {
@@ -320,7 +330,7 @@ void DataLogger::tmrBlink_Timer() {
 
 void DataLogger::WriteLogRecord() {
     if (!LoggerRunning) return;
-    const QDateTime now = m_state.now();
+    const QDateTime now = m_services.clock->now();
     if (AnyObjectTicked && ExcelFileReady && RecordDivider == 0) recordTo(Excel, now);
     if (LoggerRunning && AnyObjectTicked && MathCadFileReady) recordTo(MathCad, now);
     // A failure has stopped the recording, and with it the count.
@@ -334,8 +344,8 @@ void DataLogger::recordTo(int which, const QDateTime& now) {
     const QChar separator = which == Excel ? u'\t' : u' ';
     QString line = stamp;
     for (const QString& text : form.items(el::lstDisplay[2]))
-        line +=
-            separator + (which == Excel ? text : logfiles::WithDecimalPoint(text, m_state.locale));
+        line += separator +
+                (which == Excel ? text : logfiles::WithDecimalPoint(text, m_preferences.locale()));
     QString start = QStringLiteral("START-> ") + stamp;
     for (const QString& name : form.items(el::lstDisplay[1]))
         start += QStringLiteral(" | ") + name;
@@ -361,8 +371,8 @@ bool DataLogger::append(const QString& path, const QString& line) {
     const QString failure = logfiles::AppendLine(path, line);
     if (failure.isEmpty()) return true;
     cmdStop_Click();
-    m_state.services.dialogs->messageBox(
-        m_state.str(kStringWriteFailed).arg(QDir::toNativeSeparators(path), failure), kTitle,
+    m_services.dialogs->messageBox(
+        m_texts.str(kStringWriteFailed).arg(QDir::toNativeSeparators(path), failure), kTitle,
         UserDialogs::Buttons::Ok, UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
     return false;
 }
@@ -395,8 +405,8 @@ void DataLogger::onEdited(const QString& element) {
 }
 
 void DataLogger::exportTrend() {
-    std::optional<QString> path = m_state.services.dialogs->saveFileName(
-        QString(), m_state.str(kStringPicture) + QStringLiteral(" (*.png)|*.png|"));
+    std::optional<QString> path = m_services.dialogs->saveFileName(
+        QString(), m_texts.str(kStringPicture) + QStringLiteral(" (*.png)|*.png|"));
     if (!path || path->isEmpty()) return;
     if (QFileInfo(*path).suffix().isEmpty()) *path += QStringLiteral(".png");
     Q_EMIT trendExportRequested(*path);
@@ -404,7 +414,7 @@ void DataLogger::exportTrend() {
 
 void DataLogger::trendExported(const QString& path, const QString& failure) {
     if (failure.isEmpty()) return;
-    m_state.services.dialogs->messageBox(
-        m_state.str(kStringExportFailed).arg(QDir::toNativeSeparators(path), failure), kTitle,
+    m_services.dialogs->messageBox(
+        m_texts.str(kStringExportFailed).arg(QDir::toNativeSeparators(path), failure), kTitle,
         UserDialogs::Buttons::Ok, UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
 }

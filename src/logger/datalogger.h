@@ -11,8 +11,10 @@
 #include <QString>
 #include <QStringList>
 
-class AppState;
 class DeviceValues;
+class Preferences;
+class Texts;
+struct Services;
 class Form;
 class ValueStore;
 struct DataObject;
@@ -24,7 +26,9 @@ class DataLogger : public QObject {
     Q_OBJECT
 
 public:
-    DataLogger(AppState& state, DeviceValues& values);
+    // `window` is its own; `mainView` opens it.
+    DataLogger(Form& window, Form& mainView, const Texts& texts, const Preferences& preferences,
+               const Services& services, DeviceValues& values);
     ~DataLogger() override;
 
     // One pass over all data objects, then the record step.
@@ -82,7 +86,11 @@ private:
     void exportTrend();
     Form& window() const;
 
-    AppState& m_state;
+    Form& m_window;
+    Form& m_mainView;
+    const Texts& m_texts;
+    const Preferences& m_preferences;
+    const Services& m_services;
     DeviceValues& m_values;
     std::unique_ptr<ValueStore> m_empty; // names the rows before any device is read
     FormTimer m_tmrBlink{200};
@@ -91,7 +99,7 @@ private:
     // ones, and the trend's share of them.
     QStringList m_rows;
     QStringList m_names;
-    QStringList m_texts;
+    QStringList m_valueTexts;
     std::vector<TrendStore::Key> m_trendKeys;
     std::vector<double> m_trendValues;
     bool m_haveValues = false;

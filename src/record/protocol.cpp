@@ -1,12 +1,13 @@
 #include "record/protocol.h"
 
 #include "common/appstate.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
-#include "common/record_elements.h"
 #include "common/savefile.h"
 #include "common/stringtable.h"
-#include "common/workwindow_elements.h"
+#include "devicesettings/devicesettings_elements.h"
+#include "display/mainview_elements.h"
+#include "extinguish/extinguish_elements.h"
+#include "record/record_elements.h"
 #include "record/recordlayout.h"
 #include "values/devicevalues.h"
 #include "values/valuestore.h"
@@ -38,7 +39,7 @@ class Cells {
 public:
     Cells(AppState& state)
         : m_state(state)
-        , m_view(state.forms.frmDisplay()) {}
+        , m_view(state.forms.get(frmDisplay::kName)) {}
 
     QString left(const QString& text, qsizetype width) const {
         return FormatColumn(m_state.services.dialogs, text, widthOf(width), 1, QStringLiteral(" "));
@@ -109,9 +110,10 @@ Protocol::Protocol(AppState& state, DeviceValues& values)
     , m_values(values) {
     connect(&window(), &Form::clicked, this, &Protocol::onClicked);
     connect(&commentWindow(), &Form::clicked, this, &Protocol::onClicked);
-    connect(&m_state.forms.frmDisplay(), &Form::clicked, this, [this](const QString& element) {
-        if (element == dv::mnuProtocolCreate) Q_EMIT createRequested();
-    });
+    connect(&m_state.forms.get(frmDisplay::kName), &Form::clicked, this,
+            [this](const QString& element) {
+                if (element == dv::mnuProtocolCreate) Q_EMIT createRequested();
+            });
     window().setCloseHandler([this] {
         cmdCancel_Click();
         return false;
@@ -121,11 +123,11 @@ Protocol::Protocol(AppState& state, DeviceValues& values)
 Protocol::~Protocol() = default;
 
 Form& Protocol::window() const {
-    return m_state.forms.frmProtocol();
+    return m_state.forms.get(frmProtocol::kName);
 }
 
 Form& Protocol::commentWindow() const {
-    return m_state.forms.frmProtocolComment();
+    return m_state.forms.get(frmProtocolComment::kName);
 }
 
 ValueStore& Protocol::store() {
@@ -134,7 +136,7 @@ ValueStore& Protocol::store() {
     return *m_empty;
 }
 
-void Protocol::ApplyTexts(int language) {
+void Protocol::ApplyTexts(Language language) {
     const StringTable& table = StringTable::instance();
     auto s = [&](int index) { return table.text(language, index); };
     Form& w = window();
@@ -170,7 +172,7 @@ void Protocol::onClicked(const QString& element) {
 void Protocol::Protocol_Create() {
     Form& c = commentWindow();
     c.load();
-    c.centreOver(m_state.forms.frmDisplay());
+    c.centreOver(m_state.forms.get(frmDisplay::kName));
     c.show(true);
 }
 
@@ -185,7 +187,7 @@ void Protocol::cmdOK_Click() {
     Build(comment1, comment2);
     Form& w = window();
     w.load();
-    w.centreOver(m_state.forms.frmDisplay());
+    w.centreOver(m_state.forms.get(frmDisplay::kName));
     w.show(true);
 }
 
@@ -366,10 +368,10 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
 QString Protocol::Page_Two() {
     ValueStore& v = store();
     const Cells c(m_state);
-    const QLocale& locale = m_state.locale;
-    const Form& settings = m_state.forms.frmDeviceSettings();
-    const Form& details = m_state.forms.frmExtinguishDetails();
-    const Form& modules = m_state.forms.frmExtinguishSettings();
+    const QLocale& locale = m_state.preferences.locale();
+    const Form& settings = m_state.forms.get(frmDeviceSettings::kName);
+    const Form& details = m_state.forms.get(frmExtinguishDetails::kName);
+    const Form& modules = m_state.forms.get(frmExtinguishSettings::kName);
     namespace ds = frmDeviceSettings;
     namespace es = frmExtinguishSettings;
 
@@ -470,12 +472,13 @@ QString Protocol::Page_Two() {
 }
 
 QString Protocol::suggestedName(const QString& suffix) const {
-    const QString serial = m_state.forms.frmDisplay().caption(dv::lblSerialNo[0]).trimmed();
-    return m_state.str(72) + (serial.isEmpty() ? QString() : u'_' + serial) + suffix;
+    const QString serial =
+        m_state.forms.get(frmDisplay::kName).caption(dv::lblSerialNo[0]).trimmed();
+    return m_state.texts.str(72) + (serial.isEmpty() ? QString() : u'_' + serial) + suffix;
 }
 
 void Protocol::tellFailure(const QString& path, const QString& failure) {
-    m_state.services.dialogs->messageBox(m_state.str(651) + u'\n' + path + u'\n' + failure,
+    m_state.services.dialogs->messageBox(m_state.texts.str(651) + u'\n' + path + u'\n' + failure,
                                          window().title(), UserDialogs::Buttons::Ok,
                                          UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
 }

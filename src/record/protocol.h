@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/preferences.h"
+
 #include <memory>
 
 #include <QObject>
@@ -36,7 +38,7 @@ public:
     void cmdCancel_Click();
 
     // The texts of both windows in `language`.
-    void ApplyTexts(int language);
+    void ApplyTexts(Language language);
 
     // Both pages as the views hold them.
     QStringList pages() const;

@@ -1,11 +1,13 @@
 #include "search/devicesearch.h"
 
-#include "common/appstate.h"
-#include "common/dialog_elements.h"
-#include "common/mainview_elements.h"
+#include "common/lifetime.h"
+#include "common/regsettings.h"
+#include "common/texts.h"
+#include "display/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "link/devicesession.h"
 #include "link/seriallink.h"
+#include "search/search_elements.h"
 
 namespace {
 
@@ -13,26 +15,34 @@ using namespace frmDeviceSearch;
 
 } // namespace
 
-DeviceSearch::DeviceSearch(AppState& state, DeviceSession& session, SerialLink& link,
+DeviceSearch::DeviceSearch(Form& searchWindow, Form& connectWindow, Form& mainView,
+                           const Form& startWindow, const Texts& texts, const RegSettings& settings,
+                           const Lifetime& life, DeviceSession& session, SerialLink& link,
                            PollEngine& engine)
     : QObject()
-    , m_state(state)
+    , m_searchWindow(searchWindow)
+    , m_connectWindow(connectWindow)
+    , m_mainView(mainView)
+    , m_startWindow(startWindow)
+    , m_texts(texts)
+    , m_settings(settings)
+    , m_life(life)
     , m_session(session)
     , m_link(link)
     , m_engine(engine) {
     m_tmrDataLED.disable();
     m_tmrBlink.disable();
     connect(&m_tmrDataLED, &FormTimer::timeout, this, [this] {
-        m_state.forms.frmDeviceSearch().setBackColor(picDataLED, colors::kDefault);
+        m_searchWindow.setBackColor(picDataLED, colors::kDefault);
         m_tmrDataLED.disable();
     });
     connect(&m_tmrBlink, &FormTimer::timeout, this, [this] {
-        Form& connectWindow = m_state.forms.frmConnect();
+        Form& connectWindow = m_connectWindow;
         connectWindow.setVisible(frmConnect::lblConnection,
                                  !connectWindow.isVisible(frmConnect::lblConnection));
     });
 
-    Form& search = m_state.forms.frmDeviceSearch();
+    Form& search = m_searchWindow;
     connect(&search, &Form::clicked, this, &DeviceSearch::onSearchWindowClicked);
     connect(&search, &Form::doubleClicked, this, [this](const QString& element) {
         if (element == lstDeviceList) selectListedDevice();
@@ -40,26 +50,25 @@ DeviceSearch::DeviceSearch(AppState& state, DeviceSession& session, SerialLink& 
     // Closing the window by its frame is a cancel: otherwise the poll would stay stopped
     // with the main view hidden.
     search.setCloseHandler([this] {
-        if (!m_state.g.gClosing) selectPreviousDevice();
+        if (!m_life.closing()) selectPreviousDevice();
         return true;
     });
 
-    Form& connectWindow = m_state.forms.frmConnect();
     connect(&connectWindow, &Form::clicked, this, &DeviceSearch::onConnectClicked);
     connect(&connectWindow, &Form::windowChanged, this, &DeviceSearch::onConnectWindowChanged);
     connectWindow.setCloseHandler([this] {
-        if (!m_state.g.gClosing) cancelConnection();
+        if (!m_life.closing()) cancelConnection();
         return true;
     });
 }
 
 void DeviceSearch::mnuDeviceSearch_Click() {
     m_engine.stop();
-    if (!m_link.isPortOpen()) m_link.SwitchToComPort(m_state.settings.GetPort());
+    if (!m_link.isPortOpen()) m_link.SwitchToComPort(m_settings.GetPort());
 
-    Form& display = m_state.forms.frmDisplay();
-    Form& search = m_state.forms.frmDeviceSearch();
-    search.setTitle(m_state.g.gAppTitle + QStringLiteral(" - ") +
+    Form& display = m_mainView;
+    Form& search = m_searchWindow;
+    search.setTitle(m_texts.appTitle + QStringLiteral(" - ") +
                     display.caption(frmDisplay::mnuDeviceSelect));
     search.setCaption(lblDataLEDLegend, display.caption(frmDisplay::lblReceiveLEDLegend[0]));
     search.setCaption(cmdOK, display.caption(frmDisplay::cmdSettingsAssume));
@@ -80,7 +89,7 @@ void DeviceSearch::mnuDeviceSearch_Click() {
 }
 
 void DeviceSearch::AddDevice(double serial) {
-    Form& search = m_state.forms.frmDeviceSearch();
+    Form& search = m_searchWindow;
     search.setBackColor(picDataLED, colors::kGreen);
     m_tmrDataLED.enable();
 
@@ -95,7 +104,7 @@ void DeviceSearch::AddDevice(double serial) {
 }
 
 void DeviceSearch::DeviceSelection(const QString& serial) {
-    Form& display = m_state.forms.frmDisplay();
+    Form& display = m_mainView;
     if (serial == m_session.serialNo()) {
         m_engine.setNextRead(2);
         display.show();
@@ -104,17 +113,16 @@ void DeviceSearch::DeviceSelection(const QString& serial) {
         m_engine.setNextRead(1);
         m_session.awaitChosenDevice(serial);
         Q_EMIT languageRefreshNeeded();
-        ShowConnect(m_state.g.gAppTitle + QStringLiteral(" - ") + serial);
+        ShowConnect(m_texts.appTitle + QStringLiteral(" - ") + serial);
     }
     m_session.setSearchRunning(false);
     m_engine.tmrAutoSend().enable();
 }
 
 void DeviceSearch::ShowConnect(const QString& title) {
-    Forms& forms = m_state.forms;
-    Form& connectWindow = forms.frmConnect();
+    Form& connectWindow = m_connectWindow;
     connectWindow.setTitle(title);
-    connectWindow.centreOver(forms.frmMQ27D());
+    connectWindow.centreOver(m_startWindow);
     connectWindow.show();
     connectWindow.bringToFront();
     m_tmrBlink.enable();
@@ -133,7 +141,7 @@ void DeviceSearch::onConnectClicked(const QString& element) {
 
 // Without a selected row there is nothing to choose, and the window stays open.
 void DeviceSearch::selectListedDevice() {
-    Form& search = m_state.forms.frmDeviceSearch();
+    Form& search = m_searchWindow;
     const QStringList listed = search.items(lstDeviceList);
     const double row = search.value(lstDeviceList);
     if (!(row >= 0 && row < listed.size())) return;
@@ -143,7 +151,7 @@ void DeviceSearch::selectListedDevice() {
 
 // Row 0 is the device that was selected when the search began.
 void DeviceSearch::selectPreviousDevice() {
-    Form& search = m_state.forms.frmDeviceSearch();
+    Form& search = m_searchWindow;
     const QStringList listed = search.items(lstDeviceList);
     if (listed.isEmpty()) return;
     DeviceSelection(listed.first());
@@ -153,8 +161,8 @@ void DeviceSearch::selectPreviousDevice() {
 void DeviceSearch::cancelConnection() {
     m_engine.stop();
     m_session.awaitChosenDevice(QString());
-    m_state.forms.frmMQ27D().show();
-    m_state.forms.frmConnect().unload();
+    Q_EMIT connectionCancelled();
+    m_connectWindow.unload();
 }
 
 void DeviceSearch::onConnectWindowChanged(Form::WindowChange change) {
@@ -162,6 +170,6 @@ void DeviceSearch::onConnectWindowChanged(Form::WindowChange change) {
         m_tmrBlink.enable();
     } else if (change == Form::WindowChange::Hidden || change == Form::WindowChange::Unloaded) {
         m_tmrBlink.disable();
-        m_state.forms.frmConnect().setVisible(frmConnect::lblConnection, true);
+        m_connectWindow.setVisible(frmConnect::lblConnection, true);
     }
 }

@@ -6,10 +6,12 @@
 #include <QObject>
 #include <QString>
 
-class AppState;
 class DeviceSession;
+class Lifetime;
 class PollEngine;
+class RegSettings;
 class SerialLink;
+class Texts;
 
 // Listing the devices that talk on the line and choosing one (frmDeviceSearch), and the
 // connection window frmConnect shown until a chosen or new device is read out.
@@ -17,7 +19,11 @@ class DeviceSearch : public QObject {
     Q_OBJECT
 
 public:
-    DeviceSearch(AppState& state, DeviceSession& session, SerialLink& link, PollEngine& engine);
+    // `searchWindow` and `connectWindow` are its own; the main view is hidden while the search
+    // runs, and the connection window stands centred over `startWindow`.
+    DeviceSearch(Form& searchWindow, Form& connectWindow, Form& mainView, const Form& startWindow,
+                 const Texts& texts, const RegSettings& settings, const Lifetime& life,
+                 DeviceSession& session, SerialLink& link, PollEngine& engine);
 
     // mnuDeviceSearch of the main view: stops the poll and lists the devices heard.
     void mnuDeviceSearch_Click();
@@ -35,6 +41,8 @@ public:
 Q_SIGNALS:
     // The window texts are to be rewritten in the current language.
     void languageRefreshNeeded();
+    // The user has given up waiting for a device: back to the start window.
+    void connectionCancelled();
 
 private:
     void onSearchWindowClicked(const QString& element);
@@ -44,7 +52,13 @@ private:
     void selectPreviousDevice();
     void cancelConnection();
 
-    AppState& m_state;
+    Form& m_searchWindow;
+    Form& m_connectWindow;
+    Form& m_mainView;
+    const Form& m_startWindow;
+    const Texts& m_texts;
+    const RegSettings& m_settings;
+    const Lifetime& m_life;
     DeviceSession& m_session;
     SerialLink& m_link;
     PollEngine& m_engine;

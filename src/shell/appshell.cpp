@@ -1,20 +1,28 @@
 #include "shell/appshell.h"
 
-#include "common/appstate.h"
-#include "common/dialog_elements.h"
-#include "common/mainview_elements.h"
-#include "common/startwindow_elements.h"
+#include "common/lifetime.h"
+#include "common/regsettings.h"
+#include "common/services.h"
+#include "common/texts.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "files/devicefiles.h"
 #include "link/seriallink.h"
+#include "shell/allforms.h"
+#include "shell/dialog_elements.h"
 #include "shell/languages.h"
+#include "shell/linewindows.h"
+#include "shell/startwindow_elements.h"
 #include "values/devicevalues.h"
+
+#include <QDir>
 
 namespace {
 
 const QString kTrayIcon = frmMQ27D::trayIcon;
 const QString kCrLf2 = QStringLiteral("\r\n\r\n");
 constexpr int kStringWriteWaiting = 508;
+constexpr int kStringAutoSaveFolder = 607;
 
 // The windows taken down with the start window, in this order.
 const QStringList kUnloadOrder = {QStringLiteral("frmDisplay"),
@@ -44,54 +52,62 @@ QString twoPlaces(const QString& text) {
 
 } // namespace
 
-AppShell::AppShell(AppState& state, SerialLink& link, DeviceFiles& files, Languages& languages,
-                   MainView& mainView, DeviceValues& values)
+AppShell::AppShell(AllForms& forms, Preferences& preferences, Texts& texts, RegSettings& settings,
+                   const Services& services, Lifetime& life, SerialLink& link, DeviceFiles& files,
+                   Languages& languages, PortWindow& portWindow, MainView& mainView,
+                   DeviceValues& values)
     : QObject()
-    , m_state(state)
+    , m_forms(forms)
+    , m_preferences(preferences)
+    , m_texts(texts)
+    , m_settings(settings)
+    , m_services(services)
+    , m_life(life)
     , m_link(link)
     , m_files(files)
     , m_languages(languages)
+    , m_portWindow(portWindow)
     , m_mainView(mainView)
     , m_values(values) {
-    Form& start = m_state.forms.frmMQ27D();
+    Form& start = m_forms.frmMQ27D();
     start.setVisible(kTrayIcon, false);
     // Closing the main view is closing the tool, and asks as the start window does.
-    for (Form* window : {&start, &m_state.forms.frmDisplay()}) {
+    for (Form* window : {&start, &m_forms.frmDisplay()}) {
         window->setCloseHandler([this] { return CloseApplication(); });
         connect(window, &Form::clicked, this, &AppShell::onMenuClicked);
     }
-    connect(&m_state.forms.frmAbout(), &Form::clicked, this, &AppShell::onAboutClicked);
+    connect(&m_forms.frmAbout(), &Form::clicked, this, &AppShell::onAboutClicked);
     connect(&m_link, &SerialLink::iconIndexChanged, this, &AppShell::TrayIconUpdate);
-    connect(&m_languages, &Languages::languageSwitched, &m_files, &DeviceFiles::showAutoSaveFolder);
+    connect(&m_languages, &Languages::languageSwitched, this, &AppShell::showAutoSaveFolder);
 }
 
 void AppShell::Startup(const QString& rawCommandLineArgs) {
-    if (m_state.g.gClosing) return;
+    if (m_life.closing()) return;
     SerialLink& link = m_link;
     link.tmrZeroCommand().enable();
     link.tmrToRx().disable();
     link.tmrReceiveLED().disable();
     link.tmrSendLED().disable();
 
-    const RegSettings& settings = m_state.settings;
-    m_state.g.gLanguage = settings.GetLanguage();
-    m_state.g.gTemperatureUnit = settings.GetTemperature();
-    m_state.g.gSmokeUnit = settings.GetSmoke();
-    m_state.g.gVersionSuffix = versionSuffix(settings.GetVersion());
+    const RegSettings& settings = m_settings;
+    m_preferences.setLanguage(languageFromNumber(settings.GetLanguage()));
+    m_preferences.setTemperatureUnit(temperatureUnitFromNumber(settings.GetTemperature()));
+    m_preferences.setSmokeUnit(smokeUnitFromNumber(settings.GetSmoke()));
+    m_texts.versionSuffix = versionSuffix(settings.GetVersion());
 
     // The main view loads before the first language switch reaches it, with the units read.
-    m_state.forms.frmDisplay().load();
-    m_languages.SwitchToLanguage(m_state.g.gLanguage);
+    m_forms.frmDisplay().load();
+    m_languages.SwitchToLanguage(languageNumber(m_preferences.language()));
     link.SwitchToComPort(settings.GetPort());
-    m_state.forms.frmMQ27D().show(false);
+    m_forms.frmMQ27D().show(false);
     TrayIconAdd();
 
-    m_state.g.gCmdArgs = GetCommandLineArgs(rawCommandLineArgs, 1);
+    m_cmdArgs = GetCommandLineArgs(rawCommandLineArgs, 1);
     handleCommandLine();
 }
 
 bool AppShell::CloseApplication() {
-    if (m_state.g.gClosing) return true;
+    if (m_life.closing()) return true;
     ValueStore* values = m_values.get();
     const bool buzzerOff = values && values->GetBuzzerShouldBeOff() == 1;
     bool writeWaiting = m_mainView.settingsPages().anyWaiting();
@@ -99,24 +115,24 @@ bool AppShell::CloseApplication() {
         writeWaiting = writeWaiting || waiting();
     if (buzzerOff || writeWaiting) {
         QString text;
-        if (buzzerOff) text += m_state.messages.buzzerWarning + kCrLf2;
-        if (writeWaiting) text += m_state.str(kStringWriteWaiting) + kCrLf2;
-        const auto answer = m_state.services.dialogs->messageBox(
-            text + m_state.messages.closeQuestion, m_state.str(0), UserDialogs::Buttons::YesNo,
+        if (buzzerOff) text += m_texts.messages.buzzerWarning + kCrLf2;
+        if (writeWaiting) text += m_texts.str(kStringWriteWaiting) + kCrLf2;
+        const auto answer = m_services.dialogs->messageBox(
+            text + m_texts.messages.closeQuestion, m_texts.str(0), UserDialogs::Buttons::YesNo,
             UserDialogs::Icon::Warning, UserDialogs::Answer::No);
         if (answer == UserDialogs::Answer::No) return false;
         // The system may have ended the tool while the question was open.
-        if (m_state.g.gClosing) return true;
+        if (m_life.closing()) return true;
     }
     ShutDown();
     return true;
 }
 
 void AppShell::ShutDown() {
-    if (m_state.g.gClosing) return;
+    if (m_life.closing()) return;
     m_link.stopTimers();
     if (m_link.isPortOpen()) m_link.closePort();
-    m_state.g.gClosing = true;
+    m_life.setClosing();
     unloadAll();
 }
 
@@ -125,9 +141,9 @@ void AppShell::addWriteWaitingCheck(std::function<bool()> waiting) {
 }
 
 void AppShell::ShowInterface() {
-    m_languages.SwitchToLanguage(m_state.g.gLanguage);
-    m_state.forms.frmInterface().show(false);
-    m_link.ShowCOMPort();
+    m_languages.SwitchToLanguage(languageNumber(m_preferences.language()));
+    m_forms.frmInterface().show(false);
+    m_portWindow.ShowCOMPort();
 }
 
 void AppShell::ShowLoadFile() {
@@ -139,8 +155,8 @@ void AppShell::ShowLanguage() {
 }
 
 void AppShell::ShowInfo() {
-    m_languages.SwitchToLanguage(m_state.g.gLanguage);
-    m_state.forms.frmAbout().show(true);
+    m_languages.SwitchToLanguage(languageNumber(m_preferences.language()));
+    m_forms.frmAbout().show(true);
 }
 
 QStringList AppShell::GetCommandLineArgs(const QString& commandLine, int maxArgs) {
@@ -170,7 +186,7 @@ QString AppShell::versionSuffix(const QString& version) {
 
 void AppShell::TrayIconAdd() {
     if (m_trayIconAdded) return;
-    Form& start = m_state.forms.frmMQ27D();
+    Form& start = m_forms.frmMQ27D();
     start.setValue(kTrayIcon, m_link.iconIndex());
     start.setToolTip(kTrayIcon, start.title());
     start.setVisible(kTrayIcon, true);
@@ -179,17 +195,17 @@ void AppShell::TrayIconAdd() {
 
 void AppShell::TrayIconUpdate() {
     if (!m_trayIconAdded) return;
-    m_state.forms.frmMQ27D().setValue(kTrayIcon, m_link.iconIndex());
+    m_forms.frmMQ27D().setValue(kTrayIcon, m_link.iconIndex());
 }
 
 void AppShell::TrayIconRemove() {
     if (!m_trayIconAdded) return;
-    m_state.forms.frmMQ27D().setVisible(kTrayIcon, false);
+    m_forms.frmMQ27D().setVisible(kTrayIcon, false);
     m_trayIconAdded = false;
 }
 
 void AppShell::trayIconActivated() {
-    Forms& forms = m_state.forms;
+    AllForms& forms = m_forms;
     for (Form* form : {&forms.frmMQ27D(), &forms.frmDisplay(), &forms.frmConnect()}) {
         if (form->isShown()) form->bringToFront();
     }
@@ -212,14 +228,14 @@ void AppShell::onMenuClicked(const QString& element) {
 }
 
 void AppShell::onAboutClicked(const QString& element) {
-    if (element == frmAbout::cmdOK) m_state.forms.frmAbout().unload();
+    if (element == frmAbout::cmdOK) m_forms.frmAbout().unload();
 }
 
-// Only the first argument counts (gCmdArgs[0]): the logger switch, which opens the logger,
+// Only the first argument counts: the logger switch, which opens the logger,
 // or a saved device file.
 void AppShell::handleCommandLine() {
-    if (m_state.g.gCmdArgs.isEmpty()) return;
-    const QString& argument = m_state.g.gCmdArgs.first();
+    if (m_cmdArgs.isEmpty()) return;
+    const QString& argument = m_cmdArgs.first();
     if (argument.isEmpty()) return;
     if (argument.toUpper() == u"/LOGGER") {
         Q_EMIT loggerRequested();
@@ -231,10 +247,17 @@ void AppShell::handleCommandLine() {
 
 void AppShell::unloadAll() {
     TrayIconRemove();
-    Forms& forms = m_state.forms;
+    AllForms& forms = m_forms;
     for (const QString& name : kUnloadOrder) {
         if (forms.exists(name)) forms.get(name).unload();
     }
     forms.frmMQ27D().unload();
     Q_EMIT quitRequested();
+}
+
+void AppShell::showAutoSaveFolder() {
+    const QString text =
+        m_texts.str(kStringAutoSaveFolder).arg(QDir::toNativeSeparators(m_files.autoSaveFolder()));
+    m_forms.frmMQ27D().setCaption(frmMQ27D::mnuAutoSaveFolder, text);
+    m_forms.frmAbout().setCaption(frmAbout::lblAutoSaveFolder, text);
 }

@@ -7,12 +7,18 @@
 #include <QString>
 #include <QStringList>
 
-class AppState;
+class AllForms;
 class DeviceFiles;
 class DeviceValues;
 class Languages;
+class Lifetime;
 class MainView;
+class PortWindow;
+class Preferences;
+class RegSettings;
 class SerialLink;
+class Texts;
+struct Services;
 
 // Start-up and shutdown of the tool, its command line, the menus of the start window and
 // the main view that belong to the whole tool, the About box and the notification-area icon.
@@ -20,8 +26,10 @@ class AppShell : public QObject {
     Q_OBJECT
 
 public:
-    AppShell(AppState& state, SerialLink& link, DeviceFiles& files, Languages& languages,
-             MainView& mainView, DeviceValues& values);
+    AppShell(AllForms& forms, Preferences& preferences, Texts& texts, RegSettings& settings,
+             const Services& services, Lifetime& life, SerialLink& link, DeviceFiles& files,
+             Languages& languages, PortWindow& portWindow, MainView& mainView,
+             DeviceValues& values);
 
     // The load of frmMQ27D: timers, settings, language, port, window, tray icon, command
     // line.
@@ -54,6 +62,9 @@ public:
     // A left click or double click on the tray icon: visible windows to the front.
     void trayIconActivated();
 
+    // "Automatic saves: <folder>" in the File menu and the About window.
+    void showAutoSaveFolder();
+
 Q_SIGNALS:
     // Shutdown has unloaded the start window; the program ends.
     void quitRequested();
@@ -66,12 +77,19 @@ private:
     void handleCommandLine();
     void unloadAll();
 
-    AppState& m_state;
+    AllForms& m_forms;
+    Preferences& m_preferences;
+    Texts& m_texts;
+    RegSettings& m_settings;
+    const Services& m_services;
+    Lifetime& m_life;
     SerialLink& m_link;
     DeviceFiles& m_files;
     Languages& m_languages;
+    PortWindow& m_portWindow;
     MainView& m_mainView;
     std::vector<std::function<bool()>> m_writeWaitingChecks;
     DeviceValues& m_values;
     bool m_trayIconAdded = false;
+    QStringList m_cmdArgs;
 };

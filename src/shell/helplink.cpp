@@ -1,7 +1,9 @@
 #include "shell/helplink.h"
 
-#include "common/appstate.h"
-#include "common/dialog_elements.h"
+#include "common/formmodel.h"
+#include "common/services.h"
+#include "common/texts.h"
+#include "shell/dialog_elements.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -26,8 +28,10 @@ QString threeDigits(int number) {
 
 } // namespace
 
-HelpLink::HelpLink(AppState& state)
-    : m_state(state) {}
+HelpLink::HelpLink(const Services& services, const Texts& texts, Form& about)
+    : m_services(services)
+    , m_texts(texts)
+    , m_about(about) {}
 
 void HelpLink::ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QString& Remark) {
     if (Mode != 1 && Mode != 2) return;
@@ -43,29 +47,29 @@ void HelpLink::ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QStrin
 // that opens the first page would leave the user searching.
 QString HelpLink::PdfViewer() const {
     for (const QString& name : {kEvince, kOkular}) {
-        const QString path = m_state.services.launcher->findExecutable(name);
+        const QString path = m_services.launcher->findExecutable(name);
         if (!path.isEmpty()) return path;
     }
     return {};
 }
 
-QString HelpLink::helpFileName(int deviceNumber, int language) {
+QString HelpLink::helpFileName(int deviceNumber, Language language) {
     return QStringLiteral("KompaHelp_%1_%2.pdf")
-        .arg(threeDigits(deviceNumber), threeDigits(language));
+        .arg(threeDigits(deviceNumber), threeDigits(languageNumber(language)));
 }
 
 QString HelpLink::helpFile(int deviceNumber) const {
-    const QString name = helpFileName(deviceNumber, m_state.g.gLanguage);
-    const QDir programDir(m_state.services.programDir);
+    const QString name = helpFileName(deviceNumber, m_texts.language());
+    const QDir programDir(m_services.programDir);
     const QString beside = programDir.filePath(name);
     const QString installed = QDir::cleanPath(programDir.filePath(kInstalledManual + u'/' + name));
     return !QFileInfo::exists(beside) && QFileInfo::exists(installed) ? installed : beside;
 }
 
 void HelpLink::showManualPath() {
-    m_state.forms.frmAbout().setCaption(
+    m_about.setCaption(
         frmAbout::lblManual,
-        m_state.str(kStringManual).arg(QDir::toNativeSeparators(helpFile(kManualDevice))));
+        m_texts.str(kStringManual).arg(QDir::toNativeSeparators(helpFile(kManualDevice))));
 }
 
 QStringList HelpLink::viewerArguments(const QString& viewer, const QString& file,
@@ -80,14 +84,14 @@ void HelpLink::describe(int target, const QString& file, const QString& destinat
                          kCrLf2 + QStringLiteral("PDF-File :                ") + file + kCrLf2 +
                          QStringLiteral("PDF-File Target :    ") + destination + kCrLf2 +
                          QStringLiteral("Remark :                 ") + remark;
-    m_state.services.dialogs->information(text, m_state.g.gAppTitle);
+    m_services.dialogs->information(text, m_texts.appTitle);
 }
 
 void HelpLink::open(const QString& file, const QString& destination) {
-    UserDialogs& dialogs = *m_state.services.dialogs;
-    ProcessLauncher& launcher = *m_state.services.launcher;
+    UserDialogs& dialogs = *m_services.dialogs;
+    ProcessLauncher& launcher = *m_services.launcher;
     if (!QFileInfo::exists(file)) {
-        dialogs.information(m_state.messages.fileMissing + kCrLf2 + file, m_state.g.gAppTitle);
+        dialogs.information(m_texts.messages.fileMissing + kCrLf2 + file, m_texts.appTitle);
         return;
     }
     const QString viewer = PdfViewer();
@@ -96,5 +100,5 @@ void HelpLink::open(const QString& file, const QString& destination) {
     // The page at its start is better than no help; only a desktop that opens no PDF at all
     // leaves the user with the message.
     else if (!launcher.openDocument(file))
-        dialogs.information(m_state.messages.viewerMissing, m_state.g.gAppTitle);
+        dialogs.information(m_texts.messages.viewerMissing, m_texts.appTitle);
 }

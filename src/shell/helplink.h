@@ -1,23 +1,28 @@
 #pragma once
 
+#include "common/preferences.h"
+
 #include <QString>
 #include <QStringList>
 
-class AppState;
+class Form;
+class Texts;
+struct Services;
 
 // Context help: KompaHelp_<device>_<language>.pdf beside the program (or where an
 // installation keeps the program's data), opened at a named destination by a PDF viewer found
 // on the PATH, else at its start by the desktop's own PDF viewer.
 class HelpLink {
 public:
-    explicit HelpLink(AppState& state);
+    // `about` names the manual.
+    HelpLink(const Services& services, const Texts& texts, Form& about);
 
     // Mode 1 opens the viewer at the destination, mode 2 shows what would be opened.
     void ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QString& Remark);
     // The viewer's path, or empty when no viewer that can jump to a destination is found.
     QString PdfViewer() const;
 
-    static QString helpFileName(int deviceNumber, int language);
+    static QString helpFileName(int deviceNumber, Language language);
     // The help file of `deviceNumber` in the present language, where it is found; the path
     // beside the program when it is found nowhere.
     QString helpFile(int deviceNumber) const;
@@ -32,5 +37,7 @@ private:
                   const QString& remark);
     void open(const QString& file, const QString& destination);
 
-    AppState& m_state;
+    const Services& m_services;
+    const Texts& m_texts;
+    Form& m_about;
 };

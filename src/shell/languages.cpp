@@ -1,11 +1,14 @@
 #include "shell/languages.h"
 
-#include "common/appstate.h"
-#include "common/dialog_elements.h"
-#include "common/mainview_elements.h"
-#include "common/startwindow_elements.h"
+#include "common/regsettings.h"
 #include "common/stringtable.h"
+#include "common/texts.h"
 #include "display/maintexts.h"
+#include "display/mainview_elements.h"
+#include "search/search_elements.h"
+#include "shell/allforms.h"
+#include "shell/dialog_elements.h"
+#include "shell/startwindow_elements.h"
 
 namespace {
 
@@ -30,42 +33,46 @@ QString languageOption(int index) {
 
 } // namespace
 
-class Languages::Texts {
+class Languages::Words {
 public:
-    explicit Texts(int language)
+    explicit Words(Language language)
         : m_language(language) {}
-    int language() const { return m_language; }
+    Language language() const { return m_language; }
     QString operator()(int index) const { return StringTable::instance().text(m_language, index); }
 
 private:
-    int m_language;
+    Language m_language;
 };
 
-Languages::Languages(AppState& state)
+Languages::Languages(AllForms& forms, Preferences& preferences, Texts& texts, RegSettings& settings)
     : QObject()
-    , m_state(state) {
-    Form& dialog = m_state.forms.frmLanguage();
+    , m_forms(forms)
+    , m_preferences(preferences)
+    , m_texts(texts)
+    , m_settings(settings) {
+    Form& dialog = m_forms.frmLanguage();
     connect(&dialog, &Form::loaded, this, &Languages::checkCurrentLanguage);
     connect(&dialog, &Form::clicked, this, &Languages::onLanguageClicked);
     connect(&dialog, &Form::edited, this, &Languages::onLanguageEdited);
 }
 
 void Languages::SwitchToLanguage(int language) {
-    const Texts s(StringTable::clampLanguage(language));
+    const Words s(languageFromNumber(language));
     applyStartWindow(s);
     applyMessages(s);
     applyInterfaceAndLanguage(s);
     applyMainView(s);
     applyAbout(s);
     applyConnectAndSearch(s);
-    if (m_state.settings.GetLanguage() != s.language()) m_state.settings.SetLanguage(s.language());
-    m_state.g.gLanguage = s.language();
+    const int number = languageNumber(s.language());
+    if (m_settings.GetLanguage() != number) m_settings.SetLanguage(number);
+    m_preferences.setLanguage(s.language());
     Q_EMIT languageSwitched(s.language());
 }
 
 void Languages::ShowLanguage() {
-    SwitchToLanguage(m_state.g.gLanguage);
-    m_state.forms.frmLanguage().show(false);
+    SwitchToLanguage(languageNumber(m_preferences.language()));
+    m_forms.frmLanguage().show(false);
 }
 
 QString Languages::versionText() {
@@ -77,8 +84,8 @@ QString Languages::versionNumber() {
            twoDigits(MQ27_VERSION_PATCH);
 }
 
-void Languages::applyStartWindow(const Texts& s) {
-    Form& form = m_state.forms.frmMQ27D();
+void Languages::applyStartWindow(const Words& s) {
+    Form& form = m_forms.frmMQ27D();
     form.setTitle(s(0) + versionText());
     setCaptions(
         form,
@@ -104,9 +111,9 @@ void Languages::applyStartWindow(const Texts& s) {
     form.setVisible(frmMQ27D::fraComReceive, false);
 }
 
-void Languages::applyMessages(const Texts& s) {
-    m_state.g.gAppTitle = s(0);
-    AppMessages& m = m_state.messages;
+void Languages::applyMessages(const Words& s) {
+    m_texts.appTitle = s(0);
+    AppMessages& m = m_texts.messages;
     m.saveQuestion = s(104);
     m.saveConfirmation = s(105);
     m.loadFilter = s(100) + s(101);
@@ -120,8 +127,8 @@ void Languages::applyMessages(const Texts& s) {
     m.closeQuestion = s(422);
 }
 
-void Languages::applyInterfaceAndLanguage(const Texts& s) {
-    Form& ports = m_state.forms.frmInterface();
+void Languages::applyInterfaceAndLanguage(const Words& s) {
+    Form& ports = m_forms.frmInterface();
     ports.setTitle(s(106));
     setCaptions(ports, {{frmInterface::lblCOMPort, s(107)},
                         {frmInterface::cmdOKButton, s(71)},
@@ -134,7 +141,7 @@ void Languages::applyInterfaceAndLanguage(const Texts& s) {
         ports.setItems(portList, entries);
     }
 
-    Form& dialog = m_state.forms.frmLanguage();
+    Form& dialog = m_forms.frmLanguage();
     dialog.setTitle(s(7));
     setCaptions(dialog, {{frmLanguage::optLanguage[0], QStringLiteral("Default")},
                          {frmLanguage::optLanguage[1], QStringLiteral("Deutsch")},
@@ -144,14 +151,14 @@ void Languages::applyInterfaceAndLanguage(const Texts& s) {
                          {frmLanguage::cmdOK, s(71)}});
 }
 
-void Languages::applyMainView(const Texts& s) {
-    ApplyMainViewTexts(m_state.forms.frmDisplay(), s.language());
+void Languages::applyMainView(const Words& s) {
+    ApplyMainViewTexts(m_forms.frmDisplay(), s.language());
 }
 
-void Languages::applyAbout(const Texts& s) {
-    Form& about = m_state.forms.frmAbout();
+void Languages::applyAbout(const Words& s) {
+    Form& about = m_forms.frmAbout();
     about.setTitle(s(113));
-    setCaptions(about, {{frmAbout::lblKompaVersion, s(114) + m_state.g.gVersionSuffix},
+    setCaptions(about, {{frmAbout::lblKompaVersion, s(114) + m_texts.versionSuffix},
                         {frmAbout::lblDisplay,
                          s(115) + u' ' + s(0) + QStringLiteral(",  V") + versionNumber()},
                         {frmAbout::lblCopyright[0], s(116)},
@@ -159,17 +166,17 @@ void Languages::applyAbout(const Texts& s) {
                         {frmAbout::cmdOK, s(71)}});
 }
 
-void Languages::applyConnectAndSearch(const Texts& s) {
-    setCaptions(m_state.forms.frmConnect(),
+void Languages::applyConnectAndSearch(const Words& s) {
+    setCaptions(m_forms.frmConnect(),
                 {{frmConnect::lblConnection, s(418)}, {frmConnect::cmdCancel, s(49)}});
-    setCaptions(m_state.forms.frmDeviceSearch(), {{frmDeviceSearch::lblDataLEDLegend, s(54)},
-                                                  {frmDeviceSearch::cmdOK, s(51)},
-                                                  {frmDeviceSearch::cmdCancel, s(49)}});
+    setCaptions(m_forms.frmDeviceSearch(), {{frmDeviceSearch::lblDataLEDLegend, s(54)},
+                                            {frmDeviceSearch::cmdOK, s(51)},
+                                            {frmDeviceSearch::cmdCancel, s(49)}});
 }
 
 void Languages::onLanguageClicked(const QString& element) {
     if (element != frmLanguage::cmdOK) return;
-    Form& dialog = m_state.forms.frmLanguage();
+    Form& dialog = m_forms.frmLanguage();
     int checked = 0;
     for (int i = 0; i < kLanguageOptions; ++i) {
         if (dialog.isChecked(languageOption(i))) {
@@ -183,7 +190,7 @@ void Languages::onLanguageClicked(const QString& element) {
 
 // The options form one group: choosing one clears the others.
 void Languages::onLanguageEdited(const QString& element) {
-    Form& dialog = m_state.forms.frmLanguage();
+    Form& dialog = m_forms.frmLanguage();
     QStringList options;
     for (int i = 0; i < kLanguageOptions; ++i)
         options << languageOption(i);
@@ -194,7 +201,7 @@ void Languages::onLanguageEdited(const QString& element) {
 }
 
 void Languages::checkCurrentLanguage() {
-    Form& dialog = m_state.forms.frmLanguage();
+    Form& dialog = m_forms.frmLanguage();
     for (int i = 0; i < kLanguageOptions; ++i)
-        dialog.setChecked(languageOption(i), i == m_state.g.gLanguage);
+        dialog.setChecked(languageOption(i), i == languageNumber(m_preferences.language()));
 }

@@ -3,8 +3,12 @@
 #include <QObject>
 #include <QString>
 
-class AppState;
+#include "common/preferences.h"
+
+class AllForms;
 class Form;
+class RegSettings;
+class Texts;
 
 // Every visible word of every window from the four-language string table, and the language
 // dialog frmLanguage.
@@ -12,7 +16,8 @@ class Languages : public QObject {
     Q_OBJECT
 
 public:
-    explicit Languages(AppState& state);
+    // Writes the texts of every window in `forms` and the message texts of `texts`.
+    Languages(AllForms& forms, Preferences& preferences, Texts& texts, RegSettings& settings);
 
     // Rewrites all window models and the message texts in `language` (1 to 4; anything
     // else is German), and stores a changed language.
@@ -26,21 +31,24 @@ public:
     static QString versionNumber();
 
 Q_SIGNALS:
-    void languageSwitched(int language);
+    void languageSwitched(Language language);
 
 private:
     // The texts of one language, as a switch applies them.
-    class Texts;
+    class Words;
 
-    void applyStartWindow(const Texts& s);
-    void applyMessages(const Texts& s);
-    void applyInterfaceAndLanguage(const Texts& s);
-    void applyMainView(const Texts& s);
-    void applyAbout(const Texts& s);
-    void applyConnectAndSearch(const Texts& s);
+    void applyStartWindow(const Words& s);
+    void applyMessages(const Words& s);
+    void applyInterfaceAndLanguage(const Words& s);
+    void applyMainView(const Words& s);
+    void applyAbout(const Words& s);
+    void applyConnectAndSearch(const Words& s);
     void onLanguageClicked(const QString& element);
     void onLanguageEdited(const QString& element);
     void checkCurrentLanguage();
 
-    AppState& m_state;
+    AllForms& m_forms;
+    Preferences& m_preferences;
+    Texts& m_texts;
+    RegSettings& m_settings;
 };

@@ -1,7 +1,6 @@
 #include "shell/livesession.h"
 
 #include "common/regsettings.h"
-#include "common/startwindow_elements.h"
 #include "engine/telegramdecoder.h"
 #include "files/devicefiles.h"
 #include "link/qtserialportdevice.h"
@@ -10,6 +9,7 @@
 #include "link/telegram.h"
 #include "shell/appshell.h"
 #include "shell/program.h"
+#include "shell/startwindow_elements.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -32,7 +32,7 @@ LiveSession::LiveSession(const Options& options)
     : m_port(std::make_unique<QtSerialPortDevice>())
     , m_options(options) {
     m_program = std::make_unique<Program>(m_outside.services(), m_port.get());
-    m_program->state().locale = QLocale::c();
+    m_program->preferences().setLocale(QLocale::c());
 
     TelegramDecoder& decoder = m_program->decoder();
     connect(&decoder, &TelegramDecoder::readOutRecorded, this, &LiveSession::onReadOutRecorded);
@@ -71,9 +71,9 @@ std::optional<QString> LiveSession::start(const QString& port) {
     }
     RegSettings& settings = m_program->settings();
     settings.SetPort(number);
-    settings.SetLanguage(m_options.language);
-    settings.SetSmoke(m_options.smokeUnit);
-    settings.SetTemperature(m_options.temperatureUnit);
+    settings.SetLanguage(languageNumber(m_options.language));
+    settings.SetSmoke(static_cast<int>(m_options.smokeUnit));
+    settings.SetTemperature(static_cast<int>(m_options.temperatureUnit));
     m_program->shell().Startup(QString());
     const SerialLink& link = m_program->link();
     if (link.isPortOpen()) return std::nullopt;

@@ -9,13 +9,13 @@
 
 OfflineView::OfflineView(const Options& options) {
     m_program = std::make_unique<Program>(m_outside.services(), nullptr);
-    AppState& state = m_program->state();
-    state.locale = options.locale;
+    Preferences& preferences = m_program->preferences();
+    preferences.setLocale(options.locale);
     // As the tool starts: the main view loads with the units, then the language applies.
-    state.g.gTemperatureUnit = options.temperatureUnit;
-    state.g.gSmokeUnit = options.smokeUnit;
-    state.forms.frmDisplay().load();
-    m_program->languages().SwitchToLanguage(options.language);
+    preferences.setTemperatureUnit(options.temperatureUnit);
+    preferences.setSmokeUnit(options.smokeUnit);
+    m_program->forms().frmDisplay().load();
+    m_program->languages().SwitchToLanguage(languageNumber(options.language));
 }
 
 OfflineView::~OfflineView() = default;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/preferences.h"
 #include "shell/unattendedservices.h"
 
 #include <memory>
@@ -17,9 +18,9 @@ class Program;
 class OfflineView {
 public:
     struct Options {
-        int language = 2;        // 1 German, 2 English, 3 French, 4 Dutch
-        int smokeUnit = 1;       // 1 %/m, 2 %/ft
-        int temperatureUnit = 1; // 1 °C, 2 °F
+        Language language = Language::English;
+        SmokeUnit smokeUnit = SmokeUnit::PercentPerMetre;
+        TemperatureUnit temperatureUnit = TemperatureUnit::Celsius;
         QLocale locale = QLocale::c();
     };
 

@@ -1,5 +1,6 @@
 #include "shell/program.h"
 
+#include "common/appstate.h"
 #include "devicesettings/devicesettings.h"
 #include "display/mainview.h"
 #include "engine/commands.h"
@@ -18,43 +19,63 @@
 #include "shell/appshell.h"
 #include "shell/helplink.h"
 #include "shell/languages.h"
+#include "shell/linewindows.h"
 
 Program::Program(const Services& services, SerialPortDevice* port, QObject* parent)
     : QObject(parent)
-    , g(m_state.g)
-    , messages(m_state.messages)
-    , m_state(services) {
-    m_link = std::make_unique<SerialLink>(m_state, port);
-    m_recognition = std::make_unique<Recognition>(m_state, m_session, *m_link, m_values);
-    m_engine = std::make_unique<PollEngine>(m_session, *m_link, m_values);
-    m_decoder = std::make_unique<TelegramDecoder>(m_state, m_session, *m_engine, m_values);
-    m_commands = std::make_unique<DeviceCommands>(m_state, m_session, *m_engine, m_values);
-    m_files = std::make_unique<DeviceFiles>(m_state, *m_link, *m_recognition, m_values);
-    m_search = std::make_unique<DeviceSearch>(m_state, m_session, *m_link, *m_engine);
-    m_mainView =
-        std::make_unique<MainView>(m_state, m_session, m_values, *m_commands, *m_engine, *m_files);
-    m_localisation =
-        std::make_unique<Localisation>(m_state, m_values, *m_commands, *m_engine, *m_mainView);
-    m_deviceSettings = std::make_unique<DeviceSettings>(m_state, *m_commands, *m_engine, m_values,
-                                                        m_mainView->limits());
-    m_extinguishDetails = std::make_unique<ExtinguishDetails>(m_state, m_values);
-    m_extinguishSettings = std::make_unique<ExtinguishSettings>(m_state, m_values, *m_commands,
-                                                                *m_engine, m_mainView->limits());
-    m_logger = std::make_unique<DataLogger>(m_state, m_values);
-    m_protocol = std::make_unique<Protocol>(m_state, m_values);
-    m_languages = std::make_unique<Languages>(m_state);
-    m_help = std::make_unique<HelpLink>(m_state);
-    m_shell =
-        std::make_unique<AppShell>(m_state, *m_link, *m_files, *m_languages, *m_mainView, m_values);
+    , m_services(withClock(services, m_systemClock))
+    , m_settings(*m_services.settings) {
+    m_pagesState = std::make_unique<AppState>(
+        AppState{m_forms, m_preferences, m_texts, m_services, m_settings, m_life});
+    makeParts(port);
     connectParts();
 }
 
 Program::~Program() = default;
 
-void Program::connectParts() {
-    const auto refreshLanguage = [this] { m_languages->SwitchToLanguage(m_state.g.gLanguage); };
-    const auto direct = Qt::DirectConnection;
+Services Program::withClock(Services services, Clock& fallback) {
+    if (!services.clock) services.clock = &fallback;
+    return services;
+}
 
+void Program::makeParts(SerialPortDevice* port) {
+    AppState& state = *m_pagesState;
+    UserDialogs& dialogs = *m_services.dialogs;
+    m_link = std::make_unique<SerialLink>(m_settings, m_texts, *m_services.clock, m_life, port);
+    m_recognition = std::make_unique<Recognition>(m_session, *m_link, m_values, m_life, dialogs,
+                                                  *m_services.launcher, m_services.programDir);
+    m_engine = std::make_unique<PollEngine>(m_session, *m_link, m_values);
+    m_decoder = std::make_unique<TelegramDecoder>(m_session, *m_engine, m_values);
+    m_commands = std::make_unique<DeviceCommands>(state, m_session, *m_engine, m_values);
+    m_files = std::make_unique<DeviceFiles>(m_services, m_texts, m_life, *m_link, *m_recognition,
+                                            m_values);
+    m_mainView =
+        std::make_unique<MainView>(m_forms.frmDisplay(), m_preferences, m_settings, m_texts,
+                                   m_session, m_values, *m_commands, *m_engine, state);
+    m_search = std::make_unique<DeviceSearch>(m_forms.frmDeviceSearch(), m_forms.frmConnect(),
+                                              m_forms.frmDisplay(), m_forms.frmMQ27D(), m_texts,
+                                              m_settings, m_life, m_session, *m_link, *m_engine);
+    m_localisation =
+        std::make_unique<Localisation>(state, m_values, *m_commands, *m_engine, *m_mainView);
+    m_deviceSettings = std::make_unique<DeviceSettings>(state, *m_commands, *m_engine, m_values,
+                                                        m_mainView->limits());
+    m_extinguishDetails = std::make_unique<ExtinguishDetails>(
+        m_forms.frmExtinguishDetails(), m_forms.frmDisplay(), m_texts, m_preferences, m_values);
+    m_extinguishSettings = std::make_unique<ExtinguishSettings>(state, m_values, *m_commands,
+                                                                *m_engine, m_mainView->limits());
+    m_logger = std::make_unique<DataLogger>(m_forms.frmLogdataDev(), m_forms.frmDisplay(), m_texts,
+                                            m_preferences, m_services, m_values);
+    m_protocol = std::make_unique<Protocol>(state, m_values);
+    m_languages = std::make_unique<Languages>(m_forms, m_preferences, m_texts, m_settings);
+    m_help = std::make_unique<HelpLink>(m_services, m_texts, m_forms.frmAbout());
+    m_startWindow = std::make_unique<StartWindow>(m_forms.frmMQ27D(), *m_link, *m_recognition);
+    m_portWindow = std::make_unique<PortWindow>(m_forms.frmInterface(), *m_link, m_settings);
+    m_shell = std::make_unique<AppShell>(m_forms, m_preferences, m_texts, m_settings, m_services,
+                                         m_life, *m_link, *m_files, *m_languages, *m_portWindow,
+                                         *m_mainView, m_values);
+}
+
+void Program::connectParts() {
     // The close question counts the writes that wait in every window, not only the main
     // view's pages.
     m_shell->addWriteWaitingCheck([this] {
@@ -68,45 +89,77 @@ void Program::connectParts() {
     m_shell->addWriteWaitingCheck(
         [this] { return m_localisation->tmrCompareLocalizeSet().isEnabled(); });
 
+    connectLine();
+    connectTelegramRoad();
+    connectWindows();
+    connectLanguage();
+    connect(m_shell.get(), &AppShell::quitRequested, this, &Program::quitRequested,
+            Qt::DirectConnection);
+}
+
+// Recognition: a telegram of the own family goes on to the decoder, a new device brings up
+// the connection window, another family ends the tool.
+void Program::connectLine() {
+    const auto direct = Qt::DirectConnection;
     connect(m_recognition.get(), &Recognition::ownTelegramAccepted, m_decoder.get(),
             &TelegramDecoder::DataDecoder, direct);
-    connect(m_recognition.get(), &Recognition::languageRefreshNeeded, this, refreshLanguage,
-            direct);
-    connect(m_recognition.get(), &Recognition::connectionWindowRequested, m_search.get(),
-            &DeviceSearch::ShowConnect, direct);
+    connect(
+        m_recognition.get(), &Recognition::connectionWindowRequested, this,
+        [this](const QString& serialNo) {
+            m_search->ShowConnect(serialNo + QStringLiteral(" - ") + m_texts.appTitle);
+        },
+        direct);
     connect(
         m_recognition.get(), &Recognition::closeRequested, this,
         [this] { m_shell->CloseApplication(); }, direct);
+}
 
-    connect(m_decoder.get(), &TelegramDecoder::searchAnswer, m_search.get(),
-            &DeviceSearch::AddDevice, direct);
-    connect(m_decoder.get(), &TelegramDecoder::deviceTakenOn, m_files.get(),
-            &DeviceFiles::armAutoSave, direct);
-    connect(m_decoder.get(), &TelegramDecoder::readOutComplete, m_files.get(),
-            &DeviceFiles::SaveDeviceData, direct);
-    connect(m_decoder.get(), &TelegramDecoder::displayRefreshDue, m_mainView.get(),
-            &MainView::ShowData, direct);
-    connect(m_decoder.get(), &TelegramDecoder::readOutRecorded, m_logger.get(),
+// The decoder's road on through the windows, the saves and the logger, in its order.
+void Program::connectTelegramRoad() {
+    const auto direct = Qt::DirectConnection;
+    MainView* mainView = m_mainView.get();
+    TelegramDecoder* decoder = m_decoder.get();
+    connect(decoder, &TelegramDecoder::telegramTimed, mainView, &MainView::showTelegramTime,
+            direct);
+    connect(decoder, &TelegramDecoder::searchAnswer, m_search.get(), &DeviceSearch::AddDevice,
+            direct);
+    connect(decoder, &TelegramDecoder::deviceTakenOn, mainView, &MainView::takeOn, direct);
+    connect(decoder, &TelegramDecoder::deviceTakenOn, m_files.get(), &DeviceFiles::armAutoSave,
+            direct);
+    connect(decoder, &TelegramDecoder::telegramStored, mainView, &MainView::ShowReceiveActivity,
+            direct);
+    connect(
+        decoder, &TelegramDecoder::connectionPhaseEnded, this,
+        [this] {
+            m_mainView->showDevice();
+            m_forms.frmMQ27D().hide();
+            m_forms.frmConnect().unload();
+        },
+        direct);
+    connect(decoder, &TelegramDecoder::readOutComplete, m_files.get(), &DeviceFiles::SaveDeviceData,
+            direct);
+    connect(
+        decoder, &TelegramDecoder::readOutComplete, this,
+        [this] { m_forms.frmLogdataDev().load(); }, direct);
+    connect(decoder, &TelegramDecoder::displayRefreshDue, mainView, &MainView::refreshIfShown,
+            direct);
+    connect(decoder, &TelegramDecoder::readOutRecorded, m_logger.get(),
             &DataLogger::ReadOutComplete, direct);
+}
+
+// What one window asks of a part that lies above it, or beside it.
+void Program::connectWindows() {
+    const auto direct = Qt::DirectConnection;
     connect(m_shell.get(), &AppShell::loggerRequested, m_logger.get(), &DataLogger::ShowLogger,
             direct);
     connect(
-        m_languages.get(), &Languages::languageSwitched, m_logger.get(),
-        [this] { m_logger->ApplyTexts(); }, direct);
-    // The record reads the labels, so they are brought to the language first.
-    connect(
-        m_protocol.get(), &Protocol::createRequested, this,
-        [this] {
-            m_languages->SwitchToLanguage(m_state.g.gLanguage);
-            m_protocol->Protocol_Create();
-        },
+        m_mainView.get(), &MainView::saveRequested, this, [this] { m_files->SaveDeviceData(0); },
         direct);
-    connect(m_languages.get(), &Languages::languageSwitched, m_protocol.get(),
-            &Protocol::ApplyTexts, direct);
-
-    connect(m_search.get(), &DeviceSearch::languageRefreshNeeded, this, refreshLanguage, direct);
     connect(m_mainView.get(), &MainView::deviceSearchRequested, m_search.get(),
             &DeviceSearch::mnuDeviceSearch_Click, direct);
+    connect(
+        m_search.get(), &DeviceSearch::connectionCancelled, this,
+        [this] { m_forms.frmMQ27D().show(); }, direct);
     connect(m_mainView.get(), &MainView::aboutToShowData, m_localisation.get(),
             &Localisation::ShowLocData, direct);
     connect(
@@ -115,25 +168,51 @@ void Program::connectParts() {
             m_help->ShowHelp(device, mode, topic, text);
         },
         direct);
-    connect(m_shell.get(), &AppShell::quitRequested, this, &Program::quitRequested, direct);
+    connect(m_extinguishDetails.get(), &ExtinguishDetails::helpRequested, m_mainView.get(),
+            &MainView::Help_Table, direct);
+}
+
+// A language switch reaches every window; a part that is about to show a window asks for one
+// first.
+void Program::connectLanguage() {
+    const auto direct = Qt::DirectConnection;
+    const auto refreshLanguage = [this] {
+        m_languages->SwitchToLanguage(languageNumber(m_preferences.language()));
+    };
+    connect(m_recognition.get(), &Recognition::languageRefreshNeeded, this, refreshLanguage,
+            direct);
+    connect(m_search.get(), &DeviceSearch::languageRefreshNeeded, this, refreshLanguage, direct);
     connect(m_localisation.get(), &Localisation::languageRefreshNeeded, this, refreshLanguage,
             direct);
+    // The record reads the labels, so they are brought to the language first.
     connect(
-        m_languages.get(), &Languages::languageSwitched, this,
-        [this](int language) {
-            ApplyLocalizeLearnTexts(m_state.forms.frmLocalizeLearn(), language);
+        m_protocol.get(), &Protocol::createRequested, this,
+        [this, refreshLanguage] {
+            refreshLanguage();
+            m_protocol->Protocol_Create();
+        },
+        direct);
+
+    Languages* languages = m_languages.get();
+    connect(
+        languages, &Languages::languageSwitched, m_logger.get(), [this] { m_logger->ApplyTexts(); },
+        direct);
+    connect(languages, &Languages::languageSwitched, m_protocol.get(), &Protocol::ApplyTexts,
+            direct);
+    connect(
+        languages, &Languages::languageSwitched, this,
+        [this](Language language) {
+            ApplyLocalizeLearnTexts(m_forms.frmLocalizeLearn(), language);
         },
         direct);
     connect(
-        m_languages.get(), &Languages::languageSwitched, this, [this] { m_help->showManualPath(); },
+        languages, &Languages::languageSwitched, this, [this] { m_help->showManualPath(); },
         direct);
-    connect(m_extinguishDetails.get(), &ExtinguishDetails::helpRequested, m_mainView.get(),
-            &MainView::Help_Table, direct);
-    connect(m_languages.get(), &Languages::languageSwitched, m_extinguishDetails.get(),
+    connect(languages, &Languages::languageSwitched, m_extinguishDetails.get(),
             &ExtinguishDetails::applyTexts, direct);
-    connect(m_languages.get(), &Languages::languageSwitched, m_extinguishSettings.get(),
+    connect(languages, &Languages::languageSwitched, m_extinguishSettings.get(),
             &ExtinguishSettings::applyTexts, direct);
     // After the main view's texts: the window's title is the main view's menu entry.
-    connect(m_languages.get(), &Languages::languageSwitched, m_deviceSettings.get(),
+    connect(languages, &Languages::languageSwitched, m_deviceSettings.get(),
             &DeviceSettings::ApplyTexts, direct);
 }

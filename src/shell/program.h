@@ -1,7 +1,13 @@
 #pragma once
 
-#include "common/appstate.h"
+#include "common/lifetime.h"
+#include "common/platformservices.h"
+#include "common/preferences.h"
+#include "common/regsettings.h"
+#include "common/services.h"
+#include "common/texts.h"
 #include "link/devicesession.h"
+#include "shell/allforms.h"
 #include "values/devicevalues.h"
 
 #include <memory>
@@ -9,6 +15,7 @@
 #include <QObject>
 #include <QString>
 
+struct AppState;
 class SerialPortDevice;
 class SerialLink;
 class Recognition;
@@ -27,10 +34,13 @@ class HelpLink;
 class AppShell;
 class DataLogger;
 class Protocol;
+class StartWindow;
+class PortWindow;
 
 // The one place where the program is put together: it makes every part, gives each the
-// parts below it, and connects the signals by which a lower part reaches a higher one.
-// The connections are direct, so a telegram still takes its whole road within one call.
+// services and window models it works with and the parts below it, and connects the signals
+// by which a lower part reaches a higher one. The connections are direct, so a telegram still
+// takes its whole road within one call.
 class Program : public QObject {
     Q_OBJECT
 
@@ -39,13 +49,13 @@ public:
     Program(const Services& services, SerialPortDevice* port, QObject* parent = nullptr);
     ~Program() override;
 
-    AppState& state() { return m_state; }
-    Forms& forms() { return m_state.forms; }
-    AppGlobals& g;
-    AppMessages& messages;
-    const Services& services() const { return m_state.services; }
-    RegSettings& settings() { return m_state.settings; }
-    QString str(int index) const { return m_state.str(index); }
+    AllForms& forms() { return m_forms; }
+    Preferences& preferences() { return m_preferences; }
+    Texts& texts() { return m_texts; }
+    const Services& services() const { return m_services; }
+    RegSettings& settings() { return m_settings; }
+    Lifetime& life() { return m_life; }
+    QString str(int index) const { return m_texts.str(index); }
 
     // The value store exists from the first telegram of the own device kind on.
     ValueStore* values() { return m_values.get(); }
@@ -69,15 +79,29 @@ public:
     AppShell& shell() { return *m_shell; }
     DataLogger& logger() { return *m_logger; }
     Protocol& protocol() { return *m_protocol; }
+    PortWindow& portWindow() { return *m_portWindow; }
 
 Q_SIGNALS:
     // Shutdown has unloaded the start window; the program ends.
     void quitRequested();
 
 private:
+    static Services withClock(Services services, Clock& fallback);
+    void makeParts(SerialPortDevice* port);
     void connectParts();
+    void connectLine();
+    void connectTelegramRoad();
+    void connectWindows();
+    void connectLanguage();
 
-    AppState m_state;
+    SystemClock m_systemClock;
+    const Services m_services;
+    AllForms m_forms;
+    Preferences m_preferences;
+    Texts m_texts{m_preferences};
+    RegSettings m_settings;
+    Lifetime m_life;
+    std::unique_ptr<AppState> m_pagesState;
     DeviceSession m_session;
     DeviceValues m_values;
     std::unique_ptr<SerialLink> m_link;
@@ -86,9 +110,9 @@ private:
     std::unique_ptr<TelegramDecoder> m_decoder;
     std::unique_ptr<DeviceCommands> m_commands;
     std::unique_ptr<DeviceFiles> m_files;
+    std::unique_ptr<MainView> m_mainView;
     std::unique_ptr<DeviceSearch> m_search;
     std::unique_ptr<Localisation> m_localisation;
-    std::unique_ptr<MainView> m_mainView;
     std::unique_ptr<ExtinguishDetails> m_extinguishDetails;
     std::unique_ptr<ExtinguishSettings> m_extinguishSettings;
     std::unique_ptr<DeviceSettings> m_deviceSettings;
@@ -96,5 +120,7 @@ private:
     std::unique_ptr<Protocol> m_protocol;
     std::unique_ptr<Languages> m_languages;
     std::unique_ptr<HelpLink> m_help;
+    std::unique_ptr<StartWindow> m_startWindow;
+    std::unique_ptr<PortWindow> m_portWindow;
     std::unique_ptr<AppShell> m_shell;
 };

@@ -1,5 +1,6 @@
+#include "shell/allforms.h"
 #include "common/forms.h"
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 
 #include <QtTest>
 
@@ -24,7 +25,7 @@ private Q_SLOTS:
     void cleanup() { setUndeclaredElementHandler(nullptr); }
 
     void windowHoldsExactlyItsDeclaration() {
-        Forms forms;
+        AllForms forms;
         const QStringList names = forms.frmDisplay().elementNames();
         QVERIFY(names.contains(QStringLiteral("lblSerialNo_7")));
         QVERIFY2(names.contains(QStringLiteral("tabDisplay")), "a tab array names its widget");
@@ -34,7 +35,7 @@ private Q_SLOTS:
     }
 
     void misspeltNamesAreRefused() {
-        Forms forms;
+        AllForms forms;
         Form& view = forms.frmDisplay();
         view.setCaption(QStringLiteral("lblSerialNumber_0"), QStringLiteral("x"));
         view.caption(QStringLiteral("lblSerialNo_8"));

@@ -1,8 +1,7 @@
 #include "common/colors.h"
-#include "common/mainview_elements.h"
-#include "common/workwindow_elements.h"
 #include "devicesettings/devicesettings.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "shell/appshell.h"
 #include "support/mainviewrig.h"
@@ -160,4 +159,5 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(TestDeviceSettings)
+#include "devicesettings/devicesettings_elements.h"
 #include "tst_devicesettings.moc"

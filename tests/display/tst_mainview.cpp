@@ -23,7 +23,7 @@ private Q_SLOTS:
 void TestMainView::loadPreparesMenusAndTabs() {
     TestApp t;
     Program& app = *t.app;
-    app.g.gTemperatureUnit = 2;
+    app.preferences().setTemperatureUnit(temperatureUnitFromNumber(2));
     Form& view = app.forms().frmDisplay();
     view.setValue("tabDisplay", 4);
     view.load();
@@ -44,8 +44,8 @@ void TestMainView::unitMenusSwapAndStore() {
 
     view.click("mnuFahrenheit");
     view.click("mnuPercentFeet");
-    QCOMPARE(app.g.gTemperatureUnit, 2);
-    QCOMPARE(app.g.gSmokeUnit, 2);
+    QCOMPARE(app.preferences().temperatureUnit(), TemperatureUnit::Fahrenheit);
+    QCOMPARE(app.preferences().smokeUnit(), SmokeUnit::PercentPerFoot);
     QVERIFY(view.isChecked("mnuFahrenheit") && !view.isChecked("mnuCelsius"));
     QVERIFY(view.isChecked("mnuPercentFeet") && !view.isChecked("mnuPercentMeter"));
     QCOMPARE(t.settings.values.value("Temperature"), QStringLiteral("2"));
@@ -53,8 +53,8 @@ void TestMainView::unitMenusSwapAndStore() {
 
     view.click("mnuCelsius");
     view.click("mnuPercentMeter");
-    QCOMPARE(app.g.gTemperatureUnit, 1);
-    QCOMPARE(app.g.gSmokeUnit, 1);
+    QCOMPARE(app.preferences().temperatureUnit(), TemperatureUnit::Celsius);
+    QCOMPARE(app.preferences().smokeUnit(), SmokeUnit::PercentPerMetre);
     QVERIFY(view.isChecked("mnuCelsius") && !view.isChecked("mnuFahrenheit"));
     QVERIFY(view.isChecked("mnuPercentMeter") && !view.isChecked("mnuPercentFeet"));
     QCOMPARE(t.settings.values.value("Smoke"), QStringLiteral("1"));
@@ -77,7 +77,7 @@ void TestMainView::menusReachTheirParts() {
     QVERIFY(app.forms().frmInterface().isShown());
 
     view.click("mnuLoad");
-    QCOMPARE(t.dialogs.lastFilter, app.messages.loadFilter);
+    QCOMPARE(t.dialogs.lastFilter, app.texts().messages.loadFilter);
 
     // A save by the user asks for a file name; cancelled, nothing is written.
     t.dialogs.lastFilter.clear();
@@ -92,7 +92,7 @@ void TestMainView::exitIgnoresTheAnswer() {
     app.shell().Startup(QString());
     QSignalSpy quit(&app, &Program::quitRequested);
     app.forms().frmDisplay().click("mnuExit");
-    QVERIFY(app.g.gClosing);
+    QVERIFY(app.life().closing());
     QCOMPARE(quit.count(), 1);
 }
 
@@ -111,12 +111,12 @@ void TestMainView::closeButtonFollowsTheAnswer() {
     t.dialogs.answers = {UserDialogs::Answer::No};
     QVERIFY(!view.requestClose());
     QVERIFY(view.isShown());
-    QVERIFY(!app.g.gClosing);
+    QVERIFY(!app.life().closing());
 
     t.dialogs.answers = {UserDialogs::Answer::Yes};
     QVERIFY(view.requestClose());
     QVERIFY(!view.isLoaded());
-    QVERIFY(app.g.gClosing);
+    QVERIFY(app.life().closing());
 }
 
 void TestMainView::helpTopics_data() {

@@ -1,6 +1,6 @@
 #include "common/colors.h"
-#include "common/mainview_elements.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "shell/appshell.h"
 #include "support/mainviewrig.h"

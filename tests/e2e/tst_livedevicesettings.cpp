@@ -2,9 +2,8 @@
 // values written once each, read back and shown as taken; a value the device refuses keeps
 // its page waiting until the user cancels. One device and one tool serve the cases in turn.
 #include "common/formmodel.h"
-#include "common/mainview_elements.h"
-#include "common/workwindow_elements.h"
 #include "devicesettings/devicesettings.h"
+#include "display/mainview_elements.h"
 #include "shell/program.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
@@ -161,4 +160,5 @@ void TestLiveDeviceSettings::refusedValueWaitsUntilCancel() {
 }
 
 QTEST_MAIN(TestLiveDeviceSettings)
+#include "devicesettings/devicesettings_elements.h"
 #include "tst_livedevicesettings.moc"

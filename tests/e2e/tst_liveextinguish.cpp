@@ -4,8 +4,7 @@
 // and one tool serve the cases in turn.
 #include "common/colors.h"
 #include "common/formmodel.h"
-#include "common/mainview_elements.h"
-#include "common/workwindow_elements.h"
+#include "display/mainview_elements.h"
 #include "extinguish/extinguishsettings.h"
 #include "shell/program.h"
 #include "support/livetool.h"
@@ -142,4 +141,5 @@ void TestLiveExtinguish::refusedValueKeepsTheWindowWaitingUntilCancel() {
 }
 
 QTEST_MAIN(TestLiveExtinguish)
+#include "extinguish/extinguish_elements.h"
 #include "tst_liveextinguish.moc"

@@ -3,9 +3,8 @@
 // and a measurement aborted. The device measures the transport times of its profile in
 // turn (10, 14, 20, 26 s); one device and one tool serve the cases in this order.
 #include "common/colors.h"
-#include "common/mainview_elements.h"
 #include "common/numberformat.h"
-#include "common/workwindow_elements.h"
+#include "display/mainview_elements.h"
 #include "localize/localisation.h"
 #include "localize/ui/frmlocalizelearn.h"
 #include "localize/ui/pipedrawing.h"
@@ -54,7 +53,7 @@ private:
     Form& window() { return m_tool->app().forms().frmLocalizeLearn(); }
     frmLocalizeLearnWindow& widget() {
         return *qobject_cast<frmLocalizeLearnWindow*>(
-            m_tool->runtime().window(formname::frmLocalizeLearn));
+            m_tool->runtime().window(frmLocalizeLearn::kName));
     }
     template <typename T>
     T* find(const QString& element) {
@@ -63,7 +62,7 @@ private:
     void open(int layout);
     // A transport time as the windows show it.
     QString time(double seconds) {
-        return numberformat::fixed(seconds, 1, m_tool->app().state().locale);
+        return numberformat::fixed(seconds, 1, m_tool->app().preferences().locale());
     }
     // Starts a measurement and waits until the device reports it running.
     void startMeasurement();
@@ -99,7 +98,7 @@ void TestLiveLocalisation::cleanupTestCase() {
 
 void TestLiveLocalisation::open(int layout) {
     auto* button = m_tool->runtime()
-                       .window(formname::frmDisplay)
+                       .window(frmDisplay::kName)
                        ->findChild<QPushButton*>(el::cmdShowLocLearnMode[layout]);
     QVERIFY(button && button->isEnabled());
     button->click();
@@ -203,4 +202,5 @@ void TestLiveLocalisation::abortedMeasurementGivesNoTime() {
 }
 
 QTEST_MAIN(TestLiveLocalisation)
+#include "localize/localize_elements.h"
 #include "tst_livelocalisation.moc"

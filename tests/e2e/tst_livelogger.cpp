@@ -2,10 +2,10 @@
 // and the recording started before the first telegram, then stopped at the first complete
 // read-out after 30 s. Each read-out is one line of the .dat file and one point of each trend line.
 #include "common/formmodel.h"
-#include "common/logger_elements.h"
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "engine/telegramdecoder.h"
 #include "logger/datalogger.h"
+#include "logger/logger_elements.h"
 #include "logger/ui/frmlogdatadev.h"
 #include "logger/ui/trendchart.h"
 #include "shell/program.h"

@@ -3,7 +3,7 @@
 // One device and one tool serve the three cases in turn, so the take-on is waited for once.
 #include "common/colors.h"
 #include "common/formmodel.h"
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
 

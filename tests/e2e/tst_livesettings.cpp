@@ -3,8 +3,8 @@
 // that the device refuses or never hears keeps the page waiting until the user cancels.
 // One device and one tool serve the cases in turn; the device loses the first write on the
 // line and takes less extinguishing delay than the tool allows.
-#include "common/mainview_elements.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "shell/program.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"

@@ -169,7 +169,7 @@ void TestLiveShell::languageSwitchRewritesEveryOpenWindow() {
     QWidget* languageWindow = runtime.window(QStringLiteral("frmLanguage"));
     languageWindow->findChild<QAbstractButton*>(QStringLiteral("optLanguage_2"))->click();
     languageWindow->findChild<QAbstractButton*>(QStringLiteral("cmdOK"))->click();
-    QCOMPARE(tool.app().g.gLanguage, 2);
+    QCOMPARE(tool.app().preferences().language(), Language::English);
     for (const QString& name : open) {
         if (name == u"frmLanguage") continue; // closed by its OK button
         QVERIFY2(textsOf(runtime.window(name)) != before.value(name), qPrintable(name));
@@ -203,8 +203,8 @@ void TestLiveShell::settingsSurviveARestart() {
     auto settings = store();
     LiveTool tool(QStringLiteral("/nonexistent/port"), settings.get());
     tool.start();
-    QCOMPARE(tool.app().g.gLanguage, 3);
-    QCOMPARE(tool.app().g.gTemperatureUnit, 2);
+    QCOMPARE(tool.app().preferences().language(), Language::French);
+    QCOMPARE(tool.app().preferences().temperatureUnit(), TemperatureUnit::Fahrenheit);
 }
 
 void TestLiveShell::closingWithSilencedBuzzerAsks() {

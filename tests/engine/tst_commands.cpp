@@ -1,7 +1,6 @@
 #include "engine/commands.h"
 
-#include "common/mainview_elements.h"
-#include "common/workwindow_elements.h"
+#include "display/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
 #include "support/fakes.h"
@@ -53,7 +52,7 @@ struct Rig {
     SettingLimits limits;
 
     explicit Rig(bool twoDetectors = false) {
-        app.state().locale = QLocale::c();
+        app.preferences().setLocale(QLocale::c());
         app.session().setSerialNo(QString::number(kSerial));
         for (std::int16_t command : {2, 3, 5}) {
             Bytes telegram = testsupport::ownTelegram(command, kSerial, kFill);
@@ -214,7 +213,7 @@ private slots:
 
     void airFlowInitReadsTheWindowsDecimalMark() {
         Rig rig;
-        rig.app.state().locale = QLocale(QLocale::German, QLocale::Germany);
+        rig.app.preferences().setLocale(QLocale(QLocale::German, QLocale::Germany));
         type(rig.view,
              {el::txtFanVoltageNormal, "12,5", el::txtAltitude, "250", el::txtAirPressure, "1013"});
         QVERIFY(rig.commands.AirFlowInit(rig.limits));
@@ -254,8 +253,8 @@ private slots:
 
     void learnWindowCommands() {
         Rig rig;
-        rig.app.messages.normalModeWarning = QStringLiteral("leave learn mode?");
-        rig.app.g.gAppTitle = QStringLiteral("KOMPA");
+        rig.app.texts().messages.normalModeWarning = QStringLiteral("leave learn mode?");
+        rig.app.texts().appTitle = QStringLiteral("KOMPA");
         type(rig.learn,
              {ll::txtBlowTime, "60", ll::txtBlowFanVoltage, "10.5", ll::txtSuckFanVoltage, "12"});
         DeviceCommands::LocalisationWindows windows{{500, 1201, 1701}, {1200, 1700, 2300}, 3, true};
@@ -318,4 +317,7 @@ private slots:
 };
 
 QTEST_GUILESS_MAIN(TestCommands)
+#include "devicesettings/devicesettings_elements.h"
+#include "extinguish/extinguish_elements.h"
+#include "localize/localize_elements.h"
 #include "tst_commands.moc"

@@ -1,3 +1,4 @@
+#include "display/mainview.h"
 #include "engine/pollengine.h"
 #include "engine/telegramdecoder.h"
 #include "files/devicefiles.h"
@@ -44,7 +45,7 @@ struct Rig {
     PollEngine& engine = app.engine();
     Form& display = app.forms().frmDisplay();
 
-    Rig() { app.g.gAppTitle = QStringLiteral("KOMPA MQ27D"); }
+    Rig() { app.texts().appTitle = QStringLiteral("KOMPA MQ27D"); }
 
     void feed(const Bytes& t) { decoder.DataDecoder(t); }
     // Telegrams 1, 2, 3 and 5 of a device: its complete read-out.
@@ -71,7 +72,7 @@ private slots:
         Rig rig;
         rig.feed(ownTelegram(1, kSerial, 0x33, when));
         QCOMPARE(rig.app.session().telegramTime(), when);
-        QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, when));
+        QCOMPARE(rig.display.title(), expectedTitle(rig.app.texts().appTitle, when));
     }
 
     void titleChangesAlsoForTelegramsThatAreDropped_data() {
@@ -84,7 +85,7 @@ private slots:
         QFETCH(Bytes, telegram);
         Rig rig;
         rig.feed(telegram);
-        QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, kRecorded));
+        QCOMPARE(rig.display.title(), expectedTitle(rig.app.texts().appTitle, kRecorded));
         QVERIFY(allZero(stored(rig.app, 2)));
         QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
@@ -253,7 +254,7 @@ private slots:
         rig.feed(good2);
         rig.engine.setNextRead(3);
         rig.engine.tmrAutoSend().disable();
-        rig.decoder.tmrReceiveLED().disable();
+        rig.app.mainView().tmrReceiveLED().disable();
         rig.display.setBackColor("picReceiveLED_0", colors::kWindowBackground);
 
         rig.feed(ownTelegram(2, kSerial, 0x66, kRecorded, extra));
@@ -278,13 +279,13 @@ private slots:
         rig.feed(ownTelegram(1));
         for (int i = 0; i < 8; ++i)
             QCOMPARE(rig.display.backColor(Form::indexed(u"picReceiveLED", i)), colors::kGreen);
-        QVERIFY(rig.decoder.tmrReceiveLED().isEnabled());
-        QCOMPARE(rig.decoder.tmrReceiveLED().interval(), 100);
-        Q_EMIT rig.decoder.tmrReceiveLED().timeout();
+        QVERIFY(rig.app.mainView().tmrReceiveLED().isEnabled());
+        QCOMPARE(rig.app.mainView().tmrReceiveLED().interval(), 100);
+        Q_EMIT rig.app.mainView().tmrReceiveLED().timeout();
         for (int i = 0; i < 8; ++i)
             QCOMPARE(rig.display.backColor(Form::indexed(u"picReceiveLED", i)),
                      colors::kWindowBackground);
-        QVERIFY(!rig.decoder.tmrReceiveLED().isEnabled());
+        QVERIFY(!rig.app.mainView().tmrReceiveLED().isEnabled());
     }
 
     void deviceSearchOnlyCollects() {
@@ -302,7 +303,7 @@ private slots:
         QCOMPARE(stored(rig.app, 1), before1);
         QVERIFY(stored(rig.app, 2) != ownTelegram(2, kSerial, 0x99, later));
         QCOMPARE(rig.app.session().takenOnSerialNo(), QString::number(kSerial));
-        QCOMPARE(rig.display.title(), expectedTitle(rig.app.g.gAppTitle, later));
+        QCOMPARE(rig.display.title(), expectedTitle(rig.app.texts().appTitle, later));
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
     }
 };

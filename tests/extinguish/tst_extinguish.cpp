@@ -1,7 +1,6 @@
 #include "common/colors.h"
-#include "common/mainview_elements.h"
-#include "common/workwindow_elements.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "extinguish/extinguishdetails.h"
 #include "extinguish/extinguishsettings.h"
@@ -191,4 +190,5 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(TestExtinguish)
+#include "extinguish/extinguish_elements.h"
 #include "tst_extinguish.moc"

@@ -1,3 +1,4 @@
+#include "shell/appshell.h"
 #include "engine/telegramdecoder.h"
 #include "files/devicefiles.h"
 #include "link/seriallink.h"
@@ -77,10 +78,10 @@ struct Rig {
     DeviceFiles& files = app.files();
 
     Rig() {
-        app.g.gAppTitle = QStringLiteral("KOMPA MQ27D");
-        app.messages.saveQuestion = QStringLiteral("Datei existiert bereits. Überschreiben?");
-        app.messages.saveConfirmation = QStringLiteral("Daten gespeichert");
-        app.messages.loadFilter = QStringLiteral("Gerätedaten (*.ko3)|*.ko3|");
+        app.texts().appTitle = QStringLiteral("KOMPA MQ27D");
+        app.texts().messages.saveQuestion = QStringLiteral("Datei existiert bereits. Überschreiben?");
+        app.texts().messages.saveConfirmation = QStringLiteral("Daten gespeichert");
+        app.texts().messages.loadFilter = QStringLiteral("Gerätedaten (*.ko3)|*.ko3|");
         t.clock.time = QDateTime(QDate(2026, 11, 23), QTime(9, 30, 15));
     }
 
@@ -214,8 +215,8 @@ private slots:
         if (asked) {
             QVERIFY(!shown.isEmpty());
             const ScriptedDialogs::Shown question = shown.takeFirst();
-            QCOMPARE(question.text, rig.app.messages.saveQuestion);
-            QCOMPARE(question.title, rig.app.g.gAppTitle);
+            QCOMPARE(question.text, rig.app.texts().messages.saveQuestion);
+            QCOMPARE(question.title, rig.app.texts().appTitle);
             QCOMPARE(question.buttons, UserDialogs::Buttons::YesNo);
             QCOMPARE(question.icon, UserDialogs::Icon::Question);
         }
@@ -223,7 +224,7 @@ private slots:
             QCOMPARE(readAll(path), readAll(rig.inProgramDir()));
             QCOMPARE(shown.size(), 1);
             QCOMPARE(shown.first().text, path + "\r\n\r\nDaten gespeichert");
-            QCOMPARE(shown.first().title, rig.app.g.gAppTitle);
+            QCOMPARE(shown.first().title, rig.app.texts().appTitle);
             QCOMPARE(shown.first().icon, UserDialogs::Icon::Information);
         } else {
             QCOMPARE(readAll(path), existing);
@@ -327,8 +328,8 @@ private slots:
 
     void autoSaveFolderIsShownAndOpened() {
         Rig rig;
-        rig.app.g.gLanguage = 2;
-        rig.files.showAutoSaveFolder();
+        rig.app.preferences().setLanguage(languageFromNumber(2));
+        rig.app.shell().showAutoSaveFolder();
         const QString folder = QDir(rig.t.programDir()).filePath("AutoSave");
         QCOMPARE(rig.app.forms().frmMQ27D().caption(QStringLiteral("mnuAutoSaveFolder")),
                  QStringLiteral("Automatic saves: ") + folder);
@@ -365,7 +366,7 @@ private slots:
     void readDeviceFileAsksForAMissingName() {
         Rig rig;
         QVERIFY(!rig.files.ReadDeviceFile(QString()).has_value());
-        QCOMPARE(rig.t.dialogs.lastFilter, rig.app.messages.loadFilter);
+        QCOMPARE(rig.t.dialogs.lastFilter, rig.app.texts().messages.loadFilter);
 
         const QString path = rig.tempFile("asked.ko3");
         writeFile(path, "&H00 &H05 &HFF\r\n");
@@ -480,7 +481,7 @@ private slots:
         QCOMPARE(QFileInfo(rig.t.launcher.started.first().program).fileName().section('.', 0, 0),
                  QStringLiteral("Kompa3"));
         QCOMPARE(rig.t.launcher.started.first().arguments, QStringList{path});
-        QVERIFY(rig.app.g.gClosing);
+        QVERIFY(rig.app.life().closing());
         QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
     }
 
@@ -489,7 +490,7 @@ private slots:
         const QString path = rig.tempFile("two.ko3");
         writeFile(path, fileText(saveBlock({ownTelegram(1), ownTelegram(2)})));
         connect(&rig.app.decoder(), &TelegramDecoder::deviceTakenOn, this,
-                [&] { rig.app.g.gClosing = true; });
+                [&] { rig.app.life().setClosing(); });
         rig.files.LoadDeviceFile(path);
         QCOMPARE(stored(rig.app, 1), ownTelegram(1));
         QCOMPARE(stored(rig.app, 2), Bytes(202, 0));

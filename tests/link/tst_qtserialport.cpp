@@ -203,10 +203,10 @@ void TestQtSerialPort::openFailuresSayWhy() {
     mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
     QtSerialPortDevice device;
     QVERIFY(!device.open(2));
-    QCOMPARE(describePortOpenError(device.openFailure(), StringTable::English),
+    QCOMPARE(describePortOpenError(device.openFailure(), Language::English),
              QStringLiteral("No such device: /nonexistent/ttyMQ"));
     QVERIFY(!device.open(9));
-    QCOMPARE(describePortOpenError(device.openFailure(), StringTable::German),
+    QCOMPARE(describePortOpenError(device.openFailure(), Language::German),
              QStringLiteral("Für Port 9 gibt es kein Gerät"));
 
     PseudoTerminal line;
@@ -219,7 +219,7 @@ void TestQtSerialPort::openFailuresSayWhy() {
     QCOMPARE(busy.kind, PortOpenFailure::Kind::Busy);
     QVERIFY2(busy.holder.contains(QString::number(QCoreApplication::applicationPid())),
              qPrintable(busy.holder));
-    QVERIFY(describePortOpenError(busy, StringTable::English)
+    QVERIFY(describePortOpenError(busy, Language::English)
                 .startsWith(line.path() + QStringLiteral(" is busy: held by ")));
     holder.close();
     QVERIFY2(device.open(1), "free again once the other lets go");
@@ -234,7 +234,7 @@ void TestQtSerialPort::permissionForAnotherUser() {
         mapPort(1, QString::fromLocal8Bit(probe));
         QtSerialPortDevice device;
         QVERIFY(!device.open(1));
-        std::puts(qPrintable(describePortOpenError(device.openFailure(), StringTable::English)));
+        std::puts(qPrintable(describePortOpenError(device.openFailure(), Language::English)));
         QCOMPARE(device.openFailure().kind, PortOpenFailure::Kind::Permission);
         return;
     }
@@ -246,7 +246,7 @@ void TestQtSerialPort::permissionForAnotherUser() {
         mapPort(1, line.path());
         QtSerialPortDevice device;
         QVERIFY(!device.open(1));
-        output = describePortOpenError(device.openFailure(), StringTable::English);
+        output = describePortOpenError(device.openFailure(), Language::English);
     } else {
         const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
         if (setpriv.isEmpty()) QSKIP("setpriv is not installed");
@@ -278,13 +278,15 @@ void TestQtSerialPort::toolOnPseudoTerminal() {
     QVERIFY(line.isValid());
     mapPort(1, line.path());
     QtSerialPortDevice device;
-    FakeWorld world;
-    AppState state(world.services());
+    LinkRig world;
+    Lifetime& life = world.life;
     DeviceValues values;
     DeviceSession session;
-    SerialLink link(state, &device);
-    Recognition recognition(state, session, link, values);
-    Form& start = state.forms.frmMQ27D();
+    SerialLink link(world.regSettings, world.texts, world.clock, life, &device);
+    Recognition recognition(session, link, values, life, world.dialogs, world.launcher,
+                            world.programDir());
+    StartWindow startWindow(world.forms.frmMQ27D(), link, recognition);
+    Form& start = world.forms.frmMQ27D();
     QSignalSpy own(&recognition, &Recognition::ownTelegramAccepted);
 
     link.SwitchToComPort(1);
@@ -304,7 +306,7 @@ void TestQtSerialPort::toolOnPseudoTerminal() {
     QTRY_VERIFY_WITH_TIMEOUT(!link.isPortOpen(), 3000);
     recognition.SearchStep();
     QCOMPARE(start.caption(QStringLiteral("lblDevice")), QStringLiteral("COM port OFF"));
-    QVERIFY(!state.g.gClosing);
+    QVERIFY(!life.closing());
 }
 
 QTEST_GUILESS_MAIN(TestQtSerialPort)

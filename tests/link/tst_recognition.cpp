@@ -57,7 +57,7 @@ struct Context {
     LinkRig t;
     Recognition& recognition = t.recognition;
     SerialLink& link = t.link;
-    Form& start = t.state.forms.frmMQ27D();
+    Form& start = t.forms.frmMQ27D();
 
     Context() { link.SwitchToComPort(1); }
     QString suitePath() const { return t.suitePath(); }
@@ -181,7 +181,7 @@ void TestRecognition::rejected() {
 void TestRecognition::ignoredWhileClosing() {
     Context c;
     c.link.stopTimers();
-    c.t.state.g.gClosing = true;
+    c.t.life.setClosing();
     c.recognition.RcvDataHandle(kindTelegram(1, 48));
     c.recognition.RcvDataHandle(ownTelegram(1));
     QVERIFY(c.start.caption(kLblDevice).isEmpty());
@@ -268,7 +268,7 @@ void TestRecognition::failedStartIsSaid() {
 
 void TestRecognition::noStartOnceClosing() {
     Context c;
-    c.t.state.g.gClosing = true;
+    c.t.life.setClosing();
     c.recognition.StartExtKOMPA(QStringLiteral("x.ko3"));
     QVERIFY(c.t.launcher.started.isEmpty());
     QVERIFY(c.t.dialogs.shown.isEmpty());
@@ -313,7 +313,7 @@ void TestRecognition::ownTelegramRoutes() {
     QCOMPARE(own.count(), decoded ? 1 : 0);
     if (decoded) QCOMPARE(own.at(0).at(0).value<Bytes>(), telegram);
     QCOMPARE(connectWindow.count(), connecting ? 1 : 0);
-    if (connecting) QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567 - "));
+    if (connecting) QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567"));
     QVERIFY(c.t.launcher.started.isEmpty());
     QVERIFY(c.link.isPortOpen());
 }
@@ -326,7 +326,7 @@ void TestRecognition::extendedFormReadsSerialBehindLongHeader() {
 
     c.recognition.RcvDataHandle(telegram);
     QCOMPARE(connectWindow.count(), 1);
-    QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567 - "));
+    QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567"));
 }
 
 // A late answer to a search telegram must not take over the device the user has chosen.

@@ -60,7 +60,7 @@ QString hexOf(const Bytes& b) {
 struct OpenLink {
     LinkRig t;
     SerialLink& link = t.link;
-    Form& start = t.state.forms.frmMQ27D();
+    Form& start = t.forms.frmMQ27D();
 
     OpenLink() {
         t.settings.values[QStringLiteral("Port")] = QStringLiteral("1");
@@ -106,7 +106,7 @@ private Q_SLOTS:
 void TestSerialLink::startState() {
     LinkRig t;
     SerialLink& link = t.link;
-    QVERIFY(t.state.forms.frmMQ27D().isChecked(QStringLiteral("chkSendEnable")));
+    QVERIFY(t.forms.frmMQ27D().isChecked(QStringLiteral("chkSendEnable")));
     QCOMPARE(link.tmrToRx().interval(), 321);
     QCOMPARE(link.tmrZeroCommand().interval(), 1789);
     QCOMPARE(link.tmrReceiveLED().interval(), 100);
@@ -162,7 +162,7 @@ void TestSerialLink::sendWithPortClosedDoesNothing() {
     link.MakeSendString(bytes({0x0A, 0x01, 0, 0, 0, 0}), true);
     QVERIFY(t.port.written.isEmpty());
     QVERIFY(link.lastSent().empty());
-    QVERIFY(t.state.forms.frmMQ27D().caption(QStringLiteral("txtComSend")).isEmpty());
+    QVERIFY(t.forms.frmMQ27D().caption(QStringLiteral("txtComSend")).isEmpty());
     QVERIFY(!link.tmrZeroCommand().isEnabled());
     QVERIFY(!link.tmrSendLED().isEnabled());
 }
@@ -354,7 +354,7 @@ void TestSerialLink::lostPortLeavesToolRunning() {
 
     l.t.recognition.SearchStep();
     QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
-    QVERIFY(!l.t.state.g.gClosing);
+    QVERIFY(!l.t.life.closing());
 
     // The user picks the port again.
     l.link.SwitchToComPort(1);
@@ -395,12 +395,12 @@ void TestSerialLink::switchToComPort() {
 void TestSerialLink::portList() {
     OpenLink l;
     l.link.SwitchToComPort(2);
-    Form& window = l.t.state.forms.frmInterface();
+    Form& window = l.t.forms.frmInterface();
 
-    l.link.ShowCOMPort();
+    l.t.portWindow.ShowCOMPort();
     const QStringList entries = window.items(kCboPort);
     QCOMPARE(entries.size(), 17);
-    QCOMPARE(entries.at(0), l.t.state.str(53));
+    QCOMPARE(entries.at(0), l.t.texts.str(53));
     QCOMPARE(entries.at(1), QStringLiteral("1  (/dev/fake1)"));
     QCOMPARE(entries.at(3), QStringLiteral("3  (/dev/fake3)"));
     for (int i = 4; i <= 16; ++i)
@@ -409,7 +409,7 @@ void TestSerialLink::portList() {
     QVERIFY2(l.link.isPortOpen() && l.t.port.portNumber() == 2, "probing gives the port back");
 
     l.link.SwitchToComPort(0);
-    l.link.ShowCOMPort();
+    l.t.portWindow.ShowCOMPort();
     QCOMPARE(window.value(kCboPort), 0.0);
     QVERIFY(!l.link.isPortOpen());
 }
@@ -419,10 +419,10 @@ void TestSerialLink::portList() {
 void TestSerialLink::portReasons() {
     OpenLink l;
     const QString reason = QStringLiteral("lblPortReason");
-    Form& ports = l.t.state.forms.frmInterface();
+    Form& ports = l.t.forms.frmInterface();
     QVERIFY(!l.start.isVisible(reason));
 
-    l.t.state.g.gLanguage = StringTable::English;
+    l.t.preferences.setLanguage(Language::English);
     l.t.port.failure =
         PortOpenFailure::of(PortOpenFailure::Kind::Permission, QStringLiteral("/dev/ttyUSB7"));
     l.t.port.failure.group = QStringLiteral("dialout");
@@ -437,7 +437,7 @@ void TestSerialLink::portReasons() {
     l.t.recognition.SearchStep();
     QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
 
-    l.t.state.g.gLanguage = StringTable::German;
+    l.t.preferences.setLanguage(Language::German);
     l.t.port.failure =
         PortOpenFailure::of(PortOpenFailure::Kind::Busy, QStringLiteral("/dev/ttyUSB7"));
     l.t.port.failure.holder = QStringLiteral("minicom (4711)");
@@ -452,13 +452,13 @@ void TestSerialLink::portReasons() {
     l.t.port.failure =
         PortOpenFailure::of(PortOpenFailure::Kind::Other, QStringLiteral("/dev/ttyS4"));
     l.t.port.failure.systemText = QStringLiteral("Input/output error");
-    l.link.ShowCOMPort();
+    l.t.portWindow.ShowCOMPort();
     QVERIFY(ports.caption(reason).isEmpty());
     ports.userSetValue(kCboPort, 9);
     QCOMPARE(ports.caption(reason),
              QStringLiteral("/dev/ttyS4 lässt sich nicht öffnen: Input/output error"));
 
-    l.t.state.g.gLanguage = StringTable::English;
+    l.t.preferences.setLanguage(Language::English);
     l.t.port.failure =
         PortOpenFailure::of(PortOpenFailure::Kind::NoDevice, QStringLiteral("/dev/ttyUSB0"));
     l.t.port.pull();
@@ -492,9 +492,9 @@ void TestSerialLink::interfaceButtons() {
     QFETCH(QString, storedAfter);
     OpenLink l;
     l.link.SwitchToComPort(2);
-    Form& window = l.t.state.forms.frmInterface();
+    Form& window = l.t.forms.frmInterface();
     window.show();
-    l.link.ShowCOMPort();
+    l.t.portWindow.ShowCOMPort();
 
     if (busyMeanwhile) l.t.port.available.remove(entry);
     window.userSetValue(kCboPort, entry);

@@ -1,7 +1,6 @@
 #include "common/colors.h"
-#include "common/mainview_elements.h"
-#include "common/workwindow_elements.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "localize/localisation.h"
 #include "shell/program.h"
@@ -293,4 +292,5 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(TestLocalisation)
+#include "localize/localize_elements.h"
 #include "tst_localisation.moc"

@@ -1,8 +1,8 @@
 // The logger's record step and its files, on a fixed clock: the expected bytes are written
 // out by hand, CR LF and separators included.
-#include "common/logger_elements.h"
 #include "logger/datalogger.h"
 #include "logger/logfiles.h"
+#include "logger/logger_elements.h"
 #include "support/fakes.h"
 
 #include <QDir>
@@ -52,7 +52,7 @@ private:
 
 void TestDataLogger::init() {
     m_t = std::make_unique<TestApp>();
-    m_t->app->state().locale = QLocale(QLocale::German, QLocale::Germany);
+    m_t->app->preferences().setLocale(QLocale(QLocale::German, QLocale::Germany));
     m_folder = QDir(m_t->folder.path()).filePath(QStringLiteral("Prüfung 1"));
     QDir().mkpath(m_folder);
     m_next = QDateTime(QDate(2026, 11, 23), QTime(9, 30, 15));

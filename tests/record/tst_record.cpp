@@ -1,6 +1,6 @@
-#include "common/mainview_elements.h"
-#include "common/record_elements.h"
+#include "display/mainview_elements.h"
 #include "record/protocol.h"
+#include "record/record_elements.h"
 #include "record/recordlayout.h"
 #include "shell/languages.h"
 #include "shell/program.h"
@@ -159,7 +159,7 @@ private Q_SLOTS:
     // The menu entry asks for the comments first, then shows the record with them.
     void menuEntryShowsTheRecord() {
         MainViewRig rig(QStringLiteral("full"));
-        Forms& forms = rig.app->forms();
+        AllForms& forms = rig.app->forms();
         QVERIFY(forms.frmDisplay().isEnabled(frmDisplay::mnuProtocolCreate));
         forms.frmDisplay().click(frmDisplay::mnuProtocolCreate);
         Form& comment = forms.frmProtocolComment();

@@ -33,7 +33,7 @@ struct Rig {
     Form& connectWindow = app.forms().frmConnect();
 
     Rig() {
-        app.g.gAppTitle = QStringLiteral("KOMPA MQ27D");
+        app.texts().appTitle = QStringLiteral("KOMPA MQ27D");
         t.settings.values[QStringLiteral("Port")] = QStringLiteral("2");
         display.setCaption("mnuDeviceSelect", QStringLiteral("Gerät auswählen"));
         display.setCaption("lblReceiveLEDLegend_0", QStringLiteral("Daten"));
@@ -191,7 +191,7 @@ private slots:
         QVERIFY(!rig.display.isShown());
         QVERIFY(rig.connectWindow.isShown());
         QVERIFY(!rig.connectWindow.isModal());
-        QCOMPARE(rig.connectWindow.title(), rig.app.g.gAppTitle + " - " + kOtherText);
+        QCOMPARE(rig.connectWindow.title(), rig.app.texts().appTitle + " - " + kOtherText);
         QCOMPARE(rig.connectWindow.centredOver(), QStringLiteral("frmMQ27D"));
         QVERIFY(rig.search.tmrBlink().isEnabled());
 
@@ -275,7 +275,7 @@ private slots:
     void closingTheToolClosesTheWindowsWithoutSideEffects() {
         Rig rig;
         rig.search.mnuDeviceSearch_Click();
-        rig.app.g.gClosing = true;
+        rig.app.life().setClosing();
         QVERIFY(rig.searchWindow.requestClose());
         QVERIFY(rig.app.session().searchRunning());
         QVERIFY(!rig.display.isShown());

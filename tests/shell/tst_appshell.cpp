@@ -66,10 +66,10 @@ void TestAppShell::firstStartOnACleanStore() {
     Program& app = *t.app;
     start(t);
 
-    QCOMPARE(app.g.gLanguage, 1);
-    QCOMPARE(app.g.gTemperatureUnit, 1);
-    QCOMPARE(app.g.gSmokeUnit, 1);
-    QCOMPARE(app.g.gVersionSuffix, QString());
+    QCOMPARE(app.preferences().language(), Language::German);
+    QCOMPARE(app.preferences().temperatureUnit(), TemperatureUnit::Celsius);
+    QCOMPARE(app.preferences().smokeUnit(), SmokeUnit::PercentPerMetre);
+    QCOMPARE(app.texts().versionSuffix, QString());
     QCOMPARE(t.settings.values.value("Language"), QStringLiteral("1"));
     QCOMPARE(t.settings.values.value("Port"), QStringLiteral("0"));
     QVERIFY(!t.settings.values.contains("Temperature"));
@@ -90,7 +90,6 @@ void TestAppShell::firstStartOnACleanStore() {
     QVERIFY(!link.tmrToRx().isEnabled());
     QVERIFY(!link.tmrReceiveLED().isEnabled());
     QVERIFY(!link.tmrSendLED().isEnabled());
-    QVERIFY(app.g.gCmdArgs.isEmpty());
 }
 
 void TestAppShell::startReadsTheStoredSettings() {
@@ -102,10 +101,10 @@ void TestAppShell::startReadsTheStoredSettings() {
                          {"Version", "12345"}};
     start(t);
     Program& app = *t.app;
-    QCOMPARE(app.g.gLanguage, 2);
-    // A unit outside 1 and 2 is taken as it is at start-up.
-    QCOMPARE(app.g.gTemperatureUnit, 3);
-    QCOMPARE(app.g.gSmokeUnit, 2);
+    QCOMPARE(app.preferences().language(), Language::English);
+    // A unit outside 1 and 2 is the metric one.
+    QCOMPARE(app.preferences().temperatureUnit(), TemperatureUnit::Celsius);
+    QCOMPARE(app.preferences().smokeUnit(), SmokeUnit::PercentPerFoot);
     QVERIFY(app.forms().frmDisplay().isChecked("mnuPercentFeet"));
     QVERIFY(!app.forms().frmDisplay().isChecked("mnuPercentMeter"));
     QVERIFY(t.port.isOpen());
@@ -116,7 +115,7 @@ void TestAppShell::startReadsTheStoredSettings() {
 
 void TestAppShell::startIsSkippedWhileClosing() {
     TestApp t;
-    t.app->g.gClosing = true;
+    t.app->life().setClosing();
     start(t);
     QVERIFY(!t.app->forms().frmMQ27D().isShown());
     QVERIFY(!t.app->link().tmrZeroCommand().isEnabled());
@@ -180,7 +179,6 @@ void TestAppShell::firstArgumentLoadsAFile() {
 
     const QString expected = loaded ? QDir(folder).filePath(fileName) : QString();
     QCOMPARE(t.app->link().loadedFileName(), expected);
-    QCOMPARE(t.app->g.gCmdArgs.size(), 1);
     QVERIFY(t.app->forms().frmMQ27D().isShown());
     // The logger switch opens the logger and nothing else.
     QCOMPARE(t.app->forms().frmLogdataDev().isShown(),
@@ -227,7 +225,7 @@ void TestAppShell::closeWithSilencedBuzzerAsks() {
     QCOMPARE(box.buttons, UserDialogs::Buttons::YesNo);
     QCOMPARE(box.icon, UserDialogs::Icon::Warning);
     QCOMPARE(box.defaultAnswer, UserDialogs::Answer::No);
-    QVERIFY(t.app->g.gClosing);
+    QVERIFY(t.app->life().closing());
 }
 
 void TestAppShell::answerNoLeavesEverythingRunning() {
@@ -242,7 +240,7 @@ void TestAppShell::answerNoLeavesEverythingRunning() {
     QVERIFY(!app.shell().CloseApplication());
 
     QCOMPARE(t.dialogs.shown.size(), 1);
-    QVERIFY(!app.g.gClosing);
+    QVERIFY(!app.life().closing());
     QVERIFY(t.port.isOpen());
     QVERIFY(app.link().tmrZeroCommand().isEnabled());
     QVERIFY(app.forms().frmMQ27D().isShown());
@@ -257,7 +255,7 @@ void TestAppShell::closeWithoutValueStoreAsksNothing() {
     QVERIFY(t.app->values() == nullptr);
     QVERIFY(t.app->shell().CloseApplication());
     QVERIFY(t.dialogs.shown.isEmpty());
-    QVERIFY(t.app->g.gClosing);
+    QVERIFY(t.app->life().closing());
 }
 
 void TestAppShell::closeTakesEveryWindowDown() {
@@ -299,7 +297,7 @@ void TestAppShell::startWindowCloseButtonAsks() {
     QVERIFY(startWindow.isShown());
     QVERIFY(startWindow.requestClose());
     QVERIFY(!startWindow.isLoaded());
-    QVERIFY(t.app->g.gClosing);
+    QVERIFY(t.app->life().closing());
 }
 
 void TestAppShell::startWindowMenus() {
@@ -316,12 +314,12 @@ void TestAppShell::startWindowMenus() {
     QVERIFY(app.forms().frmInterface().isShown());
 
     startWindow.click("mnuLoad");
-    QCOMPARE(t.dialogs.lastFilter, app.messages.loadFilter);
+    QCOMPARE(t.dialogs.lastFilter, app.texts().messages.loadFilter);
 
     QSignalSpy quit(&app, &Program::quitRequested);
     startWindow.click("mnuCloseApp");
     QCOMPARE(quit.count(), 1);
-    QVERIFY(app.g.gClosing);
+    QVERIFY(app.life().closing());
 }
 
 void TestAppShell::aboutBoxIsModalAndClosesOnOk() {
@@ -330,7 +328,7 @@ void TestAppShell::aboutBoxIsModalAndClosesOnOk() {
     start(t);
     Program& app = *t.app;
     // The language changes behind the About box's back; showing it brings it up to date.
-    app.g.gLanguage = 2;
+    app.preferences().setLanguage(languageFromNumber(2));
     app.forms().frmMQ27D().click("mnuInfo");
     Form& about = app.forms().frmAbout();
     QVERIFY(about.isShown());
@@ -369,7 +367,7 @@ void TestAppShell::trayIconFollowsTheLink() {
 void TestAppShell::trayClickRaisesTheVisibleWindows() {
     TestApp t;
     Program& app = *t.app;
-    Forms& forms = app.forms();
+    AllForms& forms = app.forms();
     forms.frmConnect().show();
     forms.frmMQ27D().show();
     forms.frmDisplay().load();

@@ -28,7 +28,7 @@ const QHash<QString, QStringList> kTranslatedElements = {
 const QStringList kTitledWindows = {"frmMQ27D", "frmInterface", "frmLanguage", "frmAbout"};
 
 QString text(int language, int index) {
-    return StringTable::instance().text(language, index);
+    return StringTable::instance().text(languageFromNumber(language), index);
 }
 
 } // namespace
@@ -82,7 +82,7 @@ void TestLanguages::everyWindowSpeaksEachLanguage() {
     // The A and B pages share a text.
     QCOMPARE(view.caption("tabDisplay_4"), text(language, 11) + " B");
     QCOMPARE(view.caption("tabDisplay_6"), text(language, 369) + " A");
-    QCOMPARE(app.g.gLanguage, language);
+    QCOMPARE(languageNumber(app.preferences().language()), language);
     QCOMPARE(app.settings().GetLanguage(), language);
 }
 
@@ -90,8 +90,8 @@ void TestLanguages::messagesAreComposed() {
     TestApp t;
     Program& app = *t.app;
     app.languages().SwitchToLanguage(1);
-    const AppMessages& m = app.messages;
-    QCOMPARE(app.g.gAppTitle, QStringLiteral("ORVANIS SHEL·LIX"));
+    const AppMessages& m = app.texts().messages;
+    QCOMPARE(app.texts().appTitle, QStringLiteral("ORVANIS SHEL·LIX"));
     QCOMPARE(m.normalModeWarning,
              QStringLiteral("ORVANIS SHEL·LIX wechselt jetzt in den normalen Betriebsmodus.\r\n"
                             "Noch vorhandener Rauchpegel kann zur Alarmauslösung führen!\r\n\r\n"
@@ -119,7 +119,7 @@ void TestLanguages::unknownLanguageIsGermanAndStored() {
     Program& app = *t.app;
     app.languages().SwitchToLanguage(2);
     app.languages().SwitchToLanguage(language);
-    QCOMPARE(app.g.gLanguage, 1);
+    QCOMPARE(app.preferences().language(), Language::German);
     QCOMPARE(t.settings.values.value("Language"), QStringLiteral("1"));
     QCOMPARE(app.forms().frmMQ27D().caption("mnuFile"), QStringLiteral("Datei"));
 }
@@ -185,7 +185,7 @@ void TestLanguages::versionFollowsTheBuild() {
 
     TestApp t;
     Program& app = *t.app;
-    app.g.gVersionSuffix = ",  V3.01.05";
+    app.texts().versionSuffix = ",  V3.01.05";
     app.languages().SwitchToLanguage(1);
     QCOMPARE(app.forms().frmMQ27D().title(), "ORVANIS SHEL·LIX - V" + version);
     QCOMPARE(app.forms().frmAbout().caption("lblKompaVersion"),
@@ -212,8 +212,8 @@ void TestLanguages::unitsAreStoredAsGivenButUsedAsKnown() {
     app.mainView().SwitchToSmokeUnit(unit);
     QCOMPARE(t.settings.values.value("Temperature"), QString::number(unit));
     QCOMPARE(t.settings.values.value("Smoke"), QString::number(unit));
-    QCOMPARE(app.g.gTemperatureUnit, used);
-    QCOMPARE(app.g.gSmokeUnit, used);
+    QCOMPARE(static_cast<int>(app.preferences().temperatureUnit()), used);
+    QCOMPARE(static_cast<int>(app.preferences().smokeUnit()), used);
 
     const Form& view = app.forms().frmDisplay();
     QCOMPARE(view.isChecked("mnuCelsius"), used == 1);
@@ -251,7 +251,7 @@ void TestLanguages::languageDialogSwitchesToTheCheckedOption() {
     Form& dialog = app.forms().frmLanguage();
     dialog.userSetValue(Form::indexed(u"optLanguage", option), 1);
     dialog.click("cmdOK");
-    QCOMPARE(app.g.gLanguage, language);
+    QCOMPARE(languageNumber(app.preferences().language()), language);
     QCOMPARE(t.settings.values.value("Language"), QString::number(language));
     QVERIFY(!dialog.isShown());
 

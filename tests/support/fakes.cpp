@@ -102,6 +102,8 @@ TestApp::TestApp()
 TestApp::~TestApp() = default;
 
 LinkRig::LinkRig()
-    : state(services())
-    , link(state, &port)
-    , recognition(state, session, link, values) {}
+    : regSettings(settings)
+    , link(regSettings, texts, clock, life, &port)
+    , recognition(session, link, values, life, dialogs, launcher, programDir())
+    , startWindow(forms.frmMQ27D(), link, recognition)
+    , portWindow(forms.frmInterface(), link, regSettings) {}

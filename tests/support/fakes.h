@@ -1,11 +1,16 @@
 #pragma once
 
-#include "common/appstate.h"
+#include "common/lifetime.h"
+#include "common/preferences.h"
+#include "common/regsettings.h"
+#include "common/texts.h"
 #include "common/platformservices.h"
 #include "link/devicesession.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
 #include "link/serialport.h"
+#include "shell/allforms.h"
+#include "shell/linewindows.h"
 #include "shell/program.h"
 #include "values/devicevalues.h"
 
@@ -129,13 +134,20 @@ struct TestApp : FakeWorld {
     std::unique_ptr<Program> app;
 };
 
-// The telegram link alone on fakes: a test of the link builds nothing above it.
+// The telegram link alone on fakes, with the two windows that show it: a test of the link
+// builds nothing else.
 struct LinkRig : FakeWorld {
     LinkRig();
 
-    AppState state;
+    AllForms forms;
+    Preferences preferences;
+    Texts texts{preferences};
+    RegSettings regSettings;
+    Lifetime life;
     DeviceSession session;
     DeviceValues values;
     SerialLink link;
     Recognition recognition;
+    StartWindow startWindow;
+    PortWindow portWindow;
 };

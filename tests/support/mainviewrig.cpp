@@ -17,7 +17,7 @@ MainViewRig::MainViewRig(const QString& profile) {
         testsupport::sourcePath(QStringLiteral("tools/profiles/%1.json").arg(profile)), error);
     if (!loaded) qFatal("%s", qPrintable(error));
     m_profile = *loaded;
-    app->state().locale = QLocale::c();
+    app->preferences().setLocale(QLocale::c());
     app->forms().frmDisplay().load();
     app->languages().SwitchToLanguage(2);
     readOut();

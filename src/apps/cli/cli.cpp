@@ -68,9 +68,10 @@ std::optional<LiveSession::Options> displayOptions(const Args& args) {
         return std::nullopt;
     }
     LiveSession::Options options;
-    options.language = static_cast<int>(kLanguages.indexOf(language)) + 1;
-    options.smokeUnit = smoke == u"ft" ? 2 : 1;
-    options.temperatureUnit = temperature == u"F" ? 2 : 1;
+    options.language = languageFromNumber(static_cast<int>(kLanguages.indexOf(language)) + 1);
+    options.smokeUnit = smoke == u"ft" ? SmokeUnit::PercentPerFoot : SmokeUnit::PercentPerMetre;
+    options.temperatureUnit =
+        temperature == u"F" ? TemperatureUnit::Fahrenheit : TemperatureUnit::Celsius;
     return options;
 }
 

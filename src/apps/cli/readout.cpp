@@ -2,7 +2,7 @@
 // saved as the automatic save saves it.
 
 #include "apps/cli/cli.h"
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "shell/program.h"
 
 #include <QDir>

@@ -28,7 +28,7 @@ void printError(const QString& text) {
 
 struct RecordArgs {
     QString file;
-    int language = 2;
+    Language language = Language::English;
     QStringList comments;
     QString pdf;
 };
@@ -42,7 +42,8 @@ std::optional<RecordArgs> parse(const QStringList& args) {
         const QString& arg = args[i];
         const bool hasValue = i + 1 < args.size();
         if (arg == u"--language" && hasValue && kLanguages.contains(args[i + 1])) {
-            parsed.language = static_cast<int>(kLanguages.indexOf(args[++i])) + 1;
+            parsed.language =
+                languageFromNumber(static_cast<int>(kLanguages.indexOf(args[++i])) + 1);
         } else if (arg == u"--comment" && hasValue) {
             parsed.comments << args[++i];
         } else if (arg == u"--pdf" && hasValue && !args[i + 1].isEmpty()) {
@@ -74,7 +75,7 @@ int run(const RecordArgs& args) {
         return cli::kRecordUnreadable;
     }
     Program& program = offline.program();
-    program.languages().SwitchToLanguage(args.language);
+    program.languages().SwitchToLanguage(languageNumber(args.language));
     Protocol& protocol = program.protocol();
     protocol.Build(args.comments.value(0), args.comments.value(1));
     const QStringList pages = protocol.pages();

@@ -4,8 +4,8 @@
 
 #include "apps/cli/cli.h"
 #include "common/colors.h"
-#include "common/mainview_elements.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "display/settingspages.h"
 #include "engine/pollengine.h"
 #include "shell/program.h"

@@ -3,9 +3,11 @@
 // read-out or of the device's first complete read-out.
 
 #include "apps/cli/cli.h"
-#include "common/forms.h"
 #include "common/formsnapshot.h"
 #include "display/ledrhythm.h"
+#include "display/mainview_elements.h"
+#include "localize/localize_elements.h"
+#include "shell/allforms.h"
 #include "shell/offlineview.h"
 #include "shell/program.h"
 
@@ -13,8 +15,16 @@ namespace cli {
 
 namespace {
 
+// The lamps that the rhythms paint: the main view's, and the two of the learn window.
+QSet<QString> rhythmLamps(const QString& form) {
+    if (form == frmDisplay::kName) return LedRhythm::elements();
+    if (form == frmLocalizeLearn::kName)
+        return {frmLocalizeLearn::picLocLearnModeLED, frmLocalizeLearn::picLocLearnActivLED};
+    return {};
+}
+
 void printSnapshot(const Form& window) {
-    for (const QString& line : FormSnapshot(window, LedRhythm::elementsOf(window.name())))
+    for (const QString& line : FormSnapshot(window, rhythmLamps(window.name())))
         printLine(stdout, line);
 }
 
@@ -35,12 +45,11 @@ int view(const QStringList& args) {
     const auto options = displayOptions(*parsed);
     const auto seconds = timeoutSeconds(*parsed, 10);
     if (!options || !seconds) return kBadInput;
-    const QString form = parsed->value(QStringLiteral("--form"), formname::frmDisplay);
-    if (!Forms::isDeclared(form)) {
+    const QString form = parsed->value(QStringLiteral("--form"), frmDisplay::kName);
+    if (!AllForms::isWindow(form)) {
         printLine(stderr, form + QStringLiteral(": no such window"));
         return kBadInput;
     }
-
     if (live) {
         LiveSession session(*options);
         if (const auto failed = connect(session, parsed->value(QStringLiteral("--port")), *seconds))

@@ -3,7 +3,7 @@
 
 #include "apps/cli/cli.h"
 #include "common/colors.h"
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "engine/telegramdecoder.h"
 #include "shell/program.h"
 

@@ -2,7 +2,7 @@
 
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
-#include "common/workwindow_elements.h"
+#include "devicesettings/devicesettings_elements.h"
 #include "display/ui/accessiblenames.h"
 #include "display/ui/pageparts.h"
 

@@ -2,7 +2,7 @@
 
 #include "common/colors.h"
 #include "common/formmodel.h"
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 
 namespace el = frmDisplay;
 

@@ -1,9 +1,9 @@
 #include "display/ui/frmdisplay.h"
 
-#include "common/mainview_elements.h"
 #include "common/ui/formview.h"
 #include "common/ui/lamp.h"
 #include "common/ui/windowparts.h"
+#include "display/mainview_elements.h"
 #include "display/ui/accessiblenames.h"
 #include "display/ui/mainpages.h"
 #include "display/ui/pageparts.h"

@@ -1,4 +1,4 @@
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "display/ui/bargraph.h"
 #include "display/ui/extgauge.h"
 #include "display/ui/ledlamp.h"

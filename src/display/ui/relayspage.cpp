@@ -1,4 +1,4 @@
-#include "common/mainview_elements.h"
+#include "display/mainview_elements.h"
 #include "display/ui/mainpages.h"
 #include "display/ui/pageparts.h"
 

@@ -2,10 +2,10 @@
 
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
-#include "common/workwindow_elements.h"
 #include "display/ui/accessiblenames.h"
 #include "display/ui/ledlamp.h"
 #include "display/ui/pageparts.h"
+#include "extinguish/extinguish_elements.h"
 
 #include <QComboBox>
 #include <QGridLayout>

@@ -3,11 +3,11 @@
 #include "common/colors.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
-#include "common/workwindow_elements.h"
 #include "display/ui/accessiblenames.h"
 #include "display/ui/bargraph.h"
 #include "display/ui/ledlamp.h"
 #include "display/ui/pageparts.h"
+#include "localize/localize_elements.h"
 #include "localize/ui/pipedrawing.h"
 
 #include <QGridLayout>

@@ -2,7 +2,7 @@
 
 #include "common/formmodel.h"
 #include "common/ui/formview.h"
-#include "common/workwindow_elements.h"
+#include "localize/localize_elements.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,9 +1,9 @@
 #include "logger/ui/frmlogdatadev.h"
 
-#include "common/logger_elements.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
 #include "logger/datalogger.h"
+#include "logger/logger_elements.h"
 #include "logger/ui/trendchart.h"
 
 #include <QCheckBox>

@@ -1,8 +1,8 @@
 #include "logger/ui/trendchart.h"
 
 #include "common/formmodel.h"
-#include "common/logger_elements.h"
 #include "common/savefile.h"
+#include "logger/logger_elements.h"
 #include "logger/trendstore.h"
 
 #include <QBuffer>

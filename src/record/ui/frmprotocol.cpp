@@ -1,9 +1,9 @@
 #include "record/ui/frmprotocol.h"
 
-#include "common/record_elements.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
 #include "record/protocol.h"
+#include "record/record_elements.h"
 #include "record/recordlayout.h"
 #include "record/ui/recordprint.h"
 

@@ -1,9 +1,9 @@
 #include "search/ui/frmconnect.h"
 
-#include "common/dialog_elements.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
+#include "search/search_elements.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "shell/ui/frminterface.h"
 
-#include "common/dialog_elements.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
+#include "shell/dialog_elements.h"
 
 #include <QComboBox>
 #include <QFormLayout>

@@ -1,9 +1,9 @@
 #include "shell/ui/frmlanguage.h"
 
-#include "common/dialog_elements.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
+#include "shell/dialog_elements.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>

@@ -1,11 +1,11 @@
 #include "shell/ui/frmmq27d.h"
 
 #include "common/colors.h"
-#include "common/startwindow_elements.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/ledpair.h"
 #include "common/ui/windowparts.h"
+#include "shell/startwindow_elements.h"
 
 #include <QCheckBox>
 #include <QFontDatabase>

@@ -1,9 +1,12 @@
 #include "shell/ui/screenshots.h"
 
-#include "common/logger_elements.h"
-#include "common/mainview_elements.h"
-#include "common/record_elements.h"
+#include "devicesettings/devicesettings_elements.h"
+#include "display/mainview_elements.h"
+#include "extinguish/extinguish_elements.h"
+#include "localize/localize_elements.h"
 #include "logger/datalogger.h"
+#include "logger/logger_elements.h"
+#include "record/record_elements.h"
 #include "shell/program.h"
 #include "shell/ui/toolruntime.h"
 
@@ -33,15 +36,15 @@ struct WindowShot {
 
 const std::vector<WindowShot>& windowShots() {
     static const std::vector<WindowShot> shots = {
-        {frmDisplay::cmdShowLocLearnMode[0], formname::frmLocalizeLearn, "localisation-learn",
+        {frmDisplay::cmdShowLocLearnMode[0], frmLocalizeLearn::kName, "localisation-learn",
          frmDisplay::chkLocalization[0]},
-        {frmDisplay::cmdShowLocLearnMode[1], formname::frmLocalizeLearn, "localisation-test",
+        {frmDisplay::cmdShowLocLearnMode[1], frmLocalizeLearn::kName, "localisation-test",
          frmDisplay::chkLocalization[0]},
-        {frmDisplay::cmdExtinguisherMessages[0], formname::frmExtinguishDetails, "module-details"},
-        {frmDisplay::mnuExtinguishSettings, formname::frmExtinguishSettings, "module-settings"},
-        {frmDisplay::mnuDeviceSettings, formname::frmDeviceSettings, "device-settings"},
-        {frmDisplay::mnuLogDataDev, formname::frmLogdataDev, "logger"},
-        {frmDisplay::mnuProtocolCreate, formname::frmProtocol, "record"},
+        {frmDisplay::cmdExtinguisherMessages[0], frmExtinguishDetails::kName, "module-details"},
+        {frmDisplay::mnuExtinguishSettings, frmExtinguishSettings::kName, "module-settings"},
+        {frmDisplay::mnuDeviceSettings, frmDeviceSettings::kName, "device-settings"},
+        {frmDisplay::mnuLogDataDev, frmLogdataDev::kName, "logger"},
+        {frmDisplay::mnuProtocolCreate, frmProtocol::kName, "record"},
     };
     return shots;
 }
@@ -98,7 +101,7 @@ std::unique_ptr<ScreenshotRun> ScreenshotRun::fromEnvironment(ToolRuntime& runti
 }
 
 void ScreenshotRun::capture() {
-    QWidget* window = m_runtime.window(formname::frmDisplay);
+    QWidget* window = m_runtime.window(frmDisplay::kName);
     auto* tabs = window ? window->findChild<QTabWidget*>(frmDisplay::tabDisplay.whole()) : nullptr;
     if (!tabs) return;
     QDir().mkpath(m_folder);
@@ -130,7 +133,7 @@ void ScreenshotRun::captureWindow(std::size_t index) {
     const WindowShot& shot = windowShots()[index];
     view.click(shot.opener);
     // The record asks for its comment lines first.
-    if (shot.form == formname::frmProtocol) {
+    if (shot.form == frmProtocol::kName) {
         Form& comment = m_runtime.app().forms().frmProtocolComment();
         comment.setCaption(frmProtocolComment::txtComment1,
                            QStringLiteral("Annual service, filter changed"));

@@ -72,7 +72,8 @@ ToolRuntime::ToolRuntime(Options options)
     createWindows();
     m_trayIcon = std::make_unique<TrayIcon>(m_app->forms().frmMQ27D(), m_app->shell());
     connect(m_app.get(), &Program::quitRequested, this, &ToolRuntime::onQuitRequested);
-    connect(&m_app->languages(), &Languages::languageSwitched, this, &ToolRuntime::switchQtTexts);
+    connect(&m_app->languages(), &Languages::languageSwitched, this,
+            [this](Language language) { switchQtTexts(language); });
 }
 
 ToolRuntime::~ToolRuntime() {
@@ -80,11 +81,11 @@ ToolRuntime::~ToolRuntime() {
     m_trayIcon.reset();
     m_windows.clear();
     m_windowStore.clear();
-    switchQtTexts(0);
+    switchQtTexts(std::nullopt);
 }
 
 void ToolRuntime::createWindows() {
-    Forms& forms = m_app->forms();
+    AllForms& forms = m_app->forms();
     auto add = [this](Form& form, std::unique_ptr<QWidget> window) {
         m_windows.insert(form.name(), window.get());
         m_windowStore.push_back(std::move(window));
@@ -133,16 +134,18 @@ void ToolRuntime::start(const QString& rawArguments) {
 
 // File dialogs, the buttons of message boxes and the menus of text fields come from Qt. A
 // machine without Qt's translations shows them in English, as Qt does on its own.
-void ToolRuntime::switchQtTexts(int language) {
-    // By the tool's language number: 1 German, 2 English, 3 French, 4 Dutch.
-    static const char* const kQtLanguages[] = {nullptr, "de", nullptr, "fr", "nl"};
+// Qt's own texts are English; the other languages load Qt's translation of them.
+void ToolRuntime::switchQtTexts(std::optional<Language> language) {
     if (language == m_qtLanguage) return;
     m_qtLanguage = language;
     if (m_qtTexts) {
         QCoreApplication::removeTranslator(m_qtTexts.get());
         m_qtTexts.reset();
     }
-    const char* code = language >= 1 && language <= 4 ? kQtLanguages[language] : nullptr;
+    const char* code = nullptr;
+    if (language == Language::German) code = "de";
+    if (language == Language::French) code = "fr";
+    if (language == Language::Dutch) code = "nl";
     if (!code) return;
     auto texts = std::make_unique<QTranslator>();
     if (!texts->load(QStringLiteral("qtbase_") + QLatin1String(code),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/preferences.h"
+
 #include <memory>
 #include <optional>
 #include <vector>
@@ -62,7 +64,8 @@ private:
 
     void createWindows();
     void onQuitRequested();
-    void switchQtTexts(int language);
+    // Nothing: Qt's own texts as they come, in English.
+    void switchQtTexts(std::optional<Language> language);
 
     Options m_options;
     std::unique_ptr<OwnServices> m_own;
@@ -72,5 +75,5 @@ private:
     std::unique_ptr<TrayIcon> m_trayIcon;
     // Qt's own texts in the tool's language; none for English, Qt's own language.
     std::unique_ptr<QTranslator> m_qtTexts;
-    int m_qtLanguage = 0;
+    std::optional<Language> m_qtLanguage;
 };

@@ -1,9 +1,9 @@
 #include "shell/ui/trayicon.h"
 
 #include "common/formmodel.h"
-#include "common/startwindow_elements.h"
 #include "common/ui/artwork.h"
 #include "shell/appshell.h"
+#include "shell/startwindow_elements.h"
 
 #include <algorithm>
 #include <cmath>

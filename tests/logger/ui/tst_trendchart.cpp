@@ -1,7 +1,7 @@
 // What the trend chart draws of the store: the chosen time window, nothing new while it is
 // paused and everything missed once it goes on, one axis per unit.
 #include "common/formmodel.h"
-#include "common/logger_elements.h"
+#include "logger/logger_elements.h"
 #include "logger/trendstore.h"
 #include "logger/ui/trendchart.h"
 

@@ -1,5 +1,5 @@
-#include "common/mainview_elements.h"
-#include "common/record_elements.h"
+#include "display/mainview_elements.h"
+#include "record/record_elements.h"
 #include "shell/program.h"
 #include "shell/ui/toolruntime.h"
 #include "support/fakes.h"
@@ -28,10 +28,10 @@ private Q_SLOTS:
         options.dataDir = folder.path();
         options.exitEventLoop = false;
         ToolRuntime runtime(options);
-        Forms& forms = runtime.app().forms();
+        AllForms& forms = runtime.app().forms();
         forms.frmDisplay().load();
         forms.frmDisplay().click(frmDisplay::mnuProtocolCreate);
-        QWidget* comment = runtime.window(formname::frmProtocolComment);
+        QWidget* comment = runtime.window(frmProtocolComment::kName);
         QVERIFY(comment->isVisible());
         auto* line = comment->findChild<QLineEdit*>(QString(frmProtocolComment::txtComment1));
         QCOMPARE(line->maxLength(), 84);
@@ -39,7 +39,7 @@ private Q_SLOTS:
         comment->findChild<QPushButton*>(QString(frmProtocolComment::cmdOK))->click();
         QVERIFY(!comment->isVisible());
 
-        QWidget* record = runtime.window(formname::frmProtocol);
+        QWidget* record = runtime.window(frmProtocol::kName);
         QVERIFY(record->isVisible());
         for (int i = 0; i < 3; ++i) {
             auto* view = record->findChild<QPlainTextEdit*>(frmProtocol::rtxtProtocol[i]);

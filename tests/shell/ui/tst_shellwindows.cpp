@@ -1,12 +1,12 @@
-#include "common/dialog_elements.h"
-#include "common/mainview_elements.h"
-#include "common/startwindow_elements.h"
 #include "common/ui/formview.h"
+#include "display/mainview_elements.h"
 #include "files/devicefiles.h"
 #include "search/devicesearch.h"
 #include "shell/appshell.h"
+#include "shell/dialog_elements.h"
 #include "shell/languages.h"
 #include "shell/program.h"
+#include "shell/startwindow_elements.h"
 #include "shell/ui/toolruntime.h"
 #include "shell/ui/trayicon.h"
 #include "support/fakes.h"
@@ -147,7 +147,7 @@ private Q_SLOTS:
 
     void startShowsTheStartWindowInItsLanguage() {
         runtime->start(QString());
-        auto* start = qobject_cast<QMainWindow*>(runtime->window(formname::frmMQ27D));
+        auto* start = qobject_cast<QMainWindow*>(runtime->window(frmMQ27D::kName));
         QVERIFY(start->isVisible());
         QCOMPARE(start->windowTitle(), runtime->app().forms().frmMQ27D().title());
         QVERIFY(start->windowTitle().startsWith(QStringLiteral("ORVANIS SHEL·LIX - V")));
@@ -156,15 +156,15 @@ private Q_SLOTS:
         QCOMPARE(start->findChild<QLabel*>(QStringLiteral("lblReceive"))->text(),
                  QStringLiteral("Empfang"));
         QVERIFY(!start->findChild<QWidget*>(QStringLiteral("fraComSend"))->isVisible());
-        QVERIFY(!runtime->window(formname::frmDisplay)->isVisible());
+        QVERIFY(!runtime->window(frmDisplay::kName)->isVisible());
         QVERIFY(port.isOpen());
     }
 
     void aboutIsModalWithoutALoopOfItsOwn() {
         runtime->start(QString());
-        QWidget* start = runtime->window(formname::frmMQ27D);
+        QWidget* start = runtime->window(frmMQ27D::kName);
         start->findChild<QAction*>(QStringLiteral("mnuInfo"))->trigger();
-        QWidget* about = runtime->window(formname::frmAbout);
+        QWidget* about = runtime->window(frmAbout::kName);
         QVERIFY(about->isVisible());
         QCOMPARE(about->windowModality(), Qt::ApplicationModal);
         QVERIFY(about->findChild<QLabel*>(QStringLiteral("lblKompaVersion"))
@@ -177,7 +177,7 @@ private Q_SLOTS:
     void closingFromTheMenuEndsTheTool() {
         runtime->start(QString());
         QSignalSpy finished(runtime.get(), &ToolRuntime::finished);
-        runtime->window(formname::frmMQ27D)
+        runtime->window(frmMQ27D::kName)
             ->findChild<QAction*>(QStringLiteral("mnuCloseApp"))
             ->trigger();
         QCOMPARE(finished.count(), 1);
@@ -216,20 +216,19 @@ private Q_SLOTS:
         runtime->start(QString());
         Program& app = runtime->app();
         app.forms().frmMQ27D().setBackColor(frmMQ27D::picReceive, colors::kGreen);
-        auto* leds = runtime->window(formname::frmMQ27D)->findChild<QWidget*>(frmMQ27D::picReceive);
+        auto* leds = runtime->window(frmMQ27D::kName)->findChild<QWidget*>(frmMQ27D::picReceive);
         QCOMPARE(leds->accessibleName(), QStringLiteral("Empfang / Senden"));
         QCOMPARE(leds->accessibleDescription(), QStringLiteral("Empfang"));
         auto* port =
-            runtime->window(formname::frmInterface)->findChild<QWidget*>(frmInterface::cboPort);
+            runtime->window(frmInterface::kName)->findChild<QWidget*>(frmInterface::cboPort);
         QCOMPARE(QAccessible::queryAccessibleInterface(port)->text(QAccessible::Name),
                  app.forms().frmInterface().caption(frmInterface::lblCOMPort));
 
         app.search().mnuDeviceSearch_Click();
         for (const QString& name :
-             {formname::frmMQ27D, formname::frmInterface, formname::frmLanguage, formname::frmAbout,
-              formname::frmConnect, formname::frmDeviceSearch, formname::frmDeviceSettings,
-              formname::frmExtinguishDetails, formname::frmExtinguishSettings,
-              formname::frmLocalizeLearn}) {
+             {frmMQ27D::kName, frmInterface::kName, frmLanguage::kName, frmAbout::kName,
+              frmConnect::kName, frmDeviceSearch::kName, frmDeviceSettings::kName,
+              frmExtinguishDetails::kName, frmExtinguishSettings::kName, frmLocalizeLearn::kName}) {
             QWidget* window = runtime->window(name);
             window->show();
             QVERIFY(QTest::qWaitForWindowExposed(window));
@@ -255,7 +254,7 @@ private Q_SLOTS:
         runtime->start(QString());
         runtime->app().files().LoadDeviceFile(
             testsupport::sourcePath(QStringLiteral("samples/full.ko3")));
-        QWidget* window = runtime->window(formname::frmDisplay);
+        QWidget* window = runtime->window(frmDisplay::kName);
         QVERIFY(QTest::qWaitForWindowExposed(window));
         auto* tabs = window->findChild<QTabWidget*>(frmDisplay::tabDisplay.whole());
         for (int page = 0; page < tabs->count(); ++page) {
@@ -332,4 +331,8 @@ private:
 };
 
 QTEST_MAIN(TestShellWindows)
+#include "devicesettings/devicesettings_elements.h"
+#include "extinguish/extinguish_elements.h"
+#include "localize/localize_elements.h"
+#include "search/search_elements.h"
 #include "tst_shellwindows.moc"

@@ -2,7 +2,7 @@
 
 #include "common/elementdecl.h"
 
-// The small windows: port, language, About, connection and device search.
+// The small windows of the whole tool: port, language and About.
 
 #define FRMINTERFACE_ELEMENTS(ONE, MANY, MORE)                                                     \
     ONE(lblCOMPort, Label)                                                                         \
@@ -24,19 +24,6 @@
     ONE(lblManual, Label)                                                                          \
     ONE(cmdOK, Button)
 
-#define FRMCONNECT_ELEMENTS(ONE, MANY, MORE)                                                       \
-    ONE(lblConnection, Label)                                                                      \
-    ONE(cmdCancel, Button)
-
-#define FRMDEVICESEARCH_ELEMENTS(ONE, MANY, MORE)                                                  \
-    ONE(lstDeviceList, List)                                                                       \
-    ONE(picDataLED, Box)                                                                           \
-    ONE(lblDataLEDLegend, Label)                                                                   \
-    ONE(cmdOK, Button)                                                                             \
-    ONE(cmdCancel, Button)
-
 MQ27_DECLARE_FORM(frmInterface, FRMINTERFACE_ELEMENTS)
 MQ27_DECLARE_FORM(frmLanguage, FRMLANGUAGE_ELEMENTS)
 MQ27_DECLARE_FORM(frmAbout, FRMABOUT_ELEMENTS)
-MQ27_DECLARE_FORM(frmConnect, FRMCONNECT_ELEMENTS)
-MQ27_DECLARE_FORM(frmDeviceSearch, FRMDEVICESEARCH_ELEMENTS)
