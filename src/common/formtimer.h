@@ -18,6 +18,8 @@ public:
     void enable() { setEnabled(true); }
     void disable() { setEnabled(false); }
     void restart();
+    // Milliseconds until the next tick; -1 when disabled.
+    int remainingTime() const { return m_timer.remainingTime(); }
 
 Q_SIGNALS:
     void timeout();

@@ -17,15 +17,7 @@ using Run = testsupport::ProgramRun;
 using Log = QList<SimProcess::Entry>;
 
 Run cli(const QStringList& args, const QString& folder = {}) {
-    QProcess process;
-    if (!folder.isEmpty()) process.setWorkingDirectory(folder);
-    process.start(testsupport::programPath(QStringLiteral("mq27diag-cli")), args);
-    process.waitForFinished(30000);
-    Run run;
-    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    run.out = QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-    run.err = QString::fromUtf8(process.readAllStandardError());
-    return run;
+    return testsupport::runProgram(QStringLiteral("mq27diag-cli"), args, folder);
 }
 
 QByteArray frame(const SimProcess::Entry& e) {

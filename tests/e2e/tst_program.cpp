@@ -45,6 +45,10 @@ public:
         m_process.start(program(), {});
     }
     QProcess& process() { return m_process; }
+    bool settingsHold(const QByteArray& text) const {
+        QFile settings(m_folder.filePath(QStringLiteral("config/Halvorn/Kompa3.conf")));
+        return settings.open(QIODevice::ReadOnly) && settings.readAll().contains(text);
+    }
 
 private:
     QTemporaryDir m_folder;
@@ -123,8 +127,8 @@ void TestProgram::hangUpAndInterruptEndItToo() {
         InstalledTool tool;
         tool.start(tool.path(QStringLiteral("no-such-port")));
         QVERIFY(tool.process().waitForStarted(5000));
-        // Past the start-up, in the running event loop.
-        QTest::qWait(1500);
+        // Its start-up stores the language, after the signals are caught.
+        QVERIFY(QTest::qWaitFor([&] { return tool.settingsHold("Language="); }, 10000));
         expectOrderlyEnd(tool, signalNumber);
     }
 }

@@ -1,10 +1,19 @@
 #include "support/testsupport.h"
 
+#include <QFile>
 #include <QProcess>
+#include <QTest>
 
 #include "link/telegram.h"
 
 #include <QDir>
+
+#include <cerrno>
+#include <cstring>
+
+#include <grp.h>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace testsupport {
 
@@ -38,15 +47,49 @@ QString programPath(const QString& name) {
     return QDir(dir).filePath(name);
 }
 
-ProgramRun runProgram(const QString& name, const QStringList& arguments) {
+ProgramRun runProgram(const QString& name, const QStringList& arguments,
+                      const QString& workingDirectory) {
     QProcess process;
+    if (!workingDirectory.isEmpty()) process.setWorkingDirectory(workingDirectory);
     process.start(programPath(name), arguments);
-    process.waitForFinished(30000);
     ProgramRun run;
+    if (!process.waitForFinished(30000)) {
+        process.kill();
+        process.waitForFinished(5000);
+        QTest::qFail(qPrintable(QStringLiteral("hung or did not start: ") + name + u' ' +
+                                arguments.join(u' ')),
+                     __FILE__, __LINE__);
+        return run;
+    }
     run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     run.out = QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
     run.err = QString::fromUtf8(process.readAllStandardError());
     return run;
+}
+
+AsNobody::AsNobody() {
+    if (::geteuid() != 0) return;
+    const passwd* nobody = ::getpwnam("nobody");
+    if (!nobody) qFatal("the tests run as root and need the user nobody");
+    // Groups first, while the process may still change them; the saved ids stay root's, so
+    // that the destructor can take them back.
+    if (::setgroups(0, nullptr) != 0 || ::setresgid(nobody->pw_gid, nobody->pw_gid, 0) != 0 ||
+        ::setresuid(nobody->pw_uid, nobody->pw_uid, 0) != 0)
+        qFatal("cannot become nobody: %s", std::strerror(errno));
+    m_dropped = true;
+}
+
+AsNobody::~AsNobody() {
+    if (!m_dropped) return;
+    const gid_t root = 0;
+    if (::setresuid(0, 0, 0) != 0 || ::setresgid(0, 0, 0) != 0 || ::setgroups(1, &root) != 0)
+        qFatal("cannot become root again: %s", std::strerror(errno));
+}
+
+void openToOthers(const QString& folder) {
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                      QFile::ReadOther | QFile::WriteOther | QFile::ExeOther |
+                                      QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup);
 }
 
 QRandomGenerator seededGenerator() {

@@ -42,13 +42,32 @@ QString sourcePath(const QString& relative);
 QString programPath(const QString& name);
 
 // A finished run of one of the built programs: its exit code (-1 when it crashed or hung),
-// its standard output by lines, its standard error.
+// its standard output by lines, its standard error. A run that does not end within 30 s is
+// killed and fails the test that started it, naming the command.
 struct ProgramRun {
     int exitCode = -1;
     QStringList out;
     QString err;
 };
-ProgramRun runProgram(const QString& name, const QStringList& arguments);
+ProgramRun runProgram(const QString& name, const QStringList& arguments,
+                      const QString& workingDirectory = {});
+
+// While it lives, a test that runs as root (as CI does) runs as the user nobody, so that file
+// permissions count as they do for an engineer; for any other user it changes nothing. What
+// nobody is to reach must be open to others: see openToOthers.
+class AsNobody {
+public:
+    AsNobody();
+    ~AsNobody();
+    AsNobody(const AsNobody&) = delete;
+    AsNobody& operator=(const AsNobody&) = delete;
+
+private:
+    bool m_dropped = false;
+};
+
+// Lets every user go through and write into `folder`, as a shared scratch folder.
+void openToOthers(const QString& folder);
 
 // A generator seeded from MQ27_TEST_SEED, or a fixed seed; the seed is logged so that a
 // failing run, a sanitizer's report included, can be repeated.
