@@ -34,9 +34,10 @@ MainView::MainView(AppState& state, const DeviceSession& session, DeviceValues& 
     : QObject()
     , m_state(state)
     , m_values(values)
+    , m_writer(commands, m_limits)
     , m_status(state.forms.frmDisplay(), m_limits)
     , m_leds(state.forms.frmDisplay())
-    , m_pages(state, commands, engine, values, m_limits, [this] { ShowData(); }) {
+    , m_pages(state, m_writer, engine, values, m_limits, [this] { ShowData(); }) {
     m_clickHandlers = {
         {el::mnuSave, [&files] { files.SaveDeviceData(0); }},
         {el::mnuDeviceSearch, [this] { Q_EMIT deviceSearchRequested(); }},
@@ -45,13 +46,18 @@ MainView::MainView(AppState& state, const DeviceSession& session, DeviceValues& 
         {el::mnuFahrenheit, [this] { SwitchToTemperature(2); }},
         {el::mnuPercentMeter, [this] { SwitchToSmokeUnit(1); }},
         {el::mnuPercentFeet, [this] { SwitchToSmokeUnit(2); }},
-        {el::cmdErrReset, [&commands] { commands.ResetMessages(kAllItems); }},
-        {el::cmdAlarmReset[0], [&commands] { commands.ResetAlarmAndFault(kAllItems); }},
-        {el::cmdAlarmReset[1], [&commands] { commands.ResetAlarmAndFault(kBlockedItem); }},
+        {el::cmdErrReset, [&commands] { commands.Send(commands.ResetMessages(kAllItems)); }},
+        {el::cmdAlarmReset[0],
+         [&commands] { commands.Send(commands.ResetAlarmAndFault(kAllItems)); }},
+        {el::cmdAlarmReset[1],
+         [&commands] { commands.Send(commands.ResetAlarmAndFault(kBlockedItem)); }},
     };
+    // The module makes itself known by the serial number its page shows.
     for (int m = 0; m < 10; ++m)
-        m_clickHandlers.insert(el::cmdExtinguisherIdent[m],
-                               [&commands, m] { commands.BusItemIdent(m); });
+        m_clickHandlers.insert(el::cmdExtinguisherIdent[m], [this, &commands, m] {
+            const Form& view = m_state.forms.frmDisplay();
+            commands.Send(commands.BusItemIdent(view.caption(el::lblExtSerialNo[m])));
+        });
     Form& view = m_state.forms.frmDisplay();
     connect(&view, &Form::loaded, this, &MainView::Form_Load);
     connect(&view, &Form::clicked, this, &MainView::onClicked);

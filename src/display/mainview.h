@@ -5,6 +5,7 @@
 #include "display/settingspages.h"
 #include "display/statusdisplay.h"
 #include "engine/settinglimits.h"
+#include "engine/settingswriter.h"
 
 #include <functional>
 
@@ -46,6 +47,7 @@ public:
     const SettingLimits& limits() const { return m_limits; }
     LedRhythm& leds() { return m_leds; }
     SettingsPages& settingsPages() { return m_pages; }
+    SettingsWriter& settingsWriter() { return m_writer; }
 
 Q_SIGNALS:
     // The refresh begins: the localisation brings its labels up to date first.
@@ -66,6 +68,7 @@ private:
     AppState& m_state;
     DeviceValues& m_values;
     SettingLimits m_limits;
+    SettingsWriter m_writer;
     DeviceFeatures m_features;
     StatusDisplay m_status;
     LedRhythm m_leds;

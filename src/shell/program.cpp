@@ -28,18 +28,17 @@ Program::Program(const Services& services, SerialPortDevice* port, QObject* pare
     m_recognition = std::make_unique<Recognition>(m_state, m_session, *m_link, m_values);
     m_engine = std::make_unique<PollEngine>(m_session, *m_link, m_values);
     m_decoder = std::make_unique<TelegramDecoder>(m_state, m_session, *m_engine, m_values);
-    m_commands = std::make_unique<DeviceCommands>(m_state, m_session, *m_engine, m_values);
+    m_commands = std::make_unique<DeviceCommands>(m_session, *m_engine, m_values);
     m_files = std::make_unique<DeviceFiles>(m_state, *m_link, *m_recognition, m_values);
     m_search = std::make_unique<DeviceSearch>(m_state, m_session, *m_link, *m_engine);
     m_mainView =
         std::make_unique<MainView>(m_state, m_session, m_values, *m_commands, *m_engine, *m_files);
     m_localisation =
         std::make_unique<Localisation>(m_state, m_values, *m_commands, *m_engine, *m_mainView);
-    m_deviceSettings = std::make_unique<DeviceSettings>(m_state, *m_commands, *m_engine, m_values,
-                                                        m_mainView->limits());
+    m_deviceSettings = std::make_unique<DeviceSettings>(m_state, *m_commands, *m_engine, m_values);
     m_extinguishDetails = std::make_unique<ExtinguishDetails>(m_state, m_values);
-    m_extinguishSettings = std::make_unique<ExtinguishSettings>(m_state, m_values, *m_commands,
-                                                                *m_engine, m_mainView->limits());
+    m_extinguishSettings =
+        std::make_unique<ExtinguishSettings>(m_state, m_values, *m_commands, *m_engine);
     m_logger = std::make_unique<DataLogger>(m_state, m_values);
     m_protocol = std::make_unique<Protocol>(m_state, m_values);
     m_languages = std::make_unique<Languages>(m_state);

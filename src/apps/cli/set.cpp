@@ -255,7 +255,7 @@ int list(Program& program) {
         const PageButtons b = buttons(static_cast<Page>(p));
         v.click(b.open);
         for (const Setting& s : settings())
-            if (s.page == p && available(v, s))
+            if (static_cast<int>(s.page) == p && available(v, s))
                 printLine(stdout, s.name + u'\t' + limits(v, s) + u'\t' + present(v, s));
         v.click(b.cancel);
     }
@@ -379,9 +379,9 @@ int set(const QStringList& args) {
     // Every page the command touches, in the pages' order: opened, filled, checked.
     std::vector<Page> touched;
     for (int p = 0; p < SettingsPages::kPageCount; ++p) {
-        bool used = p == SettingsPages::AirFlow && airFlowInit;
+        bool used = p == static_cast<int>(SettingsPages::AirFlow) && airFlowInit;
         for (const auto& [s, value] : wanted)
-            used = used || s->page == p;
+            used = used || static_cast<int>(s->page) == p;
         if (used) touched.push_back(static_cast<Page>(p));
     }
     std::vector<int> commands;
