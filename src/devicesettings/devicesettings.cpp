@@ -2,6 +2,7 @@
 
 #include "common/appstate.h"
 #include "common/colors.h"
+#include "common/fieldcheck.h"
 #include "common/numberformat.h"
 #include "common/stringtable.h"
 #include "common/waitingnote.h"
@@ -9,9 +10,9 @@
 #include "display/mainview_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
-#include "engine/settinglimits.h"
 #include "values/devicevalues.h"
 
+#include <array>
 #include <cmath>
 
 namespace el = frmDeviceSettings;
@@ -57,12 +58,11 @@ const PageElements& elementsOf(Page page) {
 } // namespace
 
 DeviceSettings::DeviceSettings(AppState& state, DeviceCommands& commands, PollEngine& engine,
-                               DeviceValues& values, const SettingLimits& limits)
+                               DeviceValues& values)
     : QObject()
     , m_state(state)
     , m_commands(commands)
-    , m_values(values)
-    , m_limits(limits) {
+    , m_values(values) {
     Form& form = window();
     connect(&form, &Form::loaded, this, &DeviceSettings::onLoaded);
     connect(&form, &Form::clicked, this, &DeviceSettings::onClicked);
@@ -101,16 +101,16 @@ void DeviceSettings::onLoaded() {
 void DeviceSettings::ShowDeviceSettings() {
     Form& w = window();
     w.load();
-    const SettingLimits& l = m_limits;
+    using C = DeviceCommands;
     auto range = [&](const QString& field, double low, double high, const QString& unit) {
         w.setToolTip(field,
                      number(low) + QStringLiteral(" - ") + number(high) + u' ' + w.caption(unit));
     };
-    range(el::txtParameterValue[0], l.resistorMin, l.resistorMax, el::lblParameterUnit[0]);
-    range(el::txtParameterValue[1], l.resistorMin, l.resistorMax, el::lblParameterUnit[1]);
-    range(el::txtParameterValue[2], l.toleranceMin, l.toleranceMax, el::lblParameterUnit[2]);
+    range(el::txtParameterValue[0], C::kResistorMin, C::kResistorMax, el::lblParameterUnit[0]);
+    range(el::txtParameterValue[1], C::kResistorMin, C::kResistorMax, el::lblParameterUnit[1]);
+    range(el::txtParameterValue[2], C::kToleranceMin, C::kToleranceMax, el::lblParameterUnit[2]);
     for (int n = 0; n < kSensors; ++n)
-        range(el::txtBetaFactor[n], l.betaMin, l.betaMax, el::lblBetaFactorUnit[n]);
+        range(el::txtBetaFactor[n], C::kBetaMin, C::kBetaMax, el::lblBetaFactorUnit[n]);
 
     ValueStore* values = m_values.get();
     w.setVisible(el::fraDeviceSettings[1], values && values->GetHasTemperatureSensors() != 0);
@@ -164,7 +164,15 @@ void DeviceSettings::cmdSettings_Click() {
 }
 
 void DeviceSettings::cmdSettingsAssume_Click() {
-    if (!m_commands.AdvancedSettingsAssume(m_limits)) return;
+    Form& w = window();
+    DeviceCommands::Resistors resistors;
+    for (int i = 0; i < 3; ++i)
+        resistors.values[static_cast<std::size_t>(i)] = readNumber(w, el::txtParameterValue[i]);
+    const auto block = m_commands.AdvancedSettingsAssume(resistors);
+    for (int i = 0; i < 3; ++i)
+        showVerdict(w, el::txtParameterValue[i], resistors.values[static_cast<std::size_t>(i)],
+                    m_state.preferences.locale());
+    if (!m_commands.Send(block)) return;
     m_sentAt[Resistors].start();
     m_tmrCompare[Resistors].enable();
     showWaiting(Resistors, differences(Resistors));
@@ -185,7 +193,15 @@ void DeviceSettings::cmdBetaSettings_Click() {
 }
 
 void DeviceSettings::cmdBetaSettingsAssume_Click() {
-    if (!m_commands.BetaFactorSettingsAssume(m_limits)) return;
+    Form& w = window();
+    std::array<TypedNumber, kSensors> betas;
+    for (int n = 0; n < kSensors; ++n)
+        betas[static_cast<std::size_t>(n)] = readNumber(w, el::txtBetaFactor[n]);
+    const auto block = m_commands.BetaFactorSettingsAssume(betas);
+    for (int n = 0; n < kSensors; ++n)
+        showVerdict(w, el::txtBetaFactor[n], betas[static_cast<std::size_t>(n)],
+                    m_state.preferences.locale());
+    if (!m_commands.Send(block)) return;
     m_sentAt[BetaValues].start();
     m_tmrCompare[BetaValues].enable();
     showWaiting(BetaValues, differences(BetaValues));

@@ -14,7 +14,6 @@ class DeviceCommands;
 class DeviceValues;
 class Form;
 class PollEngine;
-struct SettingLimits;
 
 // The rack device's own settings that the main view does not offer: the manual release
 // line's resistors and tolerance, and the beta values of the five temperature sensors. Two
@@ -30,9 +29,8 @@ public:
     enum class State { Viewing, Editing, Comparing };
     enum Page { Resistors, BetaValues, kPageCount };
 
-    // `limits` are the main view's, which the device's reports keep current.
     DeviceSettings(AppState& state, DeviceCommands& commands, PollEngine& engine,
-                   DeviceValues& values, const SettingLimits& limits);
+                   DeviceValues& values);
 
     State state(Page page) const;
 
@@ -75,7 +73,6 @@ private:
     AppState& m_state;
     DeviceCommands& m_commands;
     DeviceValues& m_values;
-    const SettingLimits& m_limits;
     FormTimer m_tmrRefresh{234};
     FormTimer m_tmrCompare[kPageCount] = {FormTimer{100}, FormTimer{100}};
     bool m_editing[kPageCount] = {};

@@ -3,6 +3,7 @@
 #include "common/formmodel.h"
 #include "common/stringtable.h"
 #include "display/mainview_elements.h"
+#include "engine/settingtable.h"
 
 #include <initializer_list>
 #include <utility>
@@ -149,24 +150,12 @@ void messages(Words& s) {
 }
 
 void settings(Words& s) {
-    const QString seconds = QStringLiteral("s");
     s.set({{el::fraSettings, 11},
-           {el::lblAlarmDelayLegend, 41},
-           {el::lblExtinguishDelayLegend, 98},
-           {el::lblAirFlowRangeLegend, 42},
-           {el::lblFaultDelayLegend, 43},
-           {el::lblBuzzerLegend, 120},
-           {el::lblFaultStoreLegend, 44},
-           {el::lblDynamicAirflowLegend, 36},
-           {el::lblLocalizationLegend, 24},
            {el::cmdSettings, 48},
            {el::cmdSettingsStandard, 50},
            {el::cmdSettingsAssume, 51},
            {el::cmdSettingsCancel, 49},
            {el::fraAirFlowInit, 400},
-           {el::lblAltitudeLegend, 37},
-           {el::lblAirPressureLegend, 38},
-           {el::lblFanVoltageNormalLegend, 39},
            {el::cmdAirFlowSet, 48},
            {el::cmdAirFlowStandard, 50},
            {el::cmdAirFlowInit, 56},
@@ -176,26 +165,16 @@ void settings(Words& s) {
            {el::cmdSensorTempAlarmSet, 48},
            {el::cmdSensorTempAlarmAssume, 51},
            {el::cmdSensorTempAlarmCancel, 49}});
-    s.set(el::lblAlarmAfterLocLegend, s(97) + u' ' + s(24));
-    s.set(el::lblAlarmDelayUnit, seconds);
-    s.set(el::lblExtinguishDelayUnit, seconds);
-    s.set(el::lblAirFlowRangeUnit, QStringLiteral("%"));
-    s.set(el::lblFaultDelayMinutesUnit, QStringLiteral("min"));
-    s.set(el::lblFaultDelaySecondsUnit, seconds);
-    s.set(el::lblAltitudeUnit, QStringLiteral("m"));
-    s.set(el::lblAirPressureUnit, QStringLiteral("hPa"));
-    s.set(el::lblFanVoltageNormalUnit, QStringLiteral("V"));
-    for (int d = 0; d < 2; ++d) {
+    for (int d = 0; d < 2; ++d)
         s.set(el::fraDetectorSettings[d], s.numbered(122 + d, d + 1));
-        s.set(el::lblSensitivityLegend[d], s(40));
-        s.set(el::lblSensitivityUnit[d], QStringLiteral("%/m"));
-        s.set(el::lblPreAlarmThresholdLegend[d], s(95));
-        s.set(el::lblPreAlarmThresholdUnit[d], QStringLiteral("%"));
-        s.set(el::lblTrueLixLegend[d], s(45));
-    }
-    for (int n = 0; n < 5; ++n) {
-        s.set(el::lblSensorTempAlarmLegend[n], s.numbered(112, n + 1));
-        s.set(el::lblSensorTempAlarmUnit[n], QStringLiteral("°C"));
+    // Each setting's legend and units.
+    for (const SettingDescriptor& setting : settingTable()) {
+        QString legend = s(setting.legend);
+        if (setting.legendTail != 0) legend += u' ' + s(setting.legendTail);
+        if (setting.numbered) legend += u' ' + QString::number(setting.index + 1);
+        s.set(setting.legendElement(), legend);
+        for (int field = 0; field < setting.fieldCount(); ++field)
+            s.set(setting.unitElement(field), setting.unitText(field));
     }
 }
 
@@ -211,7 +190,6 @@ void relays(Words& s) {
         s.set(el::lblRelais[d + 2], s.numbered(16, d + 1));
     }
     for (int i = 0; i < 5; ++i) {
-        s.set(el::lblRelayNumber[i], s.numbered(126, i + 1));
         s.set(el::lblRelais[i + 4], s.numbered(24, i + 1));
         s.set(el::lblRelais[i + 9], s.numbered(119, i + 1));
     }

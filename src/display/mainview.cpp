@@ -41,9 +41,10 @@ MainView::MainView(Form& view, Preferences& preferences, RegSettings& settings, 
     , m_settings(settings)
     , m_texts(texts)
     , m_values(values)
+    , m_writer(commands, m_limits)
     , m_status(view, m_limits)
     , m_leds(view)
-    , m_pages(pagesState, commands, engine, values, m_limits, [this] { ShowData(); }) {
+    , m_pages(pagesState, m_writer, engine, values, m_limits, [this] { ShowData(); }) {
     m_clickHandlers = {
         {el::mnuSave, [this] { Q_EMIT saveRequested(); }},
         {el::mnuDeviceSearch, [this] { Q_EMIT deviceSearchRequested(); }},
@@ -52,13 +53,17 @@ MainView::MainView(Form& view, Preferences& preferences, RegSettings& settings, 
         {el::mnuFahrenheit, [this] { SwitchToTemperature(2); }},
         {el::mnuPercentMeter, [this] { SwitchToSmokeUnit(1); }},
         {el::mnuPercentFeet, [this] { SwitchToSmokeUnit(2); }},
-        {el::cmdErrReset, [&commands] { commands.ResetMessages(kAllItems); }},
-        {el::cmdAlarmReset[0], [&commands] { commands.ResetAlarmAndFault(kAllItems); }},
-        {el::cmdAlarmReset[1], [&commands] { commands.ResetAlarmAndFault(kBlockedItem); }},
+        {el::cmdErrReset, [&commands] { commands.Send(commands.ResetMessages(kAllItems)); }},
+        {el::cmdAlarmReset[0],
+         [&commands] { commands.Send(commands.ResetAlarmAndFault(kAllItems)); }},
+        {el::cmdAlarmReset[1],
+         [&commands] { commands.Send(commands.ResetAlarmAndFault(kBlockedItem)); }},
     };
+    // The module makes itself known by the serial number its page shows.
     for (int m = 0; m < 10; ++m)
-        m_clickHandlers.insert(el::cmdExtinguisherIdent[m],
-                               [&commands, m] { commands.BusItemIdent(m); });
+        m_clickHandlers.insert(el::cmdExtinguisherIdent[m], [this, &commands, m] {
+            commands.Send(commands.BusItemIdent(m_view.caption(el::lblExtSerialNo[m])));
+        });
     connect(&view, &Form::loaded, this, &MainView::Form_Load);
     connect(&view, &Form::clicked, this, &MainView::onClicked);
     connect(&view, &Form::mouseClicked, this, &MainView::onMouseClicked);

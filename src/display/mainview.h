@@ -6,6 +6,7 @@
 #include "display/settingspages.h"
 #include "display/statusdisplay.h"
 #include "engine/settinglimits.h"
+#include "engine/settingswriter.h"
 
 #include <functional>
 
@@ -71,6 +72,7 @@ public:
     LedRhythm& leds() { return m_leds; }
     SettingsPages& settingsPages() { return m_pages; }
     FormTimer& tmrReceiveLED() { return m_tmrReceiveLED; }
+    SettingsWriter& settingsWriter() { return m_writer; }
 
 Q_SIGNALS:
     // The refresh begins: the localisation brings its labels up to date first.
@@ -95,6 +97,7 @@ private:
     const Texts& m_texts;
     DeviceValues& m_values;
     SettingLimits m_limits;
+    SettingsWriter m_writer;
     DeviceFeatures m_features;
     StatusDisplay m_status;
     LedRhythm m_leds;

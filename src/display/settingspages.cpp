@@ -1,19 +1,19 @@
 #include "display/settingspages.h"
 
 #include "common/appstate.h"
+#include "common/fieldcheck.h"
 #include "common/numberformat.h"
 #include "common/waitingnote.h"
 #include "display/mainview_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
 #include "engine/settinglimits.h"
+#include "engine/settingswriter.h"
 #include "values/devicevalues.h"
-
-#include <cmath>
 
 namespace el = frmDisplay;
 using Page = SettingsPages::Page;
-using TextSetting = SettingsPages::TextSetting;
+using Kind = SettingDescriptor::Kind;
 
 namespace {
 
@@ -22,76 +22,8 @@ namespace {
 constexpr int kUnitAfterLabel = 850;
 constexpr int kUnitAfterField = 1080;
 
-using el::kRelayBoxes;
-using el::kRelayOptions;
-
-// The settings page's fields in the order they are compared.
-const std::vector<TextSetting>& settingsFields() {
-    static const std::vector<TextSetting> fields = [] {
-        std::vector<TextSetting> f = {
-            {el::lblAlarmDelayLegend, el::lblAlarmDelay, el::txtAlarmDelay, el::ctrAlarmDelay,
-             el::lblAlarmDelayUnit},
-            {el::lblExtinguishDelayLegend, el::lblExtinguishDelay, el::txtExtinguishDelay,
-             el::ctrExtinguishDelay, el::lblExtinguishDelayUnit},
-            {el::lblAirFlowRangeLegend, el::lblAirFlowRange, el::txtAirFlowRange,
-             el::ctrAirFlowRange, el::lblAirFlowRangeUnit},
-            {el::lblFaultDelayLegend, el::lblFaultDelayMinutes, el::txtFaultDelayMinutes,
-             el::ctrFaultDelayMinutes, el::lblFaultDelayMinutesUnit},
-            {el::lblFaultDelayLegend, el::lblFaultDelaySeconds, el::txtFaultDelaySeconds,
-             el::ctrFaultDelaySeconds, el::lblFaultDelaySecondsUnit},
-        };
-        for (int d = 0; d < 2; ++d) {
-            f.push_back({el::lblSensitivityLegend[d], el::lblSensitivity[d], el::txtSensitivity[d],
-                         el::ctrSensitivity[d], el::lblSensitivityUnit[d], 1000, 3});
-            f.push_back({el::lblPreAlarmThresholdLegend[d], el::lblPreAlarmThreshold[d],
-                         el::txtPreAlarmThreshold[d], el::ctrPreAlarmThreshold[d],
-                         el::lblPreAlarmThresholdUnit[d]});
-        }
-        return f;
-    }();
-    return fields;
-}
-
-struct Switch {
-    QString legend, shown, copy;
-};
-
-// The settings page's switches: the device's box and its editable copy.
-const std::vector<Switch>& settingsSwitches() {
-    static const std::vector<Switch> switches = {
-        {el::lblBuzzerLegend, el::chkBuzzer[0], el::chkBuzzer[1]},
-        {el::lblFaultStoreLegend, el::chkFaultStore[0], el::chkFaultStore[1]},
-        {el::lblDynamicAirflowLegend, el::chkDynamicAirflow[0], el::chkDynamicAirflow[1]},
-        {el::lblLocalizationLegend, el::chkLocalization[0], el::chkLocalization[1]},
-        {el::lblTrueLixLegend[0], el::chkTrueLix[0], el::chkTrueLix[1]},
-        {el::lblTrueLixLegend[1], el::chkTrueLix[2], el::chkTrueLix[3]},
-        {el::lblAlarmAfterLocLegend, el::chkAlarmAfterLoc[0], el::chkAlarmAfterLoc[1]},
-    };
-    return switches;
-}
-
-const std::vector<TextSetting>& airFlowFields() {
-    static const std::vector<TextSetting> fields = {
-        {el::lblAltitudeLegend, el::lblAltitude, el::txtAltitude, el::ctrAltitude,
-         el::lblAltitudeUnit},
-        {el::lblAirPressureLegend, el::lblAirPressure, el::txtAirPressure, el::ctrAirPressure,
-         el::lblAirPressureUnit},
-        {el::lblFanVoltageNormalLegend, el::lblFanVoltageNormal, el::txtFanVoltageNormal,
-         el::ctrFanVoltageNormal, el::lblFanVoltageNormalUnit, 1000, 1},
-    };
-    return fields;
-}
-
-const std::vector<TextSetting>& temperatureFields() {
-    static const std::vector<TextSetting> fields = [] {
-        std::vector<TextSetting> f;
-        for (int n = 0; n < 5; ++n)
-            f.push_back({el::lblSensorTempAlarmLegend[n], el::lblSensorTempAlarm[n],
-                         el::txtSensorTempAlarm[n], el::ctrSensorTempAlarm[n],
-                         el::lblSensorTempAlarmUnit[n], 10, 1});
-        return f;
-    }();
-    return fields;
+int at(Page page) {
+    return static_cast<int>(page);
 }
 
 struct Buttons {
@@ -101,13 +33,13 @@ struct Buttons {
 
 Buttons buttonsOf(Page page) {
     switch (page) {
-    case SettingsPages::Settings:
+    case Page::Settings:
         return {el::cmdSettings,
                 {el::cmdSettingsCancel, el::cmdSettingsAssume, el::cmdSettingsStandard}};
-    case SettingsPages::AirFlow:
+    case Page::AirFlow:
         return {el::cmdAirFlowSet,
                 {el::cmdAirFlowCancel, el::cmdAirFlowInit, el::cmdAirFlowStandard}};
-    case SettingsPages::Relays:
+    case Page::Relays:
         return {el::cmdRelaySet, {el::cmdRelayCancel, el::cmdRelayAssume}};
     default:
         return {el::cmdSensorTempAlarmSet,
@@ -115,14 +47,32 @@ Buttons buttonsOf(Page page) {
     }
 }
 
+// A time's fields count whole minutes and seconds; a number's field has its decimals, and
+// its up/down element the value times the setting's scale.
+int decimalsOf(const SettingDescriptor& s) {
+    return s.kind == Kind::MinutesSeconds ? 0 : s.decimals;
+}
+
+double upDownScaleOf(const SettingDescriptor& s) {
+    return s.kind == Kind::MinutesSeconds ? 1 : s.upDownScale;
+}
+
+TypedNumber& numberOf(SettingInput& input, int field) {
+    return field == 0 ? input.number : input.seconds;
+}
+
+const TypedNumber& numberOf(const SettingInput& input, int field) {
+    return field == 0 ? input.number : input.seconds;
+}
+
 } // namespace
 
-SettingsPages::SettingsPages(AppState& state, DeviceCommands& commands, PollEngine& engine,
-                             DeviceValues& values, SettingLimits& limits,
+SettingsPages::SettingsPages(AppState& state, SettingsWriter& writer, PollEngine& engine,
+                             DeviceValues& values, const SettingLimits& limits,
                              std::function<void()> refresh)
     : QObject()
     , m_state(state)
-    , m_commands(commands)
+    , m_writer(writer)
     , m_values(values)
     , m_limits(limits)
     , m_refresh(std::move(refresh)) {
@@ -137,6 +87,14 @@ SettingsPages::SettingsPages(AppState& state, DeviceCommands& commands, PollEngi
             &SettingsPages::tmrCompareRelaySet_Timer);
     connect(&m_tmrCompareSensorTempAlarmSet, &FormTimer::timeout, this,
             &SettingsPages::tmrCompareSensorTempAlarmSet_Timer);
+}
+
+std::vector<SettingsPages::TextField> SettingsPages::textFields(Page page) {
+    std::vector<TextField> fields;
+    for (const SettingDescriptor* s : settingsOf(page))
+        for (int field = 0; field < s->fieldCount(); ++field)
+            fields.push_back({s, field});
+    return fields;
 }
 
 FormTimer& SettingsPages::compareTimer(Page page) {
@@ -157,7 +115,7 @@ const FormTimer& SettingsPages::timerOf(Page page) const {
 }
 
 SettingsPages::State SettingsPages::state(Page page) const {
-    if (!m_editing[page]) return State::Viewing;
+    if (!m_editing[at(page)]) return State::Viewing;
     return timerOf(page).isEnabled() ? State::Waiting : State::Editing;
 }
 
@@ -183,57 +141,31 @@ QString SettingsPages::waitingLabel(Page page) {
 // Settings page.
 
 void SettingsPages::cmdSettings_Click() {
-    openFields(settingsFields());
-    for (const Switch& s : settingsSwitches()) {
-        view().setChecked(s.copy, view().isChecked(s.shown));
-        view().setVisible(s.copy, true);
-        view().setVisible(s.shown, false);
+    openFields(Settings);
+    for (const SettingDescriptor* s : settingsOf(Settings)) {
+        if (s->kind != Kind::Switch) continue;
+        view().setChecked(s->copyBox(), view().isChecked(s->shownBox()));
+        view().setVisible(s->copyBox(), true);
+        view().setVisible(s->shownBox(), false);
     }
     setToolTips(Settings);
     showButtons(Settings, true);
 }
 
 void SettingsPages::cmdSettingsStandard_Click() {
-    Form& v = view();
-    const SettingLimits& l = m_limits;
-    const double standardFaultDelay = l.faultDelayStandard;
-    ValueStore* values = m_values.get();
-    const double sensitivity = values ? values->DET_GetSmokeValue10Min(0) / 1000.0 : 0;
-    const std::pair<QString, QString> texts[] = {
-        {el::txtAlarmDelay, text(l.alarmDelayStandard, 0)},
-        {el::txtExtinguishDelay, text(l.extinguishDelayStandard, 0)},
-        {el::txtAirFlowRange, text(l.airFlowRangeStandard, 0)},
-        {el::txtFaultDelayMinutes, QString::number(static_cast<int>(standardFaultDelay) / 60)},
-        {el::txtFaultDelaySeconds, QString::number(static_cast<int>(standardFaultDelay) % 60)},
-        {el::txtSensitivity[0], text(sensitivity, 3)},
-        {el::txtSensitivity[1], text(sensitivity, 3)},
-        {el::txtPreAlarmThreshold[0], text(l.preAlarmThresholdStandard, 0)},
-        {el::txtPreAlarmThreshold[1], text(l.preAlarmThresholdStandard, 0)},
-    };
-    for (const auto& [field, value] : texts) {
-        v.setBackColor(field, colors::kWindowBackground);
-        v.setCaption(field, value);
-    }
-    v.setChecked(el::chkBuzzer[1], l.buzzerStandard);
-    v.setChecked(el::chkFaultStore[1], l.faultStoreStandard);
-    v.setChecked(el::chkDynamicAirflow[1], l.dynamicAirFlowStandard);
-    v.setChecked(el::chkLocalization[1], l.localisationStandard);
-    v.setChecked(el::chkAlarmAfterLoc[1], l.alarmAfterLocStandard);
-    v.setChecked(el::chkTrueLix[1], l.trueLixStandard);
-    v.setChecked(el::chkTrueLix[3], l.trueLixStandard);
-    m_state.services.dialogs->information(m_state.texts.messages.standardValuesRemark,
-                                          m_state.texts.appTitle);
+    fillStandards(Settings);
 }
 
 void SettingsPages::cmdSettingsAssume_Click() {
-    m_writeQueued[Settings] = m_commands.SettingsAssume(m_limits);
+    m_writeQueued[at(Settings)] = assume(Settings);
 }
 
 void SettingsPages::cmdSettingsCancel_Click() {
-    closeFields(Settings, settingsFields());
-    for (const Switch& s : settingsSwitches()) {
-        view().setVisible(s.shown, true);
-        view().setVisible(s.copy, false);
+    closeFields(Settings);
+    for (const SettingDescriptor* s : settingsOf(Settings)) {
+        if (s->kind != Kind::Switch) continue;
+        view().setVisible(s->shownBox(), true);
+        view().setVisible(s->copyBox(), false);
     }
 }
 
@@ -244,32 +176,21 @@ void SettingsPages::tmrCompareSettings_Timer() {
 // Air-flow page.
 
 void SettingsPages::cmdAirFlowSet_Click() {
-    openFields(airFlowFields());
+    openFields(AirFlow);
     setToolTips(AirFlow);
     showButtons(AirFlow, true);
 }
 
 void SettingsPages::cmdAirFlowStandard_Click() {
-    const SettingLimits& l = m_limits;
-    const std::pair<QString, QString> texts[] = {
-        {el::txtAltitude, text(l.altitudeStandard, 0)},
-        {el::txtAirPressure, text(l.airPressureStandard, 0)},
-        {el::txtFanVoltageNormal, text(l.fanVoltageStandard / 1000, 1)},
-    };
-    for (const auto& [field, value] : texts) {
-        view().setBackColor(field, colors::kWindowBackground);
-        view().setCaption(field, value);
-    }
-    m_state.services.dialogs->information(m_state.texts.messages.standardValuesRemark,
-                                          m_state.texts.appTitle);
+    fillStandards(AirFlow);
 }
 
 void SettingsPages::cmdAirFlowInit_Click() {
-    m_writeQueued[AirFlow] = m_commands.AirFlowInit(m_limits);
+    m_writeQueued[at(AirFlow)] = assume(AirFlow);
 }
 
 void SettingsPages::cmdAirFlowCancel_Click() {
-    closeFields(AirFlow, airFlowFields());
+    closeFields(AirFlow);
 }
 
 void SettingsPages::tmrCompareAirFlowSet_Timer() {
@@ -279,29 +200,34 @@ void SettingsPages::tmrCompareAirFlowSet_Timer() {
 // Relay page: while it is edited its boxes take input, and the refresh leaves them alone.
 
 void SettingsPages::cmdRelaySet_Click() {
-    for (int r = 0; r < 5; ++r) {
-        for (int i = 0; i < 14; ++i)
-            view().setEnabled(kRelayBoxes[r][i], true);
+    for (const SettingDescriptor* relay : settingsOf(Relays)) {
+        for (int i = 0; i < kRelayEvents; ++i)
+            view().setEnabled(relay->eventBox(i), true);
         for (int i = 0; i < 2; ++i)
-            view().setEnabled(kRelayOptions[r][i], true);
+            view().setEnabled(relay->optionBox(i), true);
     }
-    m_editing[Relays] = true;
+    m_editing[at(Relays)] = true;
     showButtons(Relays, true);
 }
 
 void SettingsPages::cmdRelayAssume_Click() {
-    m_writeQueued[Relays] = m_commands.RelayAssume();
+    if (!m_values.get()) return;
+    // A hidden event must not stay in a mask unseen.
+    for (const SettingDescriptor* relay : settingsOf(Relays))
+        for (int i = 0; i < kRelayEvents; ++i)
+            if (!view().isVisible(relay->eventBox(i))) view().setValue(relay->eventBox(i), 0);
+    m_writeQueued[at(Relays)] = assume(Relays);
 }
 
 void SettingsPages::cmdRelayCancel_Click() {
     m_tmrCompareRelaySet.disable();
-    for (int r = 0; r < 5; ++r) {
-        for (int i = 0; i < 14; ++i)
-            view().setEnabled(kRelayBoxes[r][i], false);
+    for (const SettingDescriptor* relay : settingsOf(Relays)) {
+        for (int i = 0; i < kRelayEvents; ++i)
+            view().setEnabled(relay->eventBox(i), false);
         for (int i = 0; i < 2; ++i)
-            view().setEnabled(kRelayOptions[r][i], false);
+            view().setEnabled(relay->optionBox(i), false);
     }
-    m_editing[Relays] = false;
+    m_editing[at(Relays)] = false;
     showButtons(Relays, false);
     showWaiting(Relays, {});
     if (view().isShown() && m_refresh) m_refresh();
@@ -315,17 +241,17 @@ void SettingsPages::tmrCompareRelaySet_Timer() {
 // unit.
 
 void SettingsPages::cmdSensorTempAlarmSet_Click() {
-    openFields(temperatureFields());
+    openFields(Temperatures);
     setToolTips(Temperatures);
     showButtons(Temperatures, true);
 }
 
 void SettingsPages::cmdSensorTempAlarmAssume_Click() {
-    m_writeQueued[Temperatures] = m_commands.SensorTempAlarmAssume(m_limits);
+    m_writeQueued[at(Temperatures)] = assume(Temperatures);
 }
 
 void SettingsPages::cmdSensorTempAlarmCancel_Click() {
-    closeFields(Temperatures, temperatureFields());
+    closeFields(Temperatures);
 }
 
 void SettingsPages::tmrCompareSensorTempAlarmSet_Timer() {
@@ -358,10 +284,12 @@ void SettingsPages::onClicked(const QString& element) {
 
 // An up/down element writes its value into its field, as the field's own text.
 void SettingsPages::onEdited(const QString& element) {
-    for (const auto* fields : {&settingsFields(), &airFlowFields(), &temperatureFields()}) {
-        for (const TextSetting& s : *fields) {
-            if (s.upDown != element) continue;
-            view().setCaption(s.field, text(view().value(s.upDown) / s.scale, s.decimals));
+    for (const SettingDescriptor& s : settingTable()) {
+        for (int field = 0; field < s.fieldCount(); ++field) {
+            if (s.upDownElement(field) != element) continue;
+            view().setCaption(s.fieldElement(field),
+                              numberformat::fixed(view().value(element) / upDownScaleOf(s),
+                                                  decimalsOf(s), m_state.preferences.locale()));
             return;
         }
     }
@@ -369,179 +297,179 @@ void SettingsPages::onEdited(const QString& element) {
 
 // The tick that sends a page's command starts its comparison.
 void SettingsPages::onWriteSent(int command) {
-    Page page;
-    switch (command) {
-    case 129:
-        page = Settings;
-        break;
-    case 130:
-        page = AirFlow;
-        break;
-    case 137:
-        page = Temperatures;
-        break;
-    case 138:
-        page = Relays;
-        break;
-    default:
-        return;
+    for (int p = 0; p < kPageCount; ++p) {
+        const auto page = static_cast<Page>(p);
+        if (commandOf(page) != command) continue;
+        // The advanced settings window writes commands 129 and 137 too: only the page that
+        // queued the write waits for it.
+        if (!m_writeQueued[p]) return;
+        m_writeQueued[p] = false;
+        compareTimer(page).enable();
+        m_sentAt[p].start();
+        if (m_editing[p]) showWaiting(page, differences(page));
     }
-    // The advanced settings window writes commands 129 and 137 too: only the page that
-    // queued the write waits for it.
-    if (!m_writeQueued[page]) return;
-    m_writeQueued[page] = false;
-    compareTimer(page).enable();
-    m_sentAt[page].start();
-    if (m_editing[page]) showWaiting(page, differences(page));
 }
 
-void SettingsPages::openFields(const std::vector<TextSetting>& settings) {
+void SettingsPages::openFields(Page page) {
     Form& v = view();
-    for (const TextSetting& s : settings) {
-        v.setLeft(s.unit, v.left(s.field) + kUnitAfterField);
-        const QString caption = v.caption(s.label);
-        v.setBackColor(s.field, colors::kWindowBackground);
-        v.setCaption(s.field, caption);
+    for (const TextField& t : textFields(page)) {
+        const SettingDescriptor& s = *t.setting;
+        const QString field = s.fieldElement(t.field);
+        v.setLeft(s.unitElement(t.field), v.left(field) + kUnitAfterField);
+        const QString caption = v.caption(s.labelElement(t.field));
+        v.setBackColor(field, colors::kWindowBackground);
+        v.setCaption(field, caption);
         bool isNumber = false;
         const double value = m_state.preferences.locale().toDouble(caption, &isNumber);
-        if (const auto whole = numberformat::toInt32(value * s.scale); isNumber && whole)
-            v.setValue(s.upDown, *whole);
-        v.setVisible(s.field, true);
-        v.setVisible(s.upDown, true);
-        v.setVisible(s.label, false);
+        if (const auto whole = numberformat::toInt32(value * upDownScaleOf(s)); isNumber && whole)
+            v.setValue(s.upDownElement(t.field), *whole);
+        v.setVisible(field, true);
+        v.setVisible(s.upDownElement(t.field), true);
+        v.setVisible(s.labelElement(t.field), false);
     }
 }
 
-void SettingsPages::closeFields(Page page, const std::vector<TextSetting>& settings) {
+void SettingsPages::closeFields(Page page) {
     compareTimer(page).disable();
     Form& v = view();
-    for (const TextSetting& s : settings) {
-        v.setLeft(s.unit, v.left(s.label) + kUnitAfterLabel);
-        v.setVisible(s.label, true);
-        v.setVisible(s.field, false);
-        v.setVisible(s.upDown, false);
+    for (const TextField& t : textFields(page)) {
+        const SettingDescriptor& s = *t.setting;
+        v.setLeft(s.unitElement(t.field), v.left(s.labelElement(t.field)) + kUnitAfterLabel);
+        v.setVisible(s.labelElement(t.field), true);
+        v.setVisible(s.fieldElement(t.field), false);
+        v.setVisible(s.upDownElement(t.field), false);
     }
     showButtons(page, false);
     showWaiting(page, {});
 }
 
+// Nothing is sent yet: the engineer still accepts.
+void SettingsPages::fillStandards(Page page) {
+    Form& v = view();
+    ValueStore* values = m_values.get();
+    for (const SettingDescriptor* s : settingsOf(page)) {
+        const double standard = !s->reportedStandard ? s->standard
+                                : values             ? s->reportedStandard(*values)
+                                                     : 0;
+        if (s->kind == Kind::Switch) {
+            v.setChecked(s->copyBox(), standard != 0);
+            continue;
+        }
+        const int whole = static_cast<int>(standard);
+        const QString texts[] = {s->kind == Kind::MinutesSeconds
+                                     ? QString::number(whole / 60)
+                                     : numberformat::fixed(standard / s->upDownScale, s->decimals,
+                                                           m_state.preferences.locale()),
+                                 QString::number(whole % 60)};
+        for (int field = 0; field < s->fieldCount(); ++field) {
+            v.setBackColor(s->fieldElement(field), colors::kWindowBackground);
+            v.setCaption(s->fieldElement(field), texts[field]);
+        }
+    }
+    m_state.services.dialogs->information(m_state.texts.messages.standardValuesRemark,
+                                          m_state.texts.appTitle);
+}
+
+// Every field is checked, also after a bad one; only a page that is good as a whole goes
+// out.
+bool SettingsPages::assume(Page page) {
+    SettingInputs typed = inputs(page);
+    const std::optional<Bytes> block = m_writer.check(page, typed);
+    for (const TextField& t : textFields(page))
+        showVerdict(view(), t.setting->fieldElement(t.field), numberOf(typed[*t.setting], t.field),
+                    m_state.preferences.locale());
+    return block && m_writer.send(*block);
+}
+
+SettingInputs SettingsPages::inputs(Page page) const {
+    const Form& v = view();
+    SettingInputs typed;
+    for (const SettingDescriptor* s : settingsOf(page)) {
+        SettingInput& input = typed[*s];
+        for (int field = 0; field < s->fieldCount(); ++field)
+            numberOf(input, field) = readNumber(v, s->fieldElement(field));
+        if (s->kind == Kind::Switch) input.on = v.isChecked(s->copyBox());
+        if (s->kind != Kind::Relay) continue;
+        for (int i = 0; i < kRelayEvents; ++i)
+            if (v.isChecked(s->eventBox(i))) input.mask |= static_cast<std::uint16_t>(1u << i);
+        for (int i = 0; i < 2; ++i)
+            if (v.isChecked(s->optionBox(i)))
+                input.mask |= static_cast<std::uint16_t>(1u << (kRelayEvents + i));
+    }
+    return typed;
+}
+
 void SettingsPages::showButtons(Page page, bool editing) {
-    m_editing[page] = editing;
+    m_editing[at(page)] = editing;
     const Buttons buttons = buttonsOf(page);
     view().setVisible(buttons.open, !editing);
     for (const QString& button : buttons.editing)
         view().setVisible(button, editing);
 }
 
-// Each field tells its limits and unit: "min - max unit".
-void SettingsPages::setToolTips(Page page) {
-    Form& v = view();
-    const SettingLimits& l = m_limits;
-    const QLocale& locale = m_state.preferences.locale();
-    auto range = [&](const QString& field, double low, double high, int decimals,
-                     const QString& unit) {
-        v.setToolTip(field, text(low, decimals) + QStringLiteral(" - ") + text(high, decimals) +
-                                u' ' + unit);
-    };
-    auto plain = [&](double value) { return numberformat::plain(value, locale); };
-    switch (page) {
-    case Settings: {
-        v.setToolTip(el::txtAlarmDelay, plain(l.alarmDelayMin) + QStringLiteral(" - ") +
-                                            plain(l.alarmDelayMax) + u' ' +
-                                            v.caption(el::lblAlarmDelayUnit));
-        range(el::txtExtinguishDelay, l.extinguishDelayMin, l.extinguishDelayMax, 0,
-              v.caption(el::lblExtinguishDelayUnit));
-        v.setToolTip(el::txtAirFlowRange, plain(l.airFlowRangeMin) + QStringLiteral(" - ") +
-                                              plain(l.airFlowRangeMax) + u' ' +
-                                              v.caption(el::lblAirFlowRangeUnit));
-        auto minutesAndSeconds = [&](double seconds) {
+QString SettingsPages::rangeText(const SettingDescriptor& s, const SettingLimits& limits,
+                                 const QLocale& locale) {
+    if (s.kind == Kind::MinutesSeconds) {
+        auto minutesAndSeconds = [&s](double seconds) {
             const int whole = numberformat::toInt32(seconds).value_or(0);
-            return QString::number(whole / 60) + u' ' + v.caption(el::lblFaultDelayMinutesUnit) +
-                   u' ' + QString::number(whole % 60) + u' ' +
-                   v.caption(el::lblFaultDelaySecondsUnit);
+            return QString::number(whole / 60) + u' ' + s.unitText(0) + u' ' +
+                   QString::number(whole % 60) + u' ' + s.unitText(1);
         };
-        const QString faultDelay = minutesAndSeconds(l.faultDelayMin) + QStringLiteral(" - ") +
-                                   minutesAndSeconds(l.faultDelayMax);
-        v.setToolTip(el::txtFaultDelayMinutes, faultDelay);
-        v.setToolTip(el::txtFaultDelaySeconds, faultDelay);
-        for (int d = 0; d < 2; ++d) {
-            const Element& upDown = v.element(el::ctrSensitivity[d]);
-            range(el::txtSensitivity[d], upDown.minimum / 1000, upDown.maximum / 1000, 3,
-                  QStringLiteral("%/m"));
-            range(el::txtPreAlarmThreshold[d], l.preAlarmThresholdMin, l.preAlarmThresholdMax, 0,
-                  v.caption(el::lblPreAlarmThresholdUnit[d]));
-        }
-        break;
+        const SettingLimits::Range range = limits.of(s);
+        return minutesAndSeconds(range.minimum) + QStringLiteral(" - ") +
+               minutesAndSeconds(range.maximum);
     }
-    case AirFlow:
-        v.setToolTip(el::txtAltitude, plain(l.altitudeMin) + QStringLiteral(" - ") +
-                                          plain(l.altitudeMax) + u' ' +
-                                          v.caption(el::lblAltitudeUnit));
-        v.setToolTip(el::txtAirPressure, plain(l.airPressureMin) + QStringLiteral(" - ") +
-                                             plain(l.airPressureMax) + u' ' +
-                                             v.caption(el::lblAirPressureUnit));
-        range(el::txtFanVoltageNormal, l.fanVoltageMin / 1000, l.fanVoltageMax / 1000, 1,
-              v.caption(el::lblFanVoltageNormalUnit));
-        break;
-    case Temperatures:
-        for (int n = 0; n < 5; ++n)
-            range(el::txtSensorTempAlarm[n], l.sensorTempAlarmMin / 10, l.sensorTempAlarmMax / 10,
-                  1, v.caption(el::lblSensorTempAlarmUnit[n]));
-        break;
-    default:
-        break;
-    }
+    const SettingLimits::Range range = limits.ofField(s);
+    return numberformat::fixed(range.minimum, s.decimals, locale) + QStringLiteral(" - ") +
+           numberformat::fixed(range.maximum, s.decimals, locale) + u' ' + s.unitText();
 }
 
-// What still differs, by legend: texts against the labels, switches against the device's
-// boxes, relay choices against the value store itself.
+// Each field tells its limits and unit.
+void SettingsPages::setToolTips(Page page) {
+    for (const TextField& t : textFields(page))
+        view().setToolTip(t.setting->fieldElement(t.field),
+                          rangeText(*t.setting, m_limits, m_state.preferences.locale()));
+}
+
 QStringList SettingsPages::differences(Page page) {
-    const Form& v = m_state.forms.get(frmDisplay::kName);
+    return differences(view(), m_values.get(), page, inputs(page));
+}
+
+QStringList SettingsPages::differences(const Form& view, ValueStore* values, Page page,
+                                       const SettingInputs& typed) {
     QStringList differing;
-    auto note = [&differing](const QString& what) {
-        if (!differing.contains(what)) differing << what;
+    auto note = [&](const SettingDescriptor& s) {
+        const QString legend = view.caption(s.legendElement());
+        if (!differing.contains(legend)) differing << legend;
     };
-    auto legend = [&v](const QString& element, const QString& suffix = {}) {
-        return suffix.isEmpty() ? v.caption(element) : v.caption(element) + u' ' + suffix;
-    };
-    const std::vector<TextSetting>* fields = page == Settings       ? &settingsFields()
-                                             : page == AirFlow      ? &airFlowFields()
-                                             : page == Temperatures ? &temperatureFields()
-                                                                    : nullptr;
-    if (fields) {
-        for (const TextSetting& s : *fields)
-            if (v.caption(s.field) != v.caption(s.label)) note(legend(s.legend));
-    }
-    if (page == Settings) {
-        for (const Switch& s : settingsSwitches())
-            if (v.value(s.copy) != v.value(s.shown)) note(legend(s.legend));
-    }
-    if (page == Relays) {
-        ValueStore* values = m_values.get();
-        for (std::int16_t r = 0; r < 5 && values; ++r) {
-            bool same = true;
-            for (std::int16_t i = 0; i < 14; ++i)
-                same = same &&
-                       v.isChecked(kRelayBoxes[r][i]) == (values->GetRelayCombineMask(r, i) != 0);
-            for (std::int16_t i = 0; i < 2; ++i)
-                same = same &&
-                       v.isChecked(kRelayOptions[r][i]) ==
-                           (values->GetRelayCombineMask(r, static_cast<std::int16_t>(i + 14)) != 0);
-            if (!same) note(legend(el::lblRelayNumber[r]));
-        }
+    for (const TextField& t : textFields(page))
+        if (numberOf(typed[*t.setting], t.field).text !=
+            view.caption(t.setting->labelElement(t.field)))
+            note(*t.setting);
+    for (const SettingDescriptor* s : settingsOf(page)) {
+        const SettingInput& input = typed[*s];
+        if (s->kind == Kind::Switch && input.on != view.isChecked(s->shownBox())) note(*s);
+        if (s->kind != Kind::Relay || !values) continue;
+        const auto r = static_cast<std::int16_t>(s->index);
+        for (std::int16_t bit = 0; bit < 16; ++bit)
+            if (((input.mask >> bit) & 1u) !=
+                (values->GetRelayCombineMask(r, bit) != 0 ? 1u : 0u)) {
+                note(*s);
+                break;
+            }
     }
     return differing;
 }
 
 void SettingsPages::showWaiting(Page page, const QStringList& differing) {
     showWaitingNote(m_state.texts, view(), waitingLabel(page), state(page) == State::Waiting,
-                    m_sentAt[page], differing);
+                    m_sentAt[at(page)], differing);
 }
 
 bool SettingsPages::finishIfEqual(Page page) {
     const QStringList differing = differences(page);
     if (!differing.isEmpty()) {
-        if (m_editing[page]) showWaiting(page, differing);
+        if (m_editing[at(page)]) showWaiting(page, differing);
         return false;
     }
     compareTimer(page).disable();
@@ -564,8 +492,4 @@ bool SettingsPages::finishIfEqual(Page page) {
 
 Form& SettingsPages::view() const {
     return m_state.forms.get(frmDisplay::kName);
-}
-
-QString SettingsPages::text(double value, int decimals) const {
-    return numberformat::fixed(value, decimals, m_state.preferences.locale());
 }

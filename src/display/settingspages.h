@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/formtimer.h"
+#include "engine/settingtable.h"
 
 #include <functional>
 #include <vector>
@@ -10,11 +11,14 @@
 #include <QString>
 
 class AppState;
-class DeviceCommands;
 class DeviceValues;
 class Form;
 class PollEngine;
-struct SettingLimits;
+class QLocale;
+class SettingInputs;
+class SettingLimits;
+class SettingsWriter;
+class ValueStore;
 
 // The four pages of the main view on which the engineer changes the device: its settings,
 // the air-flow initialisation, the relay masks and the temperature alarms. Each page shows
@@ -22,17 +26,19 @@ struct SettingLimits;
 // out compares every 100 ms what the device reports with what was typed (Waiting), until
 // they are equal or the user cancels: a write is never trusted, and there is no limit.
 // While a page waits it says so in plain words, with the time since the write went out and
-// the fields that still differ.
+// the fields that still differ. The table of settings gives each page its rows.
 class SettingsPages : public QObject {
     Q_OBJECT
 
 public:
     enum class State { Viewing, Editing, Waiting };
-    enum Page { Settings, AirFlow, Relays, Temperatures, kPageCount };
+    using Page = SettingPage;
+    using enum SettingPage;
+    static constexpr int kPageCount = kSettingPageCount;
 
     // `refresh` redraws the main view from the store (after the relay page's cancel).
-    SettingsPages(AppState& state, DeviceCommands& commands, PollEngine& engine,
-                  DeviceValues& values, SettingLimits& limits, std::function<void()> refresh);
+    SettingsPages(AppState& state, SettingsWriter& writer, PollEngine& engine, DeviceValues& values,
+                  const SettingLimits& limits, std::function<void()> refresh);
 
     State state(Page page) const;
     bool anyWaiting() const;
@@ -67,21 +73,32 @@ public:
     // Fields that differ from the device, by their legends; empty when all agree.
     QStringList differences(Page page);
 
-    // A text setting: its label (the device's value), its field and up/down element, and
-    // how the up/down element's whole number maps onto the field's text.
-    struct TextSetting {
-        QString legend, label, field, upDown, unit;
-        double scale = 1; // up/down value = field value * scale
-        int decimals = 0; // of the field's text
-    };
+    // What still differs between `typed` and what the device reports, by legend, in the
+    // page's order: texts against the labels, switches against the device's boxes, relay
+    // choices against the value store itself.
+    static QStringList differences(const Form& view, ValueStore* values, Page page,
+                                   const SettingInputs& typed);
+    // The limits of a setting's field as its tool tip tells them: "min - max unit".
+    static QString rangeText(const SettingDescriptor& setting, const SettingLimits& limits,
+                             const QLocale& locale);
 
 private:
+    // One text field of a page: a number's, or one of a time's two.
+    struct TextField {
+        const SettingDescriptor* setting;
+        int field;
+    };
+    static std::vector<TextField> textFields(Page page);
+
     void onClicked(const QString& element);
     void onEdited(const QString& element);
     void onWriteSent(int command);
 
-    void openFields(const std::vector<TextSetting>& settings);
-    void closeFields(Page page, const std::vector<TextSetting>& settings);
+    void openFields(Page page);
+    void closeFields(Page page);
+    void fillStandards(Page page);
+    bool assume(Page page);
+    SettingInputs inputs(Page page) const;
     void showButtons(Page page, bool editing);
     void setToolTips(Page page);
     const FormTimer& timerOf(Page page) const;
@@ -89,12 +106,11 @@ private:
     bool finishIfEqual(Page page);
 
     Form& view() const;
-    QString text(double value, int decimals) const;
 
     AppState& m_state;
-    DeviceCommands& m_commands;
+    SettingsWriter& m_writer;
     DeviceValues& m_values;
-    SettingLimits& m_limits;
+    const SettingLimits& m_limits;
     std::function<void()> m_refresh;
     FormTimer m_tmrCompareSettings{100};
     FormTimer m_tmrCompareAirFlowSet{100};

@@ -5,6 +5,7 @@
 #include "common/numberformat.h"
 #include "display/mainview_elements.h"
 #include "display/thresholdscale.h"
+#include "engine/settingtable.h"
 #include "values/valuestore.h"
 
 #include <algorithm>
@@ -19,9 +20,6 @@ namespace {
 constexpr double kFeetPerMetre = 3.28094753764887;
 const QString kPercent = QStringLiteral(" %");
 
-using el::kRelayBoxes;
-using el::kRelayOptions;
-
 double celsiusOrFahrenheit(double celsius, bool fahrenheit) {
     return fahrenheit ? 9.0 / 5.0 * celsius + 32 : celsius;
 }
@@ -30,18 +28,12 @@ QString temperatureUnit(bool fahrenheit) {
     return fahrenheit ? QStringLiteral(" °F") : QStringLiteral(" °C");
 }
 
-// Whole-number division and remainder: both sides are first turned into whole numbers, so
-// that 59.6 s shows as 1 min 0 s rather than 0 min 59.6 s.
+// Whole-number division: both sides are first turned into whole numbers, so that 59.6 s
+// shows as 1 min 0 s rather than 0 min 59.6 s.
 std::optional<std::int32_t> wholeDivision(double value, int divisor) {
     const auto whole = numberformat::toInt32(value);
     if (!whole) return std::nullopt;
     return *whole / divisor;
-}
-
-std::optional<std::int32_t> wholeRemainder(double value, int divisor) {
-    const auto whole = numberformat::toInt32(value);
-    if (!whole) return std::nullopt;
-    return *whole % divisor;
 }
 
 struct ManualReleaseLook {
@@ -99,7 +91,6 @@ void StatusDisplay::showIdentityAndSettings(ValueStore& v, const QLocale& locale
     ranges(v);
     settings(v, locale);
     relayMasks(v);
-    sensorAlarms(v, locale);
     modules(v, locale);
 }
 
@@ -237,85 +228,47 @@ void StatusDisplay::identity(ValueStore& v, const QLocale& locale) {
     }
 }
 
+// The limits the device reports, and the up/down elements' ranges by them.
 void StatusDisplay::ranges(ValueStore& v) {
-    SettingLimits& l = m_limits;
-    l.alarmDelayMin = v.DET_GetAlarmDelayMin();
-    l.alarmDelayMax = v.DET_GetAlarmDelayMax();
-    l.airFlowRangeMin = v.DET_GetStaticFlowDevMin();
-    l.airFlowRangeMax = v.DET_GetStaticFlowDevMax();
-    l.faultDelayMin = v.DET_GetAirFlowFailureDelayMin();
-    l.faultDelayMax = v.DET_GetAirFlowFailureDelayMax();
-    l.fanVoltageMin = v.DET_GetUFanMin();
-    l.fanVoltageMax = v.DET_GetUFanMax();
-
-    m_view.setRange(el::ctrAlarmDelay, l.alarmDelayMin, l.alarmDelayMax, 1);
-    m_view.setRange(el::ctrAirFlowRange, l.airFlowRangeMin, l.airFlowRangeMax, 1);
-    const auto minutesMin = wholeDivision(l.faultDelayMin, 60);
-    const auto minutesMax = wholeDivision(l.faultDelayMax, 60);
-    if (minutesMin && minutesMax)
-        m_view.setRange(el::ctrFaultDelayMinutes, *minutesMin, *minutesMax, 1);
-    m_view.setRange(el::ctrFaultDelaySeconds, 0, 59, 1);
-    m_view.setRange(el::ctrExtinguishDelay, l.extinguishDelayMin, l.extinguishDelayMax, 1);
-    for (std::int16_t d = 0; d < 2; ++d) {
-        m_view.setRange(el::ctrSensitivity[d], v.DET_GetSmokeValue10Min(d),
-                        v.DET_GetSmokeValue10Max(d), 100);
-        m_view.setRange(el::ctrPreAlarmThreshold[d], l.preAlarmThresholdMin, l.preAlarmThresholdMax,
-                        1);
+    m_limits.takeReported(v);
+    for (const SettingDescriptor& s : settingTable()) {
+        const SettingLimits::Range range = m_limits.of(s);
+        if (s.kind == SettingDescriptor::Kind::Number) {
+            m_view.setRange(s.upDownElement(), range.minimum, range.maximum, s.step);
+        } else if (s.kind == SettingDescriptor::Kind::MinutesSeconds) {
+            const auto minutesMin = wholeDivision(range.minimum, 60);
+            const auto minutesMax = wholeDivision(range.maximum, 60);
+            if (minutesMin && minutesMax)
+                m_view.setRange(s.upDownElement(0), *minutesMin, *minutesMax, 1);
+            m_view.setRange(s.upDownElement(1), 0, 59, 1);
+        }
     }
-    m_view.setRange(el::ctrAltitude, l.altitudeMin, l.altitudeMax, 25);
-    m_view.setRange(el::ctrAirPressure, l.airPressureMin, l.airPressureMax, 1);
-    m_view.setRange(el::ctrFanVoltageNormal, l.fanVoltageMin, l.fanVoltageMax, 100);
-    for (int n = 0; n < 5; ++n)
-        m_view.setRange(el::ctrSensorTempAlarm[n], l.sensorTempAlarmMin, l.sensorTempAlarmMax, 1);
 }
 
+// The device's settings in their labels and boxes; the alarm temperatures stay in degrees
+// Celsius, whatever unit the display uses.
 void StatusDisplay::settings(ValueStore& v, const QLocale& locale) {
-    m_view.setCaption(el::lblAlarmDelay, plain(v.DET_GetAlarmDelaySetPoint(), locale));
-    m_view.setCaption(el::lblExtinguishDelay, plain(v.GetExtinguishDelay(), locale));
-    m_view.setCaption(el::lblAirFlowRange, plain(v.DET_GetStaticFlowDevSetPoint(), locale));
-    const double faultDelay = v.DET_GetAirFlowFailureDelaySetPoint();
-    if (const auto minutes = wholeDivision(faultDelay, 60))
-        m_view.setCaption(el::lblFaultDelayMinutes, QString::number(*minutes));
-    if (const auto seconds = wholeRemainder(faultDelay, 60))
-        m_view.setCaption(el::lblFaultDelaySeconds, QString::number(*seconds));
-
-    m_view.setChecked(el::chkBuzzer[0], v.GetBuzzerShouldBeOff() != 1);
-    m_view.setChecked(el::chkFaultStore[0], v.DET_GetFailureStorageIsOn() != 0);
-    m_view.setChecked(el::chkDynamicAirflow[0], v.DET_GetDynFlowShouldBeOn() != 0);
-    m_view.setChecked(el::chkLocalization[0], v.DET_GetLocShouldBeOn() != 0);
-    m_view.setChecked(el::chkAlarmAfterLoc[0], v.DET_GetAlarmAfterLoc(0) != 0);
-    for (std::int16_t d = 0; d < 2; ++d) {
-        m_view.setCaption(
-            el::lblSensitivity[d],
-            fixed(static_cast<double>(v.DET_GetSmokeValue10SetPoint(d)) / 1000, 3, locale));
-        m_view.setCaption(el::lblPreAlarmThreshold[d],
-                          plain(v.DET_GetPreAlarmThreshold(d), locale));
-        m_view.setChecked(el::chkTrueLix[2 * d], v.DET_GetTrueLixShouldBeOn(d) != 0);
+    for (const SettingDescriptor& s : settingTable()) {
+        if (s.kind == SettingDescriptor::Kind::Switch) m_view.setChecked(s.shownBox(), s.isOn(v));
+        for (int field = 0; field < s.fieldCount(); ++field)
+            if (const auto text = s.labelText(v, locale, field))
+                m_view.setCaption(s.labelElement(field), *text);
     }
-    m_view.setCaption(el::lblAltitude, plain(v.DET_GetAltitude(), locale));
-    m_view.setCaption(el::lblAirPressure, plain(v.DET_GetAirPressureSetPoint(), locale));
-    m_view.setCaption(el::lblFanVoltageNormal,
-                      fixed(static_cast<double>(v.DET_GetUFanSetPoint()) / 1000, 1, locale));
 }
 
 // While the relay page is being edited its boxes hold the user's choice, not the device's.
 void StatusDisplay::relayMasks(ValueStore& v) {
     if (m_view.isEnabled(el::chkRelay1[0])) return;
-    for (std::int16_t r = 0; r < 5; ++r) {
-        for (std::int16_t i = 0; i < 14; ++i)
-            m_view.setChecked(kRelayBoxes[r][i], v.GetRelayCombineMask(r, i) != 0);
+    for (const SettingDescriptor* relay : settingsOf(SettingPage::Relays)) {
+        const auto r = static_cast<std::int16_t>(relay->index);
+        for (std::int16_t i = 0; i < kRelayEvents; ++i)
+            m_view.setChecked(relay->eventBox(i), v.GetRelayCombineMask(r, i) != 0);
         // The options are one group: AND wins when the device sets both, OR shows when it
         // sets neither.
         const bool conjunction = v.GetRelayCombineMask(r, 15) != 0;
-        m_view.setChecked(kRelayOptions[r][0], !conjunction);
-        m_view.setChecked(kRelayOptions[r][1], conjunction);
+        m_view.setChecked(relay->optionBox(0), !conjunction);
+        m_view.setChecked(relay->optionBox(1), conjunction);
     }
-}
-
-// The alarm temperatures stay in degrees Celsius, whatever unit the display uses.
-void StatusDisplay::sensorAlarms(ValueStore& v, const QLocale& locale) {
-    for (std::int16_t n = 0; n < 5; ++n)
-        m_view.setCaption(el::lblSensorTempAlarm[n], fixed(v.GetNTCAlarmValue(n), 1, locale));
 }
 
 void StatusDisplay::modules(ValueStore& v, const QLocale& locale) {

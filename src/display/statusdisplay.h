@@ -37,7 +37,6 @@ private:
     void ranges(ValueStore& v);
     void settings(ValueStore& v, const QLocale& locale);
     void relayMasks(ValueStore& v);
-    void sensorAlarms(ValueStore& v, const QLocale& locale);
     void modules(ValueStore& v, const QLocale& locale);
 
     // The gauge's value within its range, as the gauge holds it; its label reads it back.

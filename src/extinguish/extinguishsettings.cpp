@@ -2,6 +2,7 @@
 
 #include "common/appstate.h"
 #include "common/colors.h"
+#include "common/fieldcheck.h"
 #include "common/numberformat.h"
 #include "common/waitingnote.h"
 #include "display/mainview_elements.h"
@@ -37,13 +38,11 @@ QString shown(double value, const QLocale& locale) {
 } // namespace
 
 ExtinguishSettings::ExtinguishSettings(AppState& state, DeviceValues& values,
-                                       DeviceCommands& commands, PollEngine& engine,
-                                       const SettingLimits& limits)
+                                       DeviceCommands& commands, PollEngine& engine)
     : QObject()
     , m_state(state)
     , m_values(values)
-    , m_commands(commands)
-    , m_limits(limits) {
+    , m_commands(commands) {
     Form& w = window();
     connect(&w, &Form::loaded, this, &ExtinguishSettings::Form_Load);
     connect(&w, &Form::clicked, this, &ExtinguishSettings::onClicked);
@@ -142,9 +141,12 @@ void ExtinguishSettings::setHints() {
         double low, high;
         QString unit;
     } ranges[kRows] = {
-        {m_limits.resistorMin, m_limits.resistorMax, w.caption(el::lblParameterUnit[0])},
-        {m_limits.resistorMin, m_limits.resistorMax, w.caption(el::lblParameterUnit[1])},
-        {m_limits.toleranceMin, m_limits.toleranceMax, w.caption(el::lblParameterUnit[2])},
+        {DeviceCommands::kResistorMin, DeviceCommands::kResistorMax,
+         w.caption(el::lblParameterUnit[0])},
+        {DeviceCommands::kResistorMin, DeviceCommands::kResistorMax,
+         w.caption(el::lblParameterUnit[1])},
+        {DeviceCommands::kToleranceMin, DeviceCommands::kToleranceMax,
+         w.caption(el::lblParameterUnit[2])},
     };
     for (int i = 0; i < kRows; ++i)
         w.setToolTip(el::txtParameterValue[i],
@@ -180,7 +182,20 @@ void ExtinguishSettings::cmdSettings_Click() {
 // the same and finds no match until the field is corrected or the edit cancelled.
 void ExtinguishSettings::cmdSettingsAssume_Click() {
     if (!m_editing) return;
-    if (m_commands.BusItemSettings(m_limits)) m_sentAt.start();
+    Form& w = window();
+    // The module chosen in the list, or none.
+    const QStringList modules = w.items(el::cboSerialNumber);
+    const double row = w.value(el::cboSerialNumber);
+    const bool selected = row >= 0 && row < static_cast<double>(modules.size());
+    DeviceCommands::Resistors resistors;
+    for (int i = 0; i < kRows; ++i)
+        resistors.values[static_cast<std::size_t>(i)] = readNumber(w, el::txtParameterValue[i]);
+    const auto block = m_commands.BusItemSettings(
+        selected ? modules[static_cast<qsizetype>(row)] : QStringLiteral("0"), resistors);
+    for (int i = 0; i < kRows; ++i)
+        showVerdict(w, el::txtParameterValue[i], resistors.values[static_cast<std::size_t>(i)],
+                    m_state.preferences.locale());
+    if (m_commands.Send(block)) m_sentAt.start();
     m_tmrCompareSettings.enable();
     showWaiting(differences());
 }

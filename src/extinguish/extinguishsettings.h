@@ -12,7 +12,6 @@ class AppState;
 class DeviceCommands;
 class DeviceValues;
 class PollEngine;
-struct SettingLimits;
 
 // The window frmExtinguishSettings: the manual-release settings of one bus module (alarm
 // resistor, normal resistor, tolerance). The engineer opens the fields, types, and sends;
@@ -26,9 +25,8 @@ class ExtinguishSettings : public QObject {
 public:
     enum class State { Viewing, Editing, Waiting };
 
-    // `limits` are the main view's, which the device's reports keep up to date.
     ExtinguishSettings(AppState& state, DeviceValues& values, DeviceCommands& commands,
-                       PollEngine& engine, const SettingLimits& limits);
+                       PollEngine& engine);
 
     // Opens the window modally on module `Index` (0 to 9), showing the device's values.
     void ShowExtSettings(int Index);
@@ -62,7 +60,6 @@ private:
     AppState& m_state;
     DeviceValues& m_values;
     DeviceCommands& m_commands;
-    const SettingLimits& m_limits;
     FormTimer m_tmrRefresh{234};
     FormTimer m_tmrCompareSettings{100};
     QElapsedTimer m_sentAt;

@@ -1,12 +1,15 @@
 #include "localize/localisation.h"
 
 #include "common/appstate.h"
+#include "common/fieldcheck.h"
 #include "common/numberformat.h"
 #include "common/waitingnote.h"
 #include "display/mainview.h"
 #include "display/mainview_elements.h"
 #include "engine/commands.h"
 #include "engine/pollengine.h"
+#include "engine/settinglimits.h"
+#include "engine/settingtable.h"
 #include "localize/localize_elements.h"
 #include "values/devicevalues.h"
 
@@ -41,6 +44,12 @@ std::int32_t wholeOrZero(double value) {
 
 std::size_t at(int i) {
     return static_cast<std::size_t>(i);
+}
+
+// The fan voltages of the learn window take the limits of the air-flow page's.
+const SettingDescriptor& fanVoltage() {
+    static const SettingDescriptor& fan = settingNamed(QStringLiteral("fan-voltage"));
+    return fan;
 }
 
 // What a measurement may change; locked while one runs.
@@ -352,11 +361,10 @@ void Localisation::ShowLocLearnMode(int Index) {
     w.setToolTip(ll::txtBlowTime, QStringLiteral("10 - 255 ") + w.caption(ll::lblBlowTimeUnit));
     w.setCaption(ll::txtSuckFanVoltage, display.caption(el::lblSuckFanVoltage));
     w.setCaption(ll::txtBlowFanVoltage, display.caption(el::lblBlowFanVoltage));
-    const SettingLimits& limits = m_mainView.limits();
-    const QString fanRange =
-        numberformat::plain(limits.fanVoltageMin / 1000, m_state.preferences.locale()) +
-        QStringLiteral(" - ") +
-        numberformat::plain(limits.fanVoltageMax / 1000, m_state.preferences.locale());
+    const SettingLimits::Range fan = m_mainView.limits().ofField(fanVoltage());
+    const QString fanRange = numberformat::plain(fan.minimum, m_state.preferences.locale()) +
+                             QStringLiteral(" - ") +
+                             numberformat::plain(fan.maximum, m_state.preferences.locale());
     w.setToolTip(ll::txtSuckFanVoltage, fanRange + u' ' + w.caption(ll::lblSuckFanVoltageUnit));
     w.setToolTip(ll::txtBlowFanVoltage, fanRange + u' ' + w.caption(ll::lblBlowFanVoltageUnit));
 
@@ -407,19 +415,38 @@ void Localisation::cmdLocSingleHoleLearningStart_Click() {
     Form& w = window();
     for (int i = 0; i < kHoles; ++i)
         w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
-    if (m_commands.CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0)) return;
+    if (CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0, m_state.preferences.locale()))
+        return;
     const int n = holesOf(number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
     bool chosen = false;
     for (int i = 0; i < n && !chosen; ++i)
         chosen = w.isChecked(ll::optLocHole[i]);
     if (!chosen) return;
-    m_commands.LocSingleHoleLearning(true, m_mainView.limits());
+    learnSingleHole(true);
     LocSingleHoleAborted = false;
 }
 
 void Localisation::cmdLocSingleHoleLearningAbort_Click() {
-    m_commands.LocSingleHoleLearning(false, m_mainView.limits());
+    learnSingleHole(false);
     LocSingleHoleAborted = true;
+}
+
+// Starts or stops the learning of one hole, with the blow time and fan voltages the window
+// holds: all of them good, or nothing goes out.
+void Localisation::learnSingleHole(bool start) {
+    Form& w = window();
+    DeviceCommands::HoleLearning learning{readNumber(w, ll::txtLocTemporaryBlowTimeMinutes),
+                                          readNumber(w, ll::txtLocTemporaryBlowTimeSeconds),
+                                          readNumber(w, ll::txtBlowFanVoltage),
+                                          readNumber(w, ll::txtSuckFanVoltage)};
+    const auto block = m_commands.LocSingleHoleLearning(learning, start, m_mainView.limits());
+    showVerdict(w, ll::txtLocTemporaryBlowTimeMinutes, learning.minutes,
+                m_state.preferences.locale());
+    showVerdict(w, ll::txtLocTemporaryBlowTimeSeconds, learning.seconds,
+                m_state.preferences.locale());
+    showVerdict(w, ll::txtBlowFanVoltage, learning.blowFanVoltage, m_state.preferences.locale());
+    showVerdict(w, ll::txtSuckFanVoltage, learning.suckFanVoltage, m_state.preferences.locale());
+    m_commands.Send(block);
 }
 
 std::optional<Localisation::Windows>
@@ -445,11 +472,13 @@ Localisation::windowsFromTimes(const std::vector<double>& times) {
 
 void Localisation::cmdLocParameterAssume_Click() {
     Form& w = window();
-    if (m_commands.CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0)) return;
+    if (CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0, m_state.preferences.locale()))
+        return;
     const int n = holesOf(number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
     bool bad = false;
     for (int i = 0; i < n; ++i)
-        bad = m_commands.CheckTextInput(w, ll::txtLocTime[i], 0, 655.35, 1) || bad;
+        bad =
+            CheckTextInput(w, ll::txtLocTime[i], 0, 655.35, 1, m_state.preferences.locale()) || bad;
     if (bad) return;
     std::vector<double> times;
     for (int i = 0; i < n; ++i)
@@ -469,24 +498,38 @@ void Localisation::cmdLocParameterAssume_Click() {
     if (!windows) return;
     LocHoleMinSet = windows->minimum;
     LocHoleMaxSet = windows->maximum;
-    DeviceCommands::LocalisationWindows written;
+    DeviceCommands::LocalisationParameters written;
     written.minimum = LocHoleMinSet;
     written.maximum = LocHoleMaxSet;
     written.holes = n;
-    written.learnModeActive = LocLearnModeActive;
-    m_commands.LocParameterAssume(written, m_mainView.limits());
+    written.blowTime = readNumber(w, ll::txtBlowTime);
+    written.blowFanVoltage = readNumber(w, ll::txtBlowFanVoltage);
+    written.suckFanVoltage = readNumber(w, ll::txtSuckFanVoltage);
+    const auto block = m_commands.LocParameterAssume(written, m_mainView.limits());
+    // A window the device cannot take marks its hole's time.
+    for (int i = 0; i < kHoles; ++i)
+        if (written.holeRefused[at(i)]) w.setBackColor(ll::txtLocTime[i], colors::kYellow);
+    showVerdict(w, ll::txtBlowTime, written.blowTime, m_state.preferences.locale());
+    showVerdict(w, ll::txtBlowFanVoltage, written.blowFanVoltage, m_state.preferences.locale());
+    showVerdict(w, ll::txtSuckFanVoltage, written.suckFanVoltage, m_state.preferences.locale());
+    if (!block) return;
+    if (LocLearnModeActive && !leaveLearnMode()) return;
+    m_commands.Send(block);
+}
+
+// Writing the parameters ends the learn mode: only when the engineer says so.
+bool Localisation::leaveLearnMode() {
+    UserDialogs* dialogs = m_state.services.dialogs;
+    if (!dialogs) return false;
+    const UserDialogs::Answer answer = dialogs->messageBox(
+        m_state.texts.messages.normalModeWarning, m_state.texts.appTitle,
+        UserDialogs::Buttons::YesNo, UserDialogs::Icon::Warning, UserDialogs::Answer::No);
+    return answer == UserDialogs::Answer::Yes;
 }
 
 void Localisation::cmdLocParameterAbort_Click() {
-    if (LocLearnModeActive) {
-        UserDialogs* dialogs = m_state.services.dialogs;
-        if (!dialogs) return;
-        const UserDialogs::Answer answer = dialogs->messageBox(
-            m_state.texts.messages.normalModeWarning, m_state.texts.appTitle,
-            UserDialogs::Buttons::YesNo, UserDialogs::Icon::Warning, UserDialogs::Answer::No);
-        if (answer != UserDialogs::Answer::Yes) return;
-    }
-    m_commands.LocParameterAbort();
+    if (LocLearnModeActive && !leaveLearnMode()) return;
+    m_commands.Send(m_commands.LocParameterAbort());
     m_tmrUnload.enable();
     m_tmrTimeout.enable();
 }
@@ -510,7 +553,7 @@ void Localisation::tmrTimeout_Timer() {
                             m_state.texts.appTitle, UserDialogs::Buttons::AbortRetryIgnore,
                             UserDialogs::Icon::Warning, UserDialogs::Answer::Retry);
     if (answer == UserDialogs::Answer::Retry) {
-        m_commands.LocParameterAbort();
+        m_commands.Send(m_commands.LocParameterAbort());
         m_tmrUnload.enable();
         m_tmrTimeout.enable();
     } else if (answer == UserDialogs::Answer::Ignore) {

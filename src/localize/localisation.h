@@ -106,6 +106,8 @@ private:
     void onWindowClicked(const QString& element);
     void onWindowEdited(const QString& element);
     void onWriteSent(int command);
+    void learnSingleHole(bool start);
+    bool leaveLearnMode();
 
     Form& window() const;
     Form& view() const;

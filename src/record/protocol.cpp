@@ -6,6 +6,7 @@
 #include "common/stringtable.h"
 #include "devicesettings/devicesettings_elements.h"
 #include "display/mainview_elements.h"
+#include "engine/settingtable.h"
 #include "extinguish/extinguish_elements.h"
 #include "record/record_elements.h"
 #include "record/recordlayout.h"
@@ -27,6 +28,8 @@ constexpr int kMarkWidth = 10;
 constexpr int kDetectorWidth = 24;
 constexpr int kModuleWidth = 17;
 constexpr int kModules = 10;
+// The first detector's tick of a switch per detector.
+constexpr int kTickWidth = 12;
 
 // A width that a cell's own text sets; a text too long for a 16-bit width is cut anyway.
 std::int16_t widthOf(qsizetype width) {
@@ -101,6 +104,66 @@ public:
     AppState& m_state;
     Form& m_view;
 };
+
+// The lines of one section of the settings, in the order of their places in the table; a
+// line exists where the device has what it needs. The settings of one line each give a cell.
+void settingLines(record::PageGrid& page, const Cells& c, ValueStore& v, int section,
+                  bool twoDetectors, const bool (&sensor)[5]) {
+    using Style = SettingDescriptor::RecordStyle;
+    std::vector<const SettingDescriptor*> lines;
+    for (const SettingDescriptor& s : settingTable())
+        if (s.recordLine / 10 == section) lines.push_back(&s);
+    std::stable_sort(lines.begin(), lines.end(),
+                     [](const auto* a, const auto* b) { return a->recordLine < b->recordLine; });
+    for (auto first = lines.begin(); first != lines.end();) {
+        const auto end = std::find_if(first, lines.end(), [first](const auto* s) {
+            return s->recordLine != (*first)->recordLine;
+        });
+        const SettingDescriptor& head = **first;
+        const bool shown = std::all_of(head.recordWhen.begin(), head.recordWhen.end(),
+                                       [&v](const Getter& g) { return !g || g(v) != 0; });
+        const auto valueOf = [&c](const SettingDescriptor& s) {
+            return c.caption(s.labelElement()) + u' ' + c.caption(s.unitElement());
+        };
+        QStringList cells{head.recordStyle == Style::PerSensor ? c.left(QString(), kLegendWidth)
+                                                               : c.legend(head.legendElement())};
+        for (auto it = first; it != end && shown; ++it) {
+            const SettingDescriptor& s = **it;
+            const bool second = s.index == 1;
+            switch (s.recordStyle) {
+            case Style::Value:
+                cells << c.withUnit(s.labelElement(), s.unitElement(), kMarkWidth);
+                break;
+            case Style::Time: {
+                const QString delay =
+                    c.caption(s.labelElement(0)) + u' ' + c.caption(s.unitElement(0)) + u' ' +
+                    c.caption(s.labelElement(1)) + u' ' + c.caption(s.unitElement(1));
+                cells << c.left(delay, std::max(kMarkWidth, lengthOf(delay)));
+                break;
+            }
+            case Style::Tick:
+                cells << c.tick(s.shownBox());
+                break;
+            case Style::PerDetector:
+                if (!second || twoDetectors) cells << c.left(valueOf(s), kDetectorWidth);
+                break;
+            case Style::TickPerDetector:
+                if (!second || twoDetectors)
+                    cells << c.tick(s.shownBox(), second ? kDetectorWidth : kTickWidth);
+                break;
+            case Style::PerSensor:
+                cells << (sensor[s.index]
+                              ? c.withUnit(s.labelElement(), s.unitElement(), kMarkWidth)
+                              : c.left(QStringLiteral("-"), kMarkWidth));
+                break;
+            case Style::None:
+                break;
+            }
+        }
+        if (shown) page.addCells(cells);
+        first = end;
+    }
+}
 
 } // namespace
 
@@ -212,8 +275,6 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
     const bool two = v.GetHasTwoDetectors() != 0;
     const bool preAlarm = v.GetHasPreAlarmDisplay() != 0;
     const bool flow = v.DET_GetHasFlow() != 0;
-    const bool dynFlow = v.DET_GetHasDynFlow() != 0;
-    const bool localisation = v.DET_GetHasSingleHoleDetection() != 0;
     const bool progRel = v.GetHasProgRel() != 0;
     bool sensor[5];
     for (std::int16_t i = 0; i < 5; ++i)
@@ -284,54 +345,15 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
     page.blank();
 
     c.heading(page, c.caption(dv::tabDisplay[frmDisplayPage::Settings]));
-    page.add({c.legend(dv::lblAlarmDelayLegend),
-              c.withUnit(dv::lblAlarmDelay, dv::lblAlarmDelayUnit, kMarkWidth)});
-    if (flow) {
-        page.add({c.legend(dv::lblAirFlowRangeLegend),
-                  c.withUnit(dv::lblAirFlowRange, dv::lblAirFlowRangeUnit, kMarkWidth)});
-        const QString delay = c.caption(dv::lblFaultDelayMinutes) + u' ' +
-                              c.caption(dv::lblFaultDelayMinutesUnit) + u' ' +
-                              c.caption(dv::lblFaultDelaySeconds) + u' ' +
-                              c.caption(dv::lblFaultDelaySecondsUnit);
-        page.add({c.legend(dv::lblFaultDelayLegend),
-                  c.left(delay, std::max(kMarkWidth, lengthOf(delay)))});
-    }
-    page.add({c.legend(dv::lblExtinguishDelayLegend),
-              c.withUnit(dv::lblExtinguishDelay, dv::lblExtinguishDelayUnit, kMarkWidth)});
+    const auto settings = [&](int section) { settingLines(page, c, v, section, two, sensor); };
+    settings(1);
     page.blank();
-    page.add({c.legend(dv::lblBuzzerLegend), c.tick(dv::chkBuzzer[0])});
-    page.add({c.legend(dv::lblFaultStoreLegend), c.tick(dv::chkFaultStore[0])});
-    if (flow && dynFlow)
-        page.add({c.legend(dv::lblDynamicAirflowLegend), c.tick(dv::chkDynamicAirflow[0])});
-    if (localisation) {
-        page.add({c.legend(dv::lblLocalizationLegend), c.tick(dv::chkLocalization[0])});
-        page.add({c.legend(dv::lblAlarmAfterLocLegend), c.tick(dv::chkAlarmAfterLoc[0])});
-    }
+    settings(2);
     page.blank();
     detectors(none, c.caption(dv::lblDetectorName[2]), c.caption(dv::lblDetectorName[3]));
-    detectors(c.legend(dv::lblSensitivityLegend[0]),
-              c.caption(dv::lblSensitivity[0]) + u' ' + c.caption(dv::lblSensitivityUnit[0]),
-              c.caption(dv::lblSensitivity[1]) + u' ' + c.caption(dv::lblSensitivityUnit[1]));
-    if (preAlarm)
-        detectors(c.legend(dv::lblPreAlarmThresholdLegend[0]),
-                  c.caption(dv::lblPreAlarmThreshold[0]) + u' ' +
-                      c.caption(dv::lblPreAlarmThresholdUnit[0]),
-                  c.caption(dv::lblPreAlarmThreshold[1]) + u' ' +
-                      c.caption(dv::lblPreAlarmThresholdUnit[1]));
-    {
-        QStringList trueLix{c.legend(dv::lblTrueLixLegend[0]), c.tick(dv::chkTrueLix[0], 12)};
-        if (two) trueLix << c.tick(dv::chkTrueLix[2], kDetectorWidth);
-        page.addCells(trueLix);
-    }
+    settings(3);
     page.blank();
-    if (flow) {
-        page.add({c.legend(dv::lblAltitudeLegend),
-                  c.withUnit(dv::lblAltitude, dv::lblAltitudeUnit, kMarkWidth)});
-        page.add({c.legend(dv::lblAirPressureLegend),
-                  c.withUnit(dv::lblAirPressure, dv::lblAirPressureUnit, kMarkWidth)});
-    }
-    page.add({c.legend(dv::lblFanVoltageNormalLegend),
-              c.withUnit(dv::lblFanVoltageNormal, dv::lblFanVoltageNormalUnit, kMarkWidth)});
+    settings(4);
     page.blank();
 
     if (progRel) {
@@ -339,16 +361,14 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
         page.addCells(
             QStringList{c.left(c.caption(dv::lblRelayStateLegend[6]) + u':', kLegendWidth)} +
             c.numbers().mid(1));
-        const ElementArray boxes[] = {dv::chkRelay1, dv::chkRelay2, dv::chkRelay3, dv::chkRelay4,
-                                      dv::chkRelay5};
-        const ElementArray options[] = {dv::optRelay1, dv::optRelay2, dv::optRelay3, dv::optRelay4,
-                                        dv::optRelay5};
+        const std::vector<const SettingDescriptor*> relays = settingsOf(SettingPage::Relays);
         for (const int k : {0, 2, 3, 4, 14, 15}) {
             if (!d.isVisible(dv::lblRelais[k])) continue;
             QStringList cells{c.legend(dv::lblRelais[k])};
-            for (int r = 0; r < 5; ++r)
-                cells << c.cross(k <= 4 ? d.isChecked(boxes[r][k])
-                                        : d.isChecked(options[r][k - 14]));
+            for (const SettingDescriptor* relay : relays)
+                cells << c.cross(k < kRelayEvents
+                                     ? d.isChecked(relay->eventBox(k))
+                                     : d.isChecked(relay->optionBox(k - kRelayEvents)));
             page.addCells(cells);
         }
         page.blank();
@@ -356,12 +376,7 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
     page.addCells(
         QStringList{c.left(c.caption(dv::lblSensorTempAlarmLegend[5]) + u':', kLegendWidth)} +
         c.numbers().mid(1));
-    QStringList alarms{none};
-    for (int i = 0; i < 5; ++i)
-        alarms << (sensor[i] ? c.withUnit(dv::lblSensorTempAlarm[i], dv::lblSensorTempAlarmUnit[i],
-                                          kMarkWidth)
-                             : c.left(QStringLiteral("-"), kMarkWidth));
-    page.addCells(alarms);
+    settings(5);
     return page.text();
 }
 

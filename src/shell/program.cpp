@@ -46,7 +46,7 @@ void Program::makeParts(SerialPortDevice* port) {
                                                   *m_services.launcher, m_services.programDir);
     m_engine = std::make_unique<PollEngine>(m_session, *m_link, m_values);
     m_decoder = std::make_unique<TelegramDecoder>(m_session, *m_engine, m_values);
-    m_commands = std::make_unique<DeviceCommands>(state, m_session, *m_engine, m_values);
+    m_commands = std::make_unique<DeviceCommands>(m_session, *m_engine, m_values);
     m_files = std::make_unique<DeviceFiles>(m_services, m_texts, m_life, *m_link, *m_recognition,
                                             m_values);
     m_mainView =
@@ -57,12 +57,11 @@ void Program::makeParts(SerialPortDevice* port) {
                                               m_settings, m_life, m_session, *m_link, *m_engine);
     m_localisation =
         std::make_unique<Localisation>(state, m_values, *m_commands, *m_engine, *m_mainView);
-    m_deviceSettings = std::make_unique<DeviceSettings>(state, *m_commands, *m_engine, m_values,
-                                                        m_mainView->limits());
+    m_deviceSettings = std::make_unique<DeviceSettings>(state, *m_commands, *m_engine, m_values);
     m_extinguishDetails = std::make_unique<ExtinguishDetails>(
         m_forms.frmExtinguishDetails(), m_forms.frmDisplay(), m_texts, m_preferences, m_values);
-    m_extinguishSettings = std::make_unique<ExtinguishSettings>(state, m_values, *m_commands,
-                                                                *m_engine, m_mainView->limits());
+    m_extinguishSettings =
+        std::make_unique<ExtinguishSettings>(state, m_values, *m_commands, *m_engine);
     m_logger = std::make_unique<DataLogger>(m_forms.frmLogdataDev(), m_forms.frmDisplay(), m_texts,
                                             m_preferences, m_services, m_values);
     m_protocol = std::make_unique<Protocol>(state, m_values);

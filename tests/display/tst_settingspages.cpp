@@ -129,7 +129,12 @@ private Q_SLOTS:
         rig.v.click(el::cmdRelaySet);
         QVERIFY(rig.v.isEnabled(el::chkRelay2[5]) && rig.v.isEnabled(el::optRelay2[1]));
         rig.v.userSetValue(el::chkRelay2[5], 1);
+        // A box the device lacks is hidden: whatever it held, it leaves the mask.
+        rig.v.setVisible(el::chkRelay2[7], false);
+        rig.v.setChecked(el::chkRelay2[7], true);
         rig.v.click(el::cmdRelayAssume);
+        QVERIFY(!rig.v.isChecked(el::chkRelay2[7]));
+        QCOMPARE(int(rig.app->values()->GetRelayParameter().at(8)), 0b00101100); // 2, 3, 5
         QCOMPARE(rig.engine.nextCommand(), 138);
         rig.sendQueued();
         rig.pages.tmrCompareRelaySet_Timer();

@@ -195,7 +195,7 @@ private Q_SLOTS:
 
         from = m_sim.log().size();
         Run run = cli({"set", "--port", m_port, "alarm-delay=20", "buzzer=off", "relay3=or:0,4,9",
-                       "temp-alarm1=55.5"});
+                       "temp-alarm1=55,50"});
         QVERIFY2(run.exitCode == 0, qPrintable(run.err));
         QVERIFY(run.out.contains(QStringLiteral("alarm-delay=20")));
         QVERIFY(run.out.contains(QStringLiteral("relay3=or:0,4,9")));

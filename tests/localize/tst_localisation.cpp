@@ -241,6 +241,14 @@ private Q_SLOTS:
     void leavingLearnModeAsksFirst() {
         LearnRig rig;
         rig.device({{"localisation.learningIsOn", 1}});
+        // Writing the windows leaves it too: only on Yes.
+        rig.dialogs.answers = {Answer::No, Answer::Yes};
+        rig.w.click(ll::cmdLocParameterAssume);
+        QVERIFY(!rig.engine.isWriteQueued());
+        rig.w.click(ll::cmdLocParameterAssume);
+        QCOMPARE(rig.engine.nextCommand(), 133);
+        rig.engine.cancelWrite();
+
         rig.dialogs.answers = {Answer::No};
         rig.w.click(ll::cmdLocParameterAbort);
         QVERIFY(!rig.engine.isWriteQueued());

@@ -1,6 +1,7 @@
 #include "display/mainview_elements.h"
 #include "display/ui/mainpages.h"
 #include "display/ui/pageparts.h"
+#include "engine/settingtable.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -25,101 +26,65 @@ QHBoxLayout* buttons(PageParts& p, const QString& purpose, std::initializer_list
 // grids line up.
 const QString kWidest = QStringLiteral("-8888.888");
 
+// The rows of the settings that stand in `group`, in the table's order. Rows that share a
+// part of the frame (what comes and goes with a feature of the device) share its grid.
+void addRows(PageParts& p, QVBoxLayout* column, const QString& group, const QString& suffix = {}) {
+    QString part;
+    QGridLayout* grid = nullptr;
+    int row = 0;
+    for (const SettingDescriptor& s : settingTable()) {
+        if (s.group != group) continue;
+        if (!grid || s.part != part) {
+            part = s.part;
+            row = 0;
+            if (part.isEmpty()) {
+                grid = new QGridLayout;
+                column->addLayout(grid);
+            } else {
+                column->addWidget(p.part(part, &grid));
+            }
+            grid->setColumnStretch(0, 1);
+        }
+        switch (s.kind) {
+        case SettingDescriptor::Kind::Switch:
+            p.switchRow(grid, row++, s.legendElement(), s.shownBox(), s.copyBox(), suffix);
+            break;
+        case SettingDescriptor::Kind::MinutesSeconds:
+            p.settingRow(grid, row, s.legendElement(), s.labelElement(0), s.fieldElement(0),
+                         s.upDownElement(0), s.unitElement(0), kWidest, suffix);
+            // The seconds stand under the minutes.
+            p.settingCells(grid, row + 1, 1, s.legendElement(), s.labelElement(1),
+                           s.fieldElement(1), s.upDownElement(1), s.unitElement(1), kWidest,
+                           suffix);
+            row += 2;
+            break;
+        default:
+            p.settingRow(grid, row++, s.legendElement(), s.labelElement(), s.fieldElement(),
+                         s.upDownElement(), s.unitElement(), kWidest, suffix);
+            break;
+        }
+    }
+}
+
 QGroupBox* general(PageParts& p) {
     QGroupBox* box = p.frame(el::fraSettings);
     auto* column = new QVBoxLayout(box);
-    auto* grid = new QGridLayout;
-    p.settingRow(grid, 0, el::lblAlarmDelayLegend, el::lblAlarmDelay, el::txtAlarmDelay,
-                 el::ctrAlarmDelay, el::lblAlarmDelayUnit, kWidest);
-    p.settingRow(grid, 1, el::lblExtinguishDelayLegend, el::lblExtinguishDelay,
-                 el::txtExtinguishDelay, el::ctrExtinguishDelay, el::lblExtinguishDelayUnit,
-                 kWidest);
-    grid->setColumnStretch(0, 1);
-    column->addLayout(grid);
-
-    QGridLayout* flowGrid = nullptr;
-    QWidget* flow = p.part(el::fraHasAirFlow[0], &flowGrid);
-    p.settingRow(flowGrid, 0, el::lblAirFlowRangeLegend, el::lblAirFlowRange, el::txtAirFlowRange,
-                 el::ctrAirFlowRange, el::lblAirFlowRangeUnit, kWidest);
-    p.settingRow(flowGrid, 1, el::lblFaultDelayLegend, el::lblFaultDelayMinutes,
-                 el::txtFaultDelayMinutes, el::ctrFaultDelayMinutes, el::lblFaultDelayMinutesUnit,
-                 kWidest);
-    // The seconds of the fault delay stand under its minutes.
-    p.settingCells(flowGrid, 2, 1, el::lblFaultDelayLegend, el::lblFaultDelaySeconds,
-                   el::txtFaultDelaySeconds, el::ctrFaultDelaySeconds, el::lblFaultDelaySecondsUnit,
-                   kWidest);
-    flowGrid->setColumnStretch(0, 1);
-    column->addWidget(flow);
-
-    auto* switches = new QGridLayout;
-    p.switchRow(switches, 0, el::lblBuzzerLegend, el::chkBuzzer[0], el::chkBuzzer[1]);
-    p.switchRow(switches, 1, el::lblFaultStoreLegend, el::chkFaultStore[0], el::chkFaultStore[1]);
-    switches->setColumnStretch(0, 1);
-    column->addLayout(switches);
-    struct Switch {
-        QString part, legend, shown, copy;
-    };
-    const Switch optional[] = {
-        {el::fraHasAirFlow[1], el::lblDynamicAirflowLegend, el::chkDynamicAirflow[0],
-         el::chkDynamicAirflow[1]},
-        {el::fraHasLocalization, el::lblLocalizationLegend, el::chkLocalization[0],
-         el::chkLocalization[1]},
-        {el::fraAlarmAfterLoc, el::lblAlarmAfterLocLegend, el::chkAlarmAfterLoc[0],
-         el::chkAlarmAfterLoc[1]},
-    };
-    for (const Switch& row : optional) {
-        QGridLayout* grid = nullptr;
-        QWidget* part = p.part(row.part, &grid);
-        p.switchRow(grid, 0, row.legend, row.shown, row.copy);
-        grid->setColumnStretch(0, 1);
-        column->addWidget(part);
-    }
+    addRows(p, column, el::fraSettings);
     column->addStretch(1);
     return box;
 }
 
 QGroupBox* detector(PageParts& p, int d) {
-    const QString number = QString::number(d + 1);
     QGroupBox* box = p.frame(el::fraDetectorSettings[d]);
     auto* column = new QVBoxLayout(box);
-    auto* grid = new QGridLayout;
-    p.settingRow(grid, 0, el::lblSensitivityLegend[d], el::lblSensitivity[d], el::txtSensitivity[d],
-                 el::ctrSensitivity[d], el::lblSensitivityUnit[d], kWidest, number);
-    grid->setColumnStretch(0, 1);
-    column->addLayout(grid);
-    QGridLayout* thresholdGrid = nullptr;
-    QWidget* threshold = p.part(el::fraPreAlarmThreshold[d], &thresholdGrid);
-    p.settingRow(thresholdGrid, 0, el::lblPreAlarmThresholdLegend[d], el::lblPreAlarmThreshold[d],
-                 el::txtPreAlarmThreshold[d], el::ctrPreAlarmThreshold[d],
-                 el::lblPreAlarmThresholdUnit[d], kWidest, number);
-    thresholdGrid->setColumnStretch(0, 1);
-    column->addWidget(threshold);
-    QGridLayout* trueLixGrid = nullptr;
-    QWidget* trueLix = p.part(el::fraHasTrueLix[d], &trueLixGrid);
-    p.switchRow(trueLixGrid, 0, el::lblTrueLixLegend[d], el::chkTrueLix[2 * d],
-                el::chkTrueLix[2 * d + 1], number);
-    trueLixGrid->setColumnStretch(0, 1);
-    column->addWidget(trueLix);
+    addRows(p, column, el::fraDetectorSettings[d], QString::number(d + 1));
     return box;
 }
 
 QGroupBox* airFlowInit(PageParts& p) {
     QGroupBox* box = p.frame(el::fraAirFlowInit);
     auto* column = new QVBoxLayout(box);
-    QGridLayout* flowGrid = nullptr;
-    QWidget* flow = p.part(el::fraHasAirFlow[2], &flowGrid);
-    p.settingRow(flowGrid, 0, el::lblAltitudeLegend, el::lblAltitude, el::txtAltitude,
-                 el::ctrAltitude, el::lblAltitudeUnit, kWidest);
-    p.settingRow(flowGrid, 1, el::lblAirPressureLegend, el::lblAirPressure, el::txtAirPressure,
-                 el::ctrAirPressure, el::lblAirPressureUnit, kWidest);
-    flowGrid->setColumnStretch(0, 1);
-    column->addWidget(flow);
-    auto* grid = new QGridLayout;
-    p.settingRow(grid, 0, el::lblFanVoltageNormalLegend, el::lblFanVoltageNormal,
-                 el::txtFanVoltageNormal, el::ctrFanVoltageNormal, el::lblFanVoltageNormalUnit,
-                 kWidest);
-    grid->setColumnStretch(0, 1);
-    column->addLayout(grid);
+    addRows(p, column, el::fraAirFlowInit);
     column->addLayout(buttons(
         p, el::fraAirFlowInit,
         {el::cmdAirFlowSet, el::cmdAirFlowStandard, el::cmdAirFlowInit, el::cmdAirFlowCancel}));
@@ -130,15 +95,7 @@ QGroupBox* airFlowInit(PageParts& p) {
 QGroupBox* temperatureAlarms(PageParts& p) {
     QGroupBox* box = p.frame(el::fraSensorTemp[1]);
     auto* column = new QVBoxLayout(box);
-    for (int n = 0; n < 5; ++n) {
-        QGridLayout* grid = nullptr;
-        QWidget* row = p.part(el::fraSensorTemp[n + 2], &grid);
-        p.settingRow(grid, 0, el::lblSensorTempAlarmLegend[n], el::lblSensorTempAlarm[n],
-                     el::txtSensorTempAlarm[n], el::ctrSensorTempAlarm[n],
-                     el::lblSensorTempAlarmUnit[n], kWidest);
-        grid->setColumnStretch(0, 1);
-        column->addWidget(row);
-    }
+    addRows(p, column, el::fraSensorTemp[1]);
     column->addLayout(buttons(
         p, el::fraSensorTemp[1],
         {el::cmdSensorTempAlarmSet, el::cmdSensorTempAlarmAssume, el::cmdSensorTempAlarmCancel}));
