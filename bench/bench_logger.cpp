@@ -6,11 +6,11 @@
 //
 //   build/bin/mq27benchlogger [HOURS]   (default 8)
 
-#include "logger/logger_elements.h"
 #include "common/platformservices.h"
 #include "link/recognition.h"
 #include "link/telegram.h"
 #include "logger/datalogger.h"
+#include "logger/logger_elements.h"
 #include "logger/ui/frmlogdatadev.h"
 #include "logger/ui/trendchart.h"
 #include "shell/languages.h"
@@ -28,7 +28,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-namespace el = frmLogdataDev;
+namespace lg = frmLogdataDev;
 
 namespace {
 
@@ -123,22 +123,22 @@ int main(int argc, char** argv) {
         QStringLiteral("NTC Fühler 1: Aktuelle Temperatur [°C]"),
         QStringLiteral("Versorgungsspannung [V]")};
     for (const QString& row : ticked) {
-        const qsizetype index = form.items(el::lstDisplay[0]).indexOf(row);
+        const qsizetype index = form.items(lg::lstDisplay[0]).indexOf(row);
         if (index < 0) qFatal("no row %s", qPrintable(row));
-        form.userSetTicked(el::lstDisplay[0], index, true);
+        form.userSetTicked(lg::lstDisplay[0], index, true);
     }
     const QString log = folder.filePath(QStringLiteral("soak.log"));
     const QString dat = folder.filePath(QStringLiteral("soak.dat"));
     for (const auto& [tick, button, path] :
-         {std::tuple{el::chkSaveAsExcel.name(), el::cmdSaveAsExcel.name(), log},
-          std::tuple{el::chkSaveAsMathCad.name(), el::cmdSaveAsMathCad.name(), dat}}) {
+         {std::tuple{lg::chkSaveAsExcel.name(), lg::cmdSaveAsExcel.name(), log},
+          std::tuple{lg::chkSaveAsMathCad.name(), lg::cmdSaveAsMathCad.name(), dat}}) {
         form.userSetValue(tick, 1);
         form.click(tick);
         dialogs.next = path;
         form.click(button);
     }
-    form.setValue(el::cboTrendSpan, 3); // everything since the start
-    form.click(el::cmdStart);
+    form.setValue(lg::cboTrendSpan, 3); // everything since the start
+    form.click(lg::cmdStart);
     if (!program.logger().LoggerRunning) qFatal("the recording did not start");
 
     const std::vector<Bytes> frames = pollFrames();
@@ -164,7 +164,7 @@ int main(int argc, char** argv) {
         }
         if ((k + 1) % stepsPerHour != 0) continue;
         std::size_t kept = 0, drawn = 0;
-        for (const TrendStore::Series& s : program.logger().trend().series())
+        for (const TrendStore::Series& s : program.logger().Trend().series())
             kept += s.points.size();
         for (qsizetype n : window.chart().pointCounts())
             drawn += static_cast<std::size_t>(n);
@@ -176,6 +176,6 @@ int main(int argc, char** argv) {
         cpuHour = cpu;
     }
     std::printf("%zu read-outs, %lld lines in .dat, %lld in .log\n", readOuts,
-                program.logger().mathCadRecords(), program.logger().excelRecords());
+                program.logger().MathCadRecords(), program.logger().ExcelRecords());
     return program.logger().LoggerRunning ? 0 : 1;
 }

@@ -65,7 +65,7 @@ QStringList faultOptions(int seconds) {
 QStringList shownAfterReadOut(LiveTool& tool) {
     int readOuts = 0;
     const auto connection = QObject::connect(
-        &tool.app().decoder(), &TelegramDecoder::readOutComplete, [&](double) { ++readOuts; });
+        &tool.app().decoder(), &TelegramDecoder::ReadOutComplete, [&](double) { ++readOuts; });
     if (!QTest::qWaitFor([&] { return readOuts >= 2; }, 30000)) qWarning("no complete read-out");
     QObject::disconnect(connection);
     // The blinking LEDs by the state they blink from, not by the colour of the phase caught.
@@ -93,7 +93,7 @@ int main(int argc, char** argv) {
     if (!sim.start(faultOptions(seconds))) qFatal("%s", qPrintable(sim.output()));
     LiveTool tool(sim.portPath());
     int takeOns = 0;
-    QObject::connect(&tool.app().decoder(), &TelegramDecoder::deviceTakenOn,
+    QObject::connect(&tool.app().decoder(), &TelegramDecoder::DeviceTakenOn,
                      [&](const QString&) { ++takeOns; });
     tool.start();
     if (!tool.waitForDevice(kSerial, 30000)) qFatal("the device was not taken on");
@@ -114,7 +114,7 @@ int main(int argc, char** argv) {
             // The adapter is pulled and put back.
             restarted = true;
             sim.stop();
-            if (!QTest::qWaitFor([&] { return !tool.app().link().isPortOpen(); }, 5000))
+            if (!QTest::qWaitFor([&] { return !tool.app().link().IsPortOpen(); }, 5000))
                 qFatal("the tool did not notice the line going away");
             // What waiting for it costs: ten seconds of looking twice a second.
             const double before = processorSeconds();
@@ -123,7 +123,7 @@ int main(int argc, char** argv) {
             if (!sim.start(faultOptions(seconds))) qFatal("%s", qPrintable(sim.output()));
             QElapsedTimer back;
             back.start();
-            if (QTest::qWaitFor([&] { return tool.app().link().isPortOpen(); }, 10000))
+            if (QTest::qWaitFor([&] { return tool.app().link().IsPortOpen(); }, 10000))
                 reopenMs = static_cast<int>(back.elapsed());
         }
     }
@@ -139,7 +139,7 @@ int main(int argc, char** argv) {
     QStringList fresh;
     {
         LiveTool other(sim.portPath());
-        tool.app().link().closePort();
+        tool.app().link().ClosePort();
         other.start();
         if (!other.waitForDevice(kSerial, 30000)) qWarning("the fresh tool found no device");
         fresh = shownAfterReadOut(other);

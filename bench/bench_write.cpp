@@ -9,8 +9,8 @@
 //   build/bin/mq27benchwrite [WRITES]   (default 10; the alarm delay, back and forth)
 
 #include "common/formmodel.h"
-#include "display/mainview_elements.h"
 #include "display/mainview.h"
+#include "display/mainview_elements.h"
 #include "engine/pollengine.h"
 #include "link/recognition.h"
 #include "shell/program.h"
@@ -56,13 +56,13 @@ int main(int argc, char** argv) {
     tool.start();
     if (!tool.waitForDevice(QStringLiteral("1234567"))) qFatal("the device was not taken on");
     Form& view = tool.display();
-    SettingsPages& pages = tool.app().mainView().settingsPages();
+    SettingsPages& pages = tool.app().mainView().Pages();
 
     QElapsedTimer clock;
     clock.start();
     double lastAccepted = 0;
     int accepted = 0;
-    QObject::connect(&tool.app().recognition(), &Recognition::ownTelegramAccepted,
+    QObject::connect(&tool.app().recognition(), &Recognition::OwnTelegramAccepted,
                      [&](const Bytes&) {
                          lastAccepted = static_cast<double>(clock.nsecsElapsed()) / 1e6;
                          ++accepted;

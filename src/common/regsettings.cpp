@@ -46,42 +46,42 @@ RegSettings::RegSettings(SettingsStore& store)
     : m_store(store) {}
 
 int RegSettings::GetPort() const {
-    return number(kPort, -1);
+    return Number(kPort, -1);
 }
 
 void RegSettings::SetPort(int port) {
-    setNumber(kPort, port);
+    SetNumber(kPort, port);
 }
 
 int RegSettings::GetLanguage() const {
-    return number(kLanguage, 0);
+    return Number(kLanguage, 0);
 }
 
 void RegSettings::SetLanguage(int language) {
-    setNumber(kLanguage, language);
+    SetNumber(kLanguage, language);
 }
 
 int RegSettings::GetTemperature() const {
-    return number(kTemperature, 1);
+    return Number(kTemperature, 1);
 }
 
 void RegSettings::SetTemperature(int unit) {
-    setNumber(kTemperature, unit);
+    SetNumber(kTemperature, unit);
 }
 
 int RegSettings::GetSmoke() const {
-    return number(kSmoke, 1);
+    return Number(kSmoke, 1);
 }
 
 void RegSettings::SetSmoke(int unit) {
-    setNumber(kSmoke, unit);
+    SetNumber(kSmoke, unit);
 }
 
 QString RegSettings::GetVersion() const {
     return m_store.read(kVersion).value_or(QStringLiteral("0"));
 }
 
-int RegSettings::leadingNumber(const QString& text) {
+int RegSettings::LeadingNumber(const QString& text) {
     const QString prefix = numberPrefix(text);
     bool ok = false;
     double value = prefix.toDouble(&ok);
@@ -99,14 +99,14 @@ int RegSettings::leadingNumber(const QString& text) {
     return static_cast<int>(rounded);
 }
 
-int RegSettings::number(const QString& name, int fallback) const {
+int RegSettings::Number(const QString& name, int fallback) const {
     const std::optional<QString> text = m_store.read(name);
     if (!text) return fallback;
     // The values are 16-bit numbers; one beyond that range cannot be read.
-    const int value = leadingNumber(*text);
+    const int value = LeadingNumber(*text);
     return fitsSixteenBits(value) ? value : fallback;
 }
 
-void RegSettings::setNumber(const QString& name, int value) {
+void RegSettings::SetNumber(const QString& name, int value) {
     m_store.write(name, QString::number(value));
 }

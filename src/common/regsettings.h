@@ -20,12 +20,12 @@ public:
     void SetSmoke(int unit);
     QString GetVersion() const;
 
-    // The leading number of a text, rounded to a whole number ("12abc" -> 12, "x" -> 0).
-    static int leadingNumber(const QString& text);
+    // The leading number of a text, rounded to a whole Number ("12abc" -> 12, "x" -> 0).
+    static int LeadingNumber(const QString& text);
 
 private:
-    int number(const QString& name, int fallback) const;
-    void setNumber(const QString& name, int value);
+    int Number(const QString& name, int fallback) const;
+    void SetNumber(const QString& name, int value);
 
     SettingsStore& m_store;
 };

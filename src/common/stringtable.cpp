@@ -25,12 +25,12 @@ const StringTable& StringTable::instance() {
 }
 
 StringTable::StringTable(const QByteArray& tsv)
-    : mRows(IndexLimit) {
+    : m_rows(IndexLimit) {
     const QList<QByteArray> lines = tsv.split('\n');
     // The first line names the columns.
     for (qsizetype i = 1; i < lines.size(); ++i)
         addLine(lines[i]);
-    std::sort(mIndices.begin(), mIndices.end());
+    std::sort(m_indices.begin(), m_indices.end());
 }
 
 void StringTable::addLine(const QByteArray& line) {
@@ -40,19 +40,19 @@ void StringTable::addLine(const QByteArray& line) {
     if (fields.size() != 1 + LanguageCount) return;
     bool isNumber = false;
     const int index = fields[0].toInt(&isNumber);
-    if (!isNumber || index < 0 || index >= IndexLimit || mIndices.contains(index)) return;
-    Row& row = mRows[static_cast<std::size_t>(index)];
+    if (!isNumber || index < 0 || index >= IndexLimit || m_indices.contains(index)) return;
+    Row& row = m_rows[static_cast<std::size_t>(index)];
     for (int language = 0; language < LanguageCount; ++language)
         row[static_cast<std::size_t>(language)] = QString::fromUtf8(fields[language + 1]);
-    mIndices.append(index);
+    m_indices.append(index);
 }
 
 QString StringTable::text(Language language, int index) const {
     if (index < 0 || index >= IndexLimit) return {};
-    const Row& row = mRows[static_cast<std::size_t>(index)];
+    const Row& row = m_rows[static_cast<std::size_t>(index)];
     return row[static_cast<std::size_t>(languageNumber(language) - 1)];
 }
 
 QList<int> StringTable::indices() const {
-    return mIndices;
+    return m_indices;
 }

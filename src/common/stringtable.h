@@ -32,6 +32,6 @@ private:
     explicit StringTable(const QByteArray& tsv);
     void addLine(const QByteArray& line);
 
-    std::vector<Row> mRows; // by index; rows the table lacks stay empty
-    QList<int> mIndices;
+    std::vector<Row> m_rows; // by index; rows the table lacks stay empty
+    QList<int> m_indices;
 };

@@ -32,7 +32,7 @@ public:
     DeviceSettings(AppState& state, DeviceCommands& commands, PollEngine& engine,
                    DeviceValues& values);
 
-    State state(Page page) const;
+    State StateOf(Page page) const;
 
     // Prepares the window before it is shown; the main view's menu then shows it modally.
     void ShowDeviceSettings();
@@ -56,19 +56,19 @@ public:
     FormTimer& tmrCompareBetaSettings() { return m_tmrCompare[BetaValues]; }
 
 private:
-    void onLoaded();
-    void onClicked(const QString& element);
-    void onMainViewClicked(const QString& element);
-    void onWriteSent(int command);
+    void OnLoaded();
+    void OnClicked(const QString& element);
+    void OnMainViewClicked(const QString& element);
+    void OnWriteSent(int command);
 
-    void openPage(Page page);
-    void closePage(Page page);
-    void compare(Page page);
+    void OpenPage(Page page);
+    void ClosePage(Page page);
+    void Compare(Page page);
     // Rows whose field differs from its label, by their names; empty when all agree.
-    QStringList differences(Page page) const;
-    void showWaiting(Page page, const QStringList& differing);
-    QString number(double value) const;
-    Form& window() const;
+    QStringList Differences(Page page) const;
+    void ShowWaiting(Page page, const QStringList& differing);
+    QString Number(double value) const;
+    Form& Window() const;
 
     AppState& m_state;
     DeviceCommands& m_commands;

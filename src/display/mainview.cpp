@@ -46,8 +46,8 @@ MainView::MainView(Form& view, Preferences& preferences, RegSettings& settings, 
     , m_leds(view)
     , m_pages(pagesState, m_writer, engine, values, m_limits, [this] { ShowData(); }) {
     m_clickHandlers = {
-        {el::mnuSave, [this] { Q_EMIT saveRequested(); }},
-        {el::mnuDeviceSearch, [this] { Q_EMIT deviceSearchRequested(); }},
+        {el::mnuSave, [this] { Q_EMIT SaveRequested(); }},
+        {el::mnuDeviceSearch, [this] { Q_EMIT DeviceSearchRequested(); }},
         {el::mnuPDFHelp, [this] { Help_Table(0, 0, QString()); }},
         {el::mnuCelsius, [this] { SwitchToTemperature(1); }},
         {el::mnuFahrenheit, [this] { SwitchToTemperature(2); }},
@@ -65,9 +65,9 @@ MainView::MainView(Form& view, Preferences& preferences, RegSettings& settings, 
             commands.Send(commands.BusItemIdent(m_view.caption(el::lblExtSerialNo[m])));
         });
     connect(&view, &Form::loaded, this, &MainView::Form_Load);
-    connect(&view, &Form::clicked, this, &MainView::onClicked);
-    connect(&view, &Form::mouseClicked, this, &MainView::onMouseClicked);
-    connect(&session, &DeviceSession::serialNoChanged, this, &MainView::showSerialNo);
+    connect(&view, &Form::clicked, this, &MainView::OnClicked);
+    connect(&view, &Form::mouseClicked, this, &MainView::OnMouseClicked);
+    connect(&session, &DeviceSession::serialNoChanged, this, &MainView::ShowSerialNo);
     m_tmrReceiveLED.disable();
     connect(&m_tmrReceiveLED, &FormTimer::timeout, this, [this] {
         for (int page = el::picReceiveLED.first(); page <= el::picReceiveLED.last(); ++page)
@@ -76,7 +76,7 @@ MainView::MainView(Form& view, Preferences& preferences, RegSettings& settings, 
     });
 }
 
-void MainView::showTelegramTime(const QDateTime& time) {
+void MainView::ShowTelegramTime(const QDateTime& time) {
     const QLocale locale = QLocale::system();
     m_view.setTitle(m_texts.appTitle + QStringLiteral(" - [") +
                     locale.toString(time.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
@@ -89,17 +89,17 @@ void MainView::ShowReceiveActivity() {
     m_tmrReceiveLED.enable();
 }
 
-void MainView::takeOn() {
+void MainView::TakeOn() {
     m_view.hide();
     m_view.setValue(el::tabDisplay.whole(), 0);
 }
 
-void MainView::showDevice() {
+void MainView::ShowDevice() {
     if (!m_view.isShown()) m_view.show();
 }
 
 // Every page names the device in its header.
-void MainView::showSerialNo(const QString& serialNo) {
+void MainView::ShowSerialNo(const QString& serialNo) {
     for (int page = el::lblSerialNo.first(); page <= el::lblSerialNo.last(); ++page)
         m_view.setCaption(el::lblSerialNo[page], serialNo);
 }
@@ -113,28 +113,28 @@ void MainView::ShowData() {
     CustomizeForm(m_view, m_features, *values, locale);
     if (!m_status.ShowSmokeThresholds(*values)) return;
     const StatusDisplay::Units units{m_preferences.fahrenheit(), m_preferences.perFoot()};
-    m_status.showMeasurements(*values, units, locale);
+    m_status.ShowMeasurements(*values, units, locale);
     ShowMessages(m_view, *values);
-    m_status.showIdentityAndSettings(*values, locale);
+    m_status.ShowIdentityAndSettings(*values, locale);
 }
 
 void MainView::SwitchToTemperature(int unit) {
     m_settings.SetTemperature(unit);
     m_preferences.setTemperatureUnit(temperatureUnitFromNumber(unit));
-    checkUnitMenus();
-    refreshIfShown();
+    CheckUnitMenus();
+    RefreshIfShown();
 }
 
 void MainView::SwitchToSmokeUnit(int unit) {
     m_settings.SetSmoke(unit);
     m_preferences.setSmokeUnit(smokeUnitFromNumber(unit));
-    checkUnitMenus();
-    refreshIfShown();
+    CheckUnitMenus();
+    RefreshIfShown();
 }
 
 void MainView::Help_Table(int Button, int Topic, const QString& Text) {
     const int mode = Button == 1 ? 2 : 1;
-    if (hasHelpPage(Topic)) Q_EMIT helpRequested(kHelpDevice, mode, Topic, Text);
+    if (hasHelpPage(Topic)) Q_EMIT HelpRequested(kHelpDevice, mode, Topic, Text);
 }
 
 void MainView::Form_Load() {
@@ -167,10 +167,10 @@ void MainView::Form_Load() {
     m_pages.cmdSettingsCancel_Click();
     m_pages.cmdRelayCancel_Click();
     m_pages.cmdSensorTempAlarmCancel_Click();
-    checkUnitMenus();
+    CheckUnitMenus();
 }
 
-void MainView::checkUnitMenus() {
+void MainView::CheckUnitMenus() {
     Form& view = m_view;
     const bool fahrenheit = m_preferences.fahrenheit();
     view.setChecked(el::mnuCelsius, !fahrenheit);
@@ -180,13 +180,13 @@ void MainView::checkUnitMenus() {
     view.setChecked(el::mnuPercentFeet, feet);
 }
 
-void MainView::onClicked(const QString& element) {
+void MainView::OnClicked(const QString& element) {
     const auto handler = m_clickHandlers.constFind(element);
     if (handler != m_clickHandlers.constEnd()) (*handler)();
 }
 
 // The fault boxes, the air-flow value and the chamber values lead to their help pages.
-void MainView::onMouseClicked(const QString& element, int button) {
+void MainView::OnMouseClicked(const QString& element, int button) {
     const Form& view = m_view;
     for (int i = 0; i < 34; ++i)
         if (element == el::picErr[i]) Help_Table(button, i + 1, view.caption(el::lblErr[i]));
@@ -197,6 +197,6 @@ void MainView::onMouseClicked(const QString& element, int button) {
             Help_Table(button, kChamberTopic, view.caption(el::lblChamberLegend[d]));
 }
 
-void MainView::refreshIfShown() {
+void MainView::RefreshIfShown() {
     if (m_view.isShown()) ShowData();
 }

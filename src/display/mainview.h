@@ -40,23 +40,23 @@ public:
              const DeviceSession& session, DeviceValues& values, DeviceCommands& commands,
              PollEngine& engine, AppState& pagesState);
 
-    Form& view() { return m_view; }
+    Form& View() { return m_view; }
 
     // Redraws every page from the value store.
     void ShowData();
     // The same, when the main view is shown: a hidden one is redrawn when it shows again.
-    void refreshIfShown();
+    void RefreshIfShown();
 
     // The title carries the time of the telegram, which for a loaded file is the time it was
     // recorded.
-    void showTelegramTime(const QDateTime& time);
+    void ShowTelegramTime(const QDateTime& time);
     // The eight receive lamps green, back after 100 ms.
     void ShowReceiveActivity();
     // A new device is read out in the hidden main view, which shows itself again with complete
     // data after telegram 5.
-    void takeOn();
+    void TakeOn();
     // The read-out is complete: the main view takes the device's place on the screen.
-    void showDevice();
+    void ShowDevice();
 
     // Store the unit unconditionally; a value other than 1 and 2 is stored but used as 1.
     // The pages show the new unit at once.
@@ -67,29 +67,29 @@ public:
     void Help_Table(int Button, int Topic, const QString& Text);
 
     // What the last refresh read of the device's equipment.
-    const DeviceFeatures& features() const { return m_features; }
-    const SettingLimits& limits() const { return m_limits; }
-    LedRhythm& leds() { return m_leds; }
-    SettingsPages& settingsPages() { return m_pages; }
+    const DeviceFeatures& Features() const { return m_features; }
+    const SettingLimits& Limits() const { return m_limits; }
+    LedRhythm& Leds() { return m_leds; }
+    SettingsPages& Pages() { return m_pages; }
     FormTimer& tmrReceiveLED() { return m_tmrReceiveLED; }
-    SettingsWriter& settingsWriter() { return m_writer; }
+    SettingsWriter& Writer() { return m_writer; }
 
 Q_SIGNALS:
     // The refresh begins: the localisation brings its labels up to date first.
     void aboutToShowData();
     // Help file of `device`, opened (mode 1) or described (mode 2) at `topic`.
-    void helpRequested(int device, int mode, int topic, const QString& text);
+    void HelpRequested(int device, int mode, int topic, const QString& text);
     // mnuDeviceSearch: the device search is to list the devices on the line.
-    void deviceSearchRequested();
+    void DeviceSearchRequested();
     // mnuSave: the read-out is to be saved where the user chooses.
-    void saveRequested();
+    void SaveRequested();
 
 private:
     void Form_Load();
-    void checkUnitMenus();
-    void onClicked(const QString& element);
-    void onMouseClicked(const QString& element, int button);
-    void showSerialNo(const QString& serialNo);
+    void CheckUnitMenus();
+    void OnClicked(const QString& element);
+    void OnMouseClicked(const QString& element, int button);
+    void ShowSerialNo(const QString& serialNo);
 
     Form& m_view;
     Preferences& m_preferences;

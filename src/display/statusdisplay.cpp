@@ -77,24 +77,24 @@ bool StatusDisplay::ShowSmokeThresholds(ValueStore& v) {
     return true;
 }
 
-void StatusDisplay::showMeasurements(ValueStore& v, Units units, const QLocale& locale) {
-    smokeLevels(v, units.perFoot, locale);
-    airFlow(v, units.fahrenheit, locale);
-    chambers(v, locale);
-    ledStates(v);
-    sensorTemperatures(v, units.fahrenheit, locale);
-    relaysAndInputs(v);
+void StatusDisplay::ShowMeasurements(ValueStore& v, Units units, const QLocale& locale) {
+    SmokeLevels(v, units.perFoot, locale);
+    AirFlow(v, units.fahrenheit, locale);
+    Chambers(v, locale);
+    LedStates(v);
+    SensorTemperatures(v, units.fahrenheit, locale);
+    RelaysAndInputs(v);
 }
 
-void StatusDisplay::showIdentityAndSettings(ValueStore& v, const QLocale& locale) {
-    identity(v, locale);
-    ranges(v);
-    settings(v, locale);
-    relayMasks(v);
-    modules(v, locale);
+void StatusDisplay::ShowIdentityAndSettings(ValueStore& v, const QLocale& locale) {
+    Identity(v, locale);
+    Ranges(v);
+    Settings(v, locale);
+    RelayMasks(v);
+    Modules(v, locale);
 }
 
-void StatusDisplay::smokeLevels(ValueStore& v, bool perFoot, const QLocale& locale) {
+void StatusDisplay::SmokeLevels(ValueStore& v, bool perFoot, const QLocale& locale) {
     for (std::int16_t d = 0; d < 2; ++d) {
         const double ratio = v.DET_GetSmokeValueRatio(d);
         m_view.setValue(el::ctlSmokeLevel[d], ratio / 10);
@@ -106,7 +106,7 @@ void StatusDisplay::smokeLevels(ValueStore& v, bool perFoot, const QLocale& loca
     }
 }
 
-void StatusDisplay::airFlow(ValueStore& v, bool fahrenheit, const QLocale& locale) {
+void StatusDisplay::AirFlow(ValueStore& v, bool fahrenheit, const QLocale& locale) {
     m_view.setCaption(el::lblTemperature,
                       fixed(celsiusOrFahrenheit(v.DET_GetAirTemperature(), fahrenheit), 1, locale) +
                           temperatureUnit(fahrenheit));
@@ -125,19 +125,19 @@ void StatusDisplay::airFlow(ValueStore& v, bool fahrenheit, const QLocale& local
     }
     const double deviation = (v.DET_GetFlowValue() - reference) / (reference / 100) * 100;
     m_view.setCaption(el::lblAirFlow,
-                      fixed(setGauge(el::ctlAirFlow, deviation) / 100, 0, locale) + kPercent);
+                      fixed(SetGauge(el::ctlAirFlow, deviation) / 100, 0, locale) + kPercent);
 }
 
-void StatusDisplay::chambers(ValueStore& v, const QLocale& locale) {
+void StatusDisplay::Chambers(ValueStore& v, const QLocale& locale) {
     for (std::int16_t d = 0; d < 2; ++d) {
         m_view.setGaugeRange(el::ctlChamber[d], -10000, 0, 10000);
-        const double shown = setGauge(el::ctlChamber[d], v.DET_GetChamberValueRatio(d) * 100.0);
+        const double shown = SetGauge(el::ctlChamber[d], v.DET_GetChamberValueRatio(d) * 100.0);
         m_view.setCaption(el::lblChamber[d], fixed(shown / 100, 0, locale) + kPercent);
     }
 }
 
 // The states that the blink and flash timers paint from.
-void StatusDisplay::ledStates(ValueStore& v) {
+void StatusDisplay::LedStates(ValueStore& v) {
     for (std::int16_t d = 0; d < 2; ++d) {
         const std::int16_t action = v.DISP_GetLedPreAlarm(d);
         m_view.setValue(el::picActionAlarm[d], action);
@@ -179,7 +179,7 @@ void StatusDisplay::ledStates(ValueStore& v) {
     if (initialising && (operating == 3 || operating == 1)) m_view.setValue(el::picDisplay[0], 2);
 }
 
-void StatusDisplay::sensorTemperatures(ValueStore& v, bool fahrenheit, const QLocale& locale) {
+void StatusDisplay::SensorTemperatures(ValueStore& v, bool fahrenheit, const QLocale& locale) {
     for (std::int16_t n = 0; n < 5; ++n) {
         const QString element = el::lblSensorTemp[n];
         m_view.setCaption(
@@ -199,7 +199,7 @@ void StatusDisplay::sensorTemperatures(ValueStore& v, bool fahrenheit, const QLo
     }
 }
 
-void StatusDisplay::relaysAndInputs(ValueStore& v) {
+void StatusDisplay::RelaysAndInputs(ValueStore& v) {
     for (std::int16_t r = 0; r < 5; ++r)
         m_view.setValue(el::ctlRelayState[r], v.REL_GetRelState(r));
     m_view.setValue(el::ctlRelayState[8], v.BMZ_GetPreAlarmState(0));
@@ -217,7 +217,7 @@ void StatusDisplay::relaysAndInputs(ValueStore& v) {
     }
 }
 
-void StatusDisplay::identity(ValueStore& v, const QLocale& locale) {
+void StatusDisplay::Identity(ValueStore& v, const QLocale& locale) {
     m_view.setCaption(el::lblSoftwareNo[0], v.GetSoftwareNum());
     m_view.setCaption(el::lblParameterNo[0], v.GetParameterID());
     m_view.setCaption(el::lblSerialNo2[0], m_view.caption(el::lblSerialNo[0]));
@@ -229,7 +229,7 @@ void StatusDisplay::identity(ValueStore& v, const QLocale& locale) {
 }
 
 // The limits the device reports, and the up/down elements' ranges by them.
-void StatusDisplay::ranges(ValueStore& v) {
+void StatusDisplay::Ranges(ValueStore& v) {
     m_limits.takeReported(v);
     for (const SettingDescriptor& s : settingTable()) {
         const SettingLimits::Range range = m_limits.of(s);
@@ -247,7 +247,7 @@ void StatusDisplay::ranges(ValueStore& v) {
 
 // The device's settings in their labels and boxes; the alarm temperatures stay in degrees
 // Celsius, whatever unit the display uses.
-void StatusDisplay::settings(ValueStore& v, const QLocale& locale) {
+void StatusDisplay::Settings(ValueStore& v, const QLocale& locale) {
     for (const SettingDescriptor& s : settingTable()) {
         if (s.kind == SettingDescriptor::Kind::Switch) m_view.setChecked(s.shownBox(), s.isOn(v));
         for (int field = 0; field < s.fieldCount(); ++field)
@@ -257,7 +257,7 @@ void StatusDisplay::settings(ValueStore& v, const QLocale& locale) {
 }
 
 // While the relay page is being edited its boxes hold the user's choice, not the device's.
-void StatusDisplay::relayMasks(ValueStore& v) {
+void StatusDisplay::RelayMasks(ValueStore& v) {
     if (m_view.isEnabled(el::chkRelay1[0])) return;
     for (const SettingDescriptor* relay : settingsOf(SettingPage::Relays)) {
         const auto r = static_cast<std::int16_t>(relay->index);
@@ -271,7 +271,7 @@ void StatusDisplay::relayMasks(ValueStore& v) {
     }
 }
 
-void StatusDisplay::modules(ValueStore& v, const QLocale& locale) {
+void StatusDisplay::Modules(ValueStore& v, const QLocale& locale) {
     auto lamp = [](bool on, std::uint32_t color) { return on ? color : colors::kWindowBackground; };
     for (std::int16_t m = 0; m < 10; ++m) {
         m_view.setBackColor(el::picExtOnline[m], lamp(v.EXT_GetIsOnline(m) != 0, colors::kGreen));
@@ -286,7 +286,7 @@ void StatusDisplay::modules(ValueStore& v, const QLocale& locale) {
     }
 }
 
-double StatusDisplay::setGauge(const QString& gauge, double value) {
+double StatusDisplay::SetGauge(const QString& gauge, double value) {
     const Element& e = m_view.element(gauge);
     if (!std::isnan(value)) value = std::clamp(value, e.minimum, std::max(e.minimum, e.maximum));
     m_view.setValue(gauge, value);

@@ -22,25 +22,25 @@ public:
     // The threshold lines of both bar graphs; false when a position does not fit.
     bool ShowSmokeThresholds(ValueStore& v);
     // Steps before the fault list: smoke to the rack's manual release line.
-    void showMeasurements(ValueStore& v, Units units, const QLocale& locale);
+    void ShowMeasurements(ValueStore& v, Units units, const QLocale& locale);
     // Steps after the fault list: identity, ranges, settings, relay masks, modules.
-    void showIdentityAndSettings(ValueStore& v, const QLocale& locale);
+    void ShowIdentityAndSettings(ValueStore& v, const QLocale& locale);
 
 private:
-    void smokeLevels(ValueStore& v, bool perFoot, const QLocale& locale);
-    void airFlow(ValueStore& v, bool fahrenheit, const QLocale& locale);
-    void chambers(ValueStore& v, const QLocale& locale);
-    void ledStates(ValueStore& v);
-    void sensorTemperatures(ValueStore& v, bool fahrenheit, const QLocale& locale);
-    void relaysAndInputs(ValueStore& v);
-    void identity(ValueStore& v, const QLocale& locale);
-    void ranges(ValueStore& v);
-    void settings(ValueStore& v, const QLocale& locale);
-    void relayMasks(ValueStore& v);
-    void modules(ValueStore& v, const QLocale& locale);
+    void SmokeLevels(ValueStore& v, bool perFoot, const QLocale& locale);
+    void AirFlow(ValueStore& v, bool fahrenheit, const QLocale& locale);
+    void Chambers(ValueStore& v, const QLocale& locale);
+    void LedStates(ValueStore& v);
+    void SensorTemperatures(ValueStore& v, bool fahrenheit, const QLocale& locale);
+    void RelaysAndInputs(ValueStore& v);
+    void Identity(ValueStore& v, const QLocale& locale);
+    void Ranges(ValueStore& v);
+    void Settings(ValueStore& v, const QLocale& locale);
+    void RelayMasks(ValueStore& v);
+    void Modules(ValueStore& v, const QLocale& locale);
 
     // The gauge's value within its range, as the gauge holds it; its label reads it back.
-    double setGauge(const QString& gauge, double value);
+    double SetGauge(const QString& gauge, double value);
 
     Form& m_view;
     SettingLimits& m_limits;

@@ -68,7 +68,7 @@ PollEngine::PollEngine(const DeviceSession& session, SerialLink& link, DeviceVal
     , m_session(session)
     , m_link(link)
     , m_values(values) {
-    stop();
+    Stop();
     connect(&m_tmrAutoSend, &FormTimer::timeout, this, &PollEngine::tmrAutoSend_Timer);
     connect(&m_tmrTimeout, &FormTimer::timeout, this, &PollEngine::tmrTimeout_Timer);
 }
@@ -83,7 +83,7 @@ void PollEngine::SendCommand(int command) {
     m_tmrAutoSend.enable();
 }
 
-void PollEngine::cancelWrite() {
+void PollEngine::CancelWrite() {
     if (!m_writeQueued) return;
     m_writeQueued = false;
     m_nextCommand = m_readBeforeWrite;
@@ -91,9 +91,9 @@ void PollEngine::cancelWrite() {
 
 void PollEngine::tmrAutoSend_Timer() {
     if (isRead(m_nextCommand))
-        sendRead();
+        SendRead();
     else if (isWrite(m_nextCommand))
-        sendWrite();
+        SendWrite();
     else
         m_nextCommand = 2;
     m_writeQueued = false;
@@ -107,14 +107,14 @@ void PollEngine::tmrTimeout_Timer() {
     m_tmrTimeout.disable();
 }
 
-void PollEngine::stop() {
+void PollEngine::Stop() {
     m_tmrAutoSend.disable();
     m_tmrTimeout.disable();
 }
 
 // A serial number that is no number sends nothing; the tick still goes on, so the engine
 // keeps its pace until the session holds a number again.
-void PollEngine::sendRead() {
+void PollEngine::SendRead() {
     const QString& serial = m_session.serialNo();
     Bytes body{10, static_cast<std::uint8_t>(m_nextCommand), 0, 0, 0, 0};
     if (ULong2Byte(serial, body[2], body[3], body[4], body[5]) != 0) return;
@@ -122,7 +122,7 @@ void PollEngine::sendRead() {
 }
 
 // The write goes out once: the next tick already asks for its read-back.
-void PollEngine::sendWrite() {
+void PollEngine::SendWrite() {
     const int command = m_nextCommand;
     const ValueStore* values = m_values.get();
     const Bytes block = values ? writeBlock(*values, command) : Bytes{};

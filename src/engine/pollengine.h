@@ -22,17 +22,17 @@ public:
     void SendCommand(int command);
     // Takes back a write that has not gone out yet: the next tick asks for the read telegram
     // it would have asked for without it.
-    void cancelWrite();
+    void CancelWrite();
     // The read telegram (1 to 5) the next tick asks for, unless a write is queued.
-    void setNextRead(int command) { m_nextCommand = command; }
-    int nextCommand() const { return m_nextCommand; }
-    bool isWriteQueued() const { return m_writeQueued; }
+    void SetNextRead(int command) { m_nextCommand = command; }
+    int NextCommand() const { return m_nextCommand; }
+    bool IsWriteQueued() const { return m_writeQueued; }
 
     void tmrAutoSend_Timer();
     void tmrTimeout_Timer();
 
     // Both timers off: nothing is polled.
-    void stop();
+    void Stop();
 
     FormTimer& tmrAutoSend() { return m_tmrAutoSend; }
     FormTimer& tmrTimeout() { return m_tmrTimeout; }
@@ -42,8 +42,8 @@ Q_SIGNALS:
     void writeSent(int command);
 
 private:
-    void sendRead();
-    void sendWrite();
+    void SendRead();
+    void SendWrite();
 
     const DeviceSession& m_session;
     SerialLink& m_link;

@@ -19,31 +19,31 @@ void TelegramDecoder::DataDecoder(const Bytes& telegram) {
 
     const engine::TelegramHead head = engine::ReadTelegramHead(telegram);
     if (m_session.searchRunning()) {
-        Q_EMIT searchAnswer(head.serialNumber);
+        Q_EMIT SearchAnswer(head.serialNumber);
         return;
     }
 
     const engine::StoreOutcome outcome =
         engine::StoreTelegram(m_values.create(), m_session.takenOnSerialNo(), telegram);
-    if (outcome.newDevice) Q_EMIT deviceTakenOn(head.serialText);
+    if (outcome.newDevice) Q_EMIT DeviceTakenOn(head.serialText);
     if (outcome.result != engine::StoreResult::Stored) return;
 
-    Q_EMIT telegramStored();
+    Q_EMIT TelegramStored();
     m_session.setSerialNo(head.serialText);
-    if (!m_engine.isWriteQueued()) {
-        chooseNextTelegram(head.command);
+    if (!m_engine.IsWriteQueued()) {
+        ChooseNextTelegram(head.command);
         if (head.command == 5) {
-            Q_EMIT connectionPhaseEnded();
-            Q_EMIT readOutComplete(m_session.serialNo().toDouble());
+            Q_EMIT ConnectionPhaseEnded();
+            Q_EMIT ReadOutComplete(m_session.serialNo().toDouble());
         }
     }
     m_engine.tmrAutoSend().restart();
-    Q_EMIT displayRefreshDue();
+    Q_EMIT DisplayRefreshDue();
     // Also while a write waits in the queue: a recording has a record for every read-out.
-    if (head.command == 5) Q_EMIT readOutRecorded();
+    if (head.command == 5) Q_EMIT ReadOutRecorded();
 }
 
-void TelegramDecoder::chooseNextTelegram(int command) {
+void TelegramDecoder::ChooseNextTelegram(int command) {
     static constexpr int kNextAfter[] = {0, 2, 3, 5, 5, 2};
-    if (command >= 1 && command <= 5) m_engine.setNextRead(kNextAfter[command]);
+    if (command >= 1 && command <= 5) m_engine.SetNextRead(kNextAfter[command]);
 }

@@ -27,24 +27,24 @@ Q_SIGNALS:
     // A telegram recorded at `time` has arrived; for a loaded file, the time it was recorded.
     void telegramTimed(const QDateTime& time);
     // While the device search runs: a device has answered.
-    void searchAnswer(double serialNo);
+    void SearchAnswer(double serialNo);
     // A new serial number has been taken on: the store was cleared for it, and its read-out
     // goes on out of sight until it is complete.
-    void deviceTakenOn(const QString& serialNo);
+    void DeviceTakenOn(const QString& serialNo);
     // The store holds a new telegram of the device.
-    void telegramStored();
+    void TelegramStored();
     // Telegram 5 has completed the read-out of the device: the connection phase is over and
     // the main view takes the device's place.
-    void connectionPhaseEnded();
+    void ConnectionPhaseEnded();
     // Telegram 5 has completed the first read-out of the device shown.
-    void readOutComplete(double serialNo);
+    void ReadOutComplete(double serialNo);
     // The store holds a new telegram: time to redraw what shows it.
-    void displayRefreshDue();
+    void DisplayRefreshDue();
     // Telegram 5 has completed one more read-out of the device: a record for the logger.
-    void readOutRecorded();
+    void ReadOutRecorded();
 
 private:
-    void chooseNextTelegram(int command);
+    void ChooseNextTelegram(int command);
 
     DeviceSession& m_session;
     PollEngine& m_engine;

@@ -27,27 +27,27 @@ public:
     void ShowExtDetails(int Index);
     void GetExtDatails();
     // The window's words in the current language.
-    void applyTexts();
+    void ApplyTexts();
 
     int ExtModuleIndex() const { return m_extModuleIndex; }
     FormTimer& tmrRefresh() { return m_tmrRefresh; }
 
     // The dot of a stored fault: yellow in an empty box as the main view's fault list has it,
     // dark in a box that is yellow because the fault is pending as well.
-    static std::uint32_t storedMark(bool pending);
+    static std::uint32_t StoredMark(bool pending);
 
 Q_SIGNALS:
     // The help of a fault row: mouse `Button`, its topic and its caption.
-    void helpRequested(int Button, int Topic, const QString& Text);
+    void HelpRequested(int Button, int Topic, const QString& Text);
 
 private:
-    Form& window() const;
+    Form& Window() const;
     void Form_Load();
-    void onClicked(const QString& element);
-    void onEdited(const QString& element);
-    void onMouseClicked(const QString& element, int button);
-    void onWindowChanged(Form::WindowChange change);
-    void onDisplayClicked(const QString& element);
+    void OnClicked(const QString& element);
+    void OnEdited(const QString& element);
+    void OnMouseClicked(const QString& element, int button);
+    void OnWindowChanged(Form::WindowChange change);
+    void OnDisplayClicked(const QString& element);
 
     Form& m_window;
     Form& m_mainView;

@@ -15,7 +15,7 @@
 
 #include <cmath>
 
-namespace el = frmExtinguishSettings;
+namespace es = frmExtinguishSettings;
 
 namespace {
 
@@ -43,12 +43,12 @@ ExtinguishSettings::ExtinguishSettings(AppState& state, DeviceValues& values,
     , m_state(state)
     , m_values(values)
     , m_commands(commands) {
-    Form& w = window();
+    Form& w = Window();
     connect(&w, &Form::loaded, this, &ExtinguishSettings::Form_Load);
-    connect(&w, &Form::clicked, this, &ExtinguishSettings::onClicked);
-    connect(&w, &Form::edited, this, &ExtinguishSettings::onEdited);
-    connect(&w, &Form::windowChanged, this, &ExtinguishSettings::onWindowChanged);
-    connect(&engine, &PollEngine::writeSent, this, &ExtinguishSettings::onWriteSent);
+    connect(&w, &Form::clicked, this, &ExtinguishSettings::OnClicked);
+    connect(&w, &Form::edited, this, &ExtinguishSettings::OnEdited);
+    connect(&w, &Form::windowChanged, this, &ExtinguishSettings::OnWindowChanged);
+    connect(&engine, &PollEngine::writeSent, this, &ExtinguishSettings::OnWriteSent);
     connect(&m_tmrRefresh, &FormTimer::timeout, this, &ExtinguishSettings::GetExtSettings);
     connect(&m_tmrCompareSettings, &FormTimer::timeout, this,
             &ExtinguishSettings::tmrCompareSettings_Timer);
@@ -58,22 +58,22 @@ ExtinguishSettings::ExtinguishSettings(AppState& state, DeviceValues& values,
             });
 }
 
-Form& ExtinguishSettings::window() const {
+Form& ExtinguishSettings::Window() const {
     return m_state.forms.get(frmExtinguishSettings::kName);
 }
 
-ExtinguishSettings::State ExtinguishSettings::state() const {
+ExtinguishSettings::State ExtinguishSettings::CurrentState() const {
     if (!m_editing) return State::Viewing;
     return m_tmrCompareSettings.isEnabled() ? State::Waiting : State::Editing;
 }
 
 void ExtinguishSettings::ShowExtSettings(int Index) {
-    Form& w = window();
+    Form& w = Window();
     w.load();
-    applyTexts();
+    ApplyTexts();
     m_extModuleIndex = modulechoice::clamped(Index);
-    w.setValue(el::cboSerialNumber, m_extModuleIndex);
-    setHints();
+    w.setValue(es::cboSerialNumber, m_extModuleIndex);
+    SetHints();
     cmdSettingsCancel_Click();
     m_tmrRefresh.enable();
     w.centreOver(m_state.forms.get(frmDisplay::kName));
@@ -83,98 +83,98 @@ void ExtinguishSettings::ShowExtSettings(int Index) {
 void ExtinguishSettings::GetExtSettings() {
     ValueStore* values = m_values.get();
     if (!values) return;
-    Form& w = window();
+    Form& w = Window();
     const QLocale& locale = m_state.preferences.locale();
-    modulechoice::followBus(w, el::cboSerialNumber, *values, locale);
+    modulechoice::followBus(w, es::cboSerialNumber, *values, locale);
     const auto m = static_cast<std::int16_t>(m_extModuleIndex);
     const bool hasLine = values->EXT_GetHasManualActivationLine(m) != 0;
     if (!hasLine) {
         for (int i = 0; i < kRows; ++i)
-            w.setCaption(el::lblParameterValue[i], QString());
+            w.setCaption(es::lblParameterValue[i], QString());
     } else {
-        w.setCaption(el::lblParameterValue[0], shown(values->EXT_GetAlarmResistorValue(m), locale));
-        w.setCaption(el::lblParameterValue[1],
+        w.setCaption(es::lblParameterValue[0], shown(values->EXT_GetAlarmResistorValue(m), locale));
+        w.setCaption(es::lblParameterValue[1],
                      shown(values->EXT_GetNormalResistorValue(m), locale));
-        w.setCaption(el::lblParameterValue[2],
+        w.setCaption(es::lblParameterValue[2],
                      shown(values->EXT_GetResistorValueTolerance(m), locale));
     }
-    w.setVisible(el::fraButtons[0], hasLine);
-    w.setVisible(el::fraButtons[1], !hasLine);
+    w.setVisible(es::fraButtons[0], hasLine);
+    w.setVisible(es::fraButtons[1], !hasLine);
     const bool online = values->EXT_GetIsOnline(m) != 0;
-    w.setBackColor(el::picExtOnline, online ? colors::kGreen : colors::kWindowBackground);
-    w.setVisible(el::lblExtOfflineNote, !online);
-    if (state() == State::Waiting) showWaiting(differences());
+    w.setBackColor(es::picExtOnline, online ? colors::kGreen : colors::kWindowBackground);
+    w.setVisible(es::lblExtOfflineNote, !online);
+    if (CurrentState() == State::Waiting) ShowWaiting(Differences());
 }
 
-void ExtinguishSettings::applyTexts() {
-    Form& w = window();
+void ExtinguishSettings::ApplyTexts() {
+    Form& w = Window();
     const AppState& s = m_state;
     w.setTitle(s.texts.appTitle + QStringLiteral(" - ") + s.texts.str(kStringBusModules));
     const std::pair<QString, int> texts[] = {
-        {el::lblExtSettings, 412},
-        {el::lblSerialNoLegend, 47},
-        {el::lblExtOnlineLegend, 401},
-        {el::lblParameterName[0], 413},
-        {el::lblParameterName[1], 415},
-        {el::lblParameterName[2], 416},
-        {el::lblParameterUnit[0], kStringOhm},
-        {el::lblParameterUnit[1], kStringOhm},
-        {el::cmdSettings, 48},
-        {el::cmdSettingsAssume, 51},
-        {el::cmdSettingsCancel, 49},
-        {el::cmdClose, 76},
-        {el::lblExtOfflineNote, kStringOffline},
-        {el::lblNoManualRelease, kStringNoManualRelease},
+        {es::lblExtSettings, 412},
+        {es::lblSerialNoLegend, 47},
+        {es::lblExtOnlineLegend, 401},
+        {es::lblParameterName[0], 413},
+        {es::lblParameterName[1], 415},
+        {es::lblParameterName[2], 416},
+        {es::lblParameterUnit[0], kStringOhm},
+        {es::lblParameterUnit[1], kStringOhm},
+        {es::cmdSettings, 48},
+        {es::cmdSettingsAssume, 51},
+        {es::cmdSettingsCancel, 49},
+        {es::cmdClose, 76},
+        {es::lblExtOfflineNote, kStringOffline},
+        {es::lblNoManualRelease, kStringNoManualRelease},
     };
     for (const auto& [element, index] : texts)
         w.setCaption(element, s.texts.str(index));
-    w.setCaption(el::lblParameterUnit[2], QStringLiteral("%"));
-    if (w.isLoaded()) setHints();
-    if (state() == State::Waiting) showWaiting(differences());
+    w.setCaption(es::lblParameterUnit[2], QStringLiteral("%"));
+    if (w.isLoaded()) SetHints();
+    if (CurrentState() == State::Waiting) ShowWaiting(Differences());
 }
 
 // Each field tells its range: low bound, " - ", high bound, a blank and the unit.
-void ExtinguishSettings::setHints() {
-    Form& w = window();
+void ExtinguishSettings::SetHints() {
+    Form& w = Window();
     const QLocale& locale = m_state.preferences.locale();
     const struct {
         double low, high;
         QString unit;
     } ranges[kRows] = {
         {DeviceCommands::kResistorMin, DeviceCommands::kResistorMax,
-         w.caption(el::lblParameterUnit[0])},
+         w.caption(es::lblParameterUnit[0])},
         {DeviceCommands::kResistorMin, DeviceCommands::kResistorMax,
-         w.caption(el::lblParameterUnit[1])},
+         w.caption(es::lblParameterUnit[1])},
         {DeviceCommands::kToleranceMin, DeviceCommands::kToleranceMax,
-         w.caption(el::lblParameterUnit[2])},
+         w.caption(es::lblParameterUnit[2])},
     };
     for (int i = 0; i < kRows; ++i)
-        w.setToolTip(el::txtParameterValue[i],
+        w.setToolTip(es::txtParameterValue[i],
                      shown(ranges[i].low, locale) + QStringLiteral(" - ") +
                          shown(ranges[i].high, locale) + u' ' + ranges[i].unit);
 }
 
 void ExtinguishSettings::cboSerialNumber_Click() {
-    Form& w = window();
-    m_extModuleIndex = modulechoice::chosen(w, el::cboSerialNumber);
+    Form& w = Window();
+    m_extModuleIndex = modulechoice::chosen(w, es::cboSerialNumber);
     GetExtSettings();
     for (int i = 0; i < kRows; ++i)
-        w.setCaption(el::txtParameterValue[i], w.caption(el::lblParameterValue[i]));
+        w.setCaption(es::txtParameterValue[i], w.caption(es::lblParameterValue[i]));
 }
 
 void ExtinguishSettings::cmdSettings_Click() {
     GetExtSettings();
-    Form& w = window();
+    Form& w = Window();
     for (int i = 0; i < kRows; ++i) {
-        w.setCaption(el::txtParameterValue[i], w.caption(el::lblParameterValue[i]));
-        w.setBackColor(el::txtParameterValue[i], colors::kWindowBackground);
-        w.setVisible(el::lblParameterValue[i], false);
-        w.setVisible(el::txtParameterValue[i], true);
+        w.setCaption(es::txtParameterValue[i], w.caption(es::lblParameterValue[i]));
+        w.setBackColor(es::txtParameterValue[i], colors::kWindowBackground);
+        w.setVisible(es::lblParameterValue[i], false);
+        w.setVisible(es::txtParameterValue[i], true);
     }
-    w.setVisible(el::cmdSettingsAssume, true);
-    w.setVisible(el::cmdSettingsCancel, true);
-    w.setVisible(el::cmdSettings, false);
-    w.setEnabled(el::cboSerialNumber, false);
+    w.setVisible(es::cmdSettingsAssume, true);
+    w.setVisible(es::cmdSettingsCancel, true);
+    w.setVisible(es::cmdSettings, false);
+    w.setEnabled(es::cboSerialNumber, false);
     m_editing = true;
 }
 
@@ -182,93 +182,93 @@ void ExtinguishSettings::cmdSettings_Click() {
 // the same and finds no match until the field is corrected or the edit cancelled.
 void ExtinguishSettings::cmdSettingsAssume_Click() {
     if (!m_editing) return;
-    Form& w = window();
+    Form& w = Window();
     // The module chosen in the list, or none.
-    const QStringList modules = w.items(el::cboSerialNumber);
-    const double row = w.value(el::cboSerialNumber);
+    const QStringList modules = w.items(es::cboSerialNumber);
+    const double row = w.value(es::cboSerialNumber);
     const bool selected = row >= 0 && row < static_cast<double>(modules.size());
     DeviceCommands::Resistors resistors;
     for (int i = 0; i < kRows; ++i)
-        resistors.values[static_cast<std::size_t>(i)] = readNumber(w, el::txtParameterValue[i]);
+        resistors.values[static_cast<std::size_t>(i)] = readNumber(w, es::txtParameterValue[i]);
     const auto block = m_commands.BusItemSettings(
         selected ? modules[static_cast<qsizetype>(row)] : QStringLiteral("0"), resistors);
     for (int i = 0; i < kRows; ++i)
-        showVerdict(w, el::txtParameterValue[i], resistors.values[static_cast<std::size_t>(i)],
+        showVerdict(w, es::txtParameterValue[i], resistors.values[static_cast<std::size_t>(i)],
                     m_state.preferences.locale());
     if (m_commands.Send(block)) m_sentAt.start();
     m_tmrCompareSettings.enable();
-    showWaiting(differences());
+    ShowWaiting(Differences());
 }
 
 void ExtinguishSettings::tmrCompareSettings_Timer() {
     GetExtSettings();
-    const QStringList differing = differences();
+    const QStringList differing = Differences();
     if (differing.isEmpty())
         cmdSettingsCancel_Click();
     else
-        showWaiting(differing);
+        ShowWaiting(differing);
 }
 
 void ExtinguishSettings::cmdSettingsCancel_Click() {
-    Form& w = window();
+    Form& w = Window();
     for (int i = 0; i < kRows; ++i) {
-        w.setVisible(el::txtParameterValue[i], false);
-        w.setVisible(el::lblParameterValue[i], true);
+        w.setVisible(es::txtParameterValue[i], false);
+        w.setVisible(es::lblParameterValue[i], true);
     }
-    w.setVisible(el::cmdSettingsAssume, false);
-    w.setVisible(el::cmdSettings, true);
-    w.setVisible(el::cmdSettingsCancel, false);
-    w.setEnabled(el::cboSerialNumber, true);
+    w.setVisible(es::cmdSettingsAssume, false);
+    w.setVisible(es::cmdSettings, true);
+    w.setVisible(es::cmdSettingsCancel, false);
+    w.setEnabled(es::cboSerialNumber, true);
     m_tmrCompareSettings.disable();
     m_editing = false;
     m_sentAt.invalidate();
-    showWaiting({});
+    ShowWaiting({});
     GetExtSettings();
 }
 
-QStringList ExtinguishSettings::differences() const {
-    const Form& w = window();
+QStringList ExtinguishSettings::Differences() const {
+    const Form& w = Window();
     QStringList differing;
     for (int i = 0; i < kRows; ++i)
-        if (w.caption(el::lblParameterValue[i]) != w.caption(el::txtParameterValue[i]))
-            differing << w.caption(el::lblParameterName[i]);
+        if (w.caption(es::lblParameterValue[i]) != w.caption(es::txtParameterValue[i]))
+            differing << w.caption(es::lblParameterName[i]);
     return differing;
 }
 
-void ExtinguishSettings::showWaiting(const QStringList& differing) {
-    showWaitingNote(m_state.texts, window(), el::lblSettingsWaiting, state() == State::Waiting,
-                    m_sentAt, differing);
+void ExtinguishSettings::ShowWaiting(const QStringList& differing) {
+    showWaitingNote(m_state.texts, Window(), es::lblSettingsWaiting,
+                    CurrentState() == State::Waiting, m_sentAt, differing);
 }
 
 void ExtinguishSettings::Form_Load() {
-    Form& w = window();
+    Form& w = Window();
     m_tmrRefresh.disable();
     m_tmrCompareSettings.disable();
     m_tmrRefresh.setInterval(234);
     m_tmrCompareSettings.setInterval(100);
     m_editing = false;
-    modulechoice::resetRows(w, el::cboSerialNumber);
-    w.setVisible(el::fraButtons[1], false);
-    w.setVisible(el::lblSettingsWaiting, false);
-    w.setVisible(el::lblExtOfflineNote, false);
+    modulechoice::resetRows(w, es::cboSerialNumber);
+    w.setVisible(es::fraButtons[1], false);
+    w.setVisible(es::lblSettingsWaiting, false);
+    w.setVisible(es::lblExtOfflineNote, false);
 }
 
-void ExtinguishSettings::onClicked(const QString& element) {
-    if (element == el::cmdSettings)
+void ExtinguishSettings::OnClicked(const QString& element) {
+    if (element == es::cmdSettings)
         cmdSettings_Click();
-    else if (element == el::cmdSettingsAssume)
+    else if (element == es::cmdSettingsAssume)
         cmdSettingsAssume_Click();
-    else if (element == el::cmdSettingsCancel)
+    else if (element == es::cmdSettingsCancel)
         cmdSettingsCancel_Click();
-    else if (element == el::cmdClose)
-        window().unload();
+    else if (element == es::cmdClose)
+        Window().unload();
 }
 
-void ExtinguishSettings::onEdited(const QString& element) {
-    if (element == el::cboSerialNumber) cboSerialNumber_Click();
+void ExtinguishSettings::OnEdited(const QString& element) {
+    if (element == es::cboSerialNumber) cboSerialNumber_Click();
 }
 
-void ExtinguishSettings::onWindowChanged(Form::WindowChange change) {
+void ExtinguishSettings::OnWindowChanged(Form::WindowChange change) {
     if (change != Form::WindowChange::Hidden && change != Form::WindowChange::Unloaded) return;
     m_tmrRefresh.disable();
     m_tmrCompareSettings.disable();
@@ -276,8 +276,8 @@ void ExtinguishSettings::onWindowChanged(Form::WindowChange change) {
 }
 
 // The age counts from the moment the block went out, not from the click.
-void ExtinguishSettings::onWriteSent(int command) {
-    if (command != kModuleSettingsCommand || state() != State::Waiting) return;
+void ExtinguishSettings::OnWriteSent(int command) {
+    if (command != kModuleSettingsCommand || CurrentState() != State::Waiting) return;
     m_sentAt.start();
-    showWaiting(differences());
+    ShowWaiting(Differences());
 }

@@ -32,7 +32,7 @@ public:
     void ShowExtSettings(int Index);
     void GetExtSettings();
     // The window's words in the current language.
-    void applyTexts();
+    void ApplyTexts();
 
     void cmdSettings_Click();
     void cmdSettingsAssume_Click();
@@ -40,22 +40,22 @@ public:
     void tmrCompareSettings_Timer();
     void cboSerialNumber_Click();
 
-    State state() const;
+    State CurrentState() const;
     int ExtModuleIndex() const { return m_extModuleIndex; }
     FormTimer& tmrRefresh() { return m_tmrRefresh; }
     FormTimer& tmrCompareSettings() { return m_tmrCompareSettings; }
     // The rows whose field differs from the device's value, by their names.
-    QStringList differences() const;
+    QStringList Differences() const;
 
 private:
-    Form& window() const;
+    Form& Window() const;
     void Form_Load();
-    void onClicked(const QString& element);
-    void onEdited(const QString& element);
-    void onWindowChanged(Form::WindowChange change);
-    void onWriteSent(int command);
-    void showWaiting(const QStringList& differing);
-    void setHints();
+    void OnClicked(const QString& element);
+    void OnEdited(const QString& element);
+    void OnWindowChanged(Form::WindowChange change);
+    void OnWriteSent(int command);
+    void ShowWaiting(const QStringList& differing);
+    void SetHints();
 
     AppState& m_state;
     DeviceValues& m_values;

@@ -51,23 +51,23 @@ void DeviceFiles::SaveDeviceData(double serialNo) {
 
 void DeviceFiles::MakeSaveString(const Bytes& block, double serialNo) {
     if (serialNo == 0) {
-        saveByUser(block);
+        SaveByUser(block);
         return;
     }
     // Once per take-on; a device taken on from a file never writes itself back.
     const bool pending = m_autoSavePending;
     m_autoSavePending = false;
-    if (pending && !m_link.dataFromFile()) autoSave(block, serialNo);
+    if (pending && !m_link.DataFromFile()) AutoSave(block, serialNo);
 }
 
 bool DeviceFiles::SaveData(const QString& fileName, const Bytes& block) {
     QString reason;
     if (ko3::SaveData(fileName, block, &reason)) return true;
-    tell(m_texts.str(kStringNotSaved).arg(QDir::toNativeSeparators(fileName), reason));
+    Tell(m_texts.str(kStringNotSaved).arg(QDir::toNativeSeparators(fileName), reason));
     return false;
 }
 
-void DeviceFiles::tell(const QString& text) {
+void DeviceFiles::Tell(const QString& text) {
     m_services.dialogs->messageBox(text, m_texts.appTitle, UserDialogs::Buttons::Ok,
                                    UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
 }
@@ -76,9 +76,9 @@ void DeviceFiles::LoadDeviceFile(const QString& fileName) {
     const std::optional<Bytes> block = ReadDeviceFile(fileName);
     if (!block) return;
     // Also ends the wait for a port that went away: the file is in view now.
-    m_link.closePort();
+    m_link.ClosePort();
     for (const Bytes& telegram : ko3::SplitDeviceBlock(*block).telegrams) {
-        m_link.setDataFromFile(true);
+        m_link.SetDataFromFile(true);
         m_recognition.RcvDataHandle(telegram);
         // A telegram of another family has handed the tool over and closed it.
         if (m_life.closing()) return;
@@ -93,26 +93,26 @@ std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString& fileName) {
         if (!chosen || chosen->isEmpty()) return std::nullopt;
         name = *chosen;
     }
-    const QString problem = whyNotLoadable(name);
+    const QString problem = WhyNotLoadable(name);
     if (!problem.isEmpty()) {
-        tell(m_texts.str(kStringNotLoadable).arg(QDir::toNativeSeparators(name), problem));
+        Tell(m_texts.str(kStringNotLoadable).arg(QDir::toNativeSeparators(name), problem));
         return std::nullopt;
     }
     const std::optional<QString> line = ko3::ReadFirstLine(name);
     if (!line) return std::nullopt;
     Bytes bytes = ko3::ParseHexLine(*line);
     if (bytes.empty()) return std::nullopt;
-    m_link.setLoadedFileName(name);
+    m_link.SetLoadedFileName(name);
     return bytes;
 }
 
-QString DeviceFiles::autoSaveFolder() const {
+QString DeviceFiles::AutoSaveFolder() const {
     const QString base =
         QFileInfo(m_services.programDir).isWritable() ? m_services.programDir : m_services.dataDir;
     return QDir(base).filePath(kAutoSaveFolderName);
 }
 
-QString DeviceFiles::whyNotLoadable(const QString& fileName) const {
+QString DeviceFiles::WhyNotLoadable(const QString& fileName) const {
     switch (ko3::CheckReadable(fileName)) {
     case ko3::FileProblem::None:
     case ko3::FileProblem::Missing: // a file that is not there stays a silent failure
@@ -129,14 +129,14 @@ QString DeviceFiles::whyNotLoadable(const QString& fileName) const {
     return {};
 }
 
-void DeviceFiles::openAutoSaveFolder() {
-    const QString folder = autoSaveFolder();
+void DeviceFiles::OpenAutoSaveFolder() {
+    const QString folder = AutoSaveFolder();
     QDir().mkpath(folder);
     if (!m_services.launcher || !m_services.launcher->openFolder(folder))
-        tell(m_texts.str(kStringFolderNotShown).arg(QDir::toNativeSeparators(folder)));
+        Tell(m_texts.str(kStringFolderNotShown).arg(QDir::toNativeSeparators(folder)));
 }
 
-void DeviceFiles::saveByUser(const Bytes& block) {
+void DeviceFiles::SaveByUser(const Bytes& block) {
     // The dialogs run their own event loop, in which the poll may ask to save again.
     if (m_userSaveOpen) return;
     m_userSaveOpen = true;
@@ -155,8 +155,8 @@ void DeviceFiles::saveByUser(const Bytes& block) {
     m_userSaveOpen = false;
 }
 
-void DeviceFiles::autoSave(const Bytes& block, double serial) {
-    const QString folder = autoSaveFolder();
+void DeviceFiles::AutoSave(const Bytes& block, double serial) {
+    const QString folder = AutoSaveFolder();
     // The user's data folder may not exist yet; beside the program only AutoSave is made.
     QDir().mkpath(QFileInfo(folder).path());
     const QDate today = m_services.clock->now().date();

@@ -38,21 +38,21 @@ public:
 
     // AutoSave beside the program where that folder is writable, else in the user's data
     // folder.
-    QString autoSaveFolder() const;
+    QString AutoSaveFolder() const;
     // Shows the folder of the automatic saves in the file manager, made first if need be.
-    void openAutoSaveFolder();
+    void OpenAutoSaveFolder();
     // Why a file cannot be loaded (a folder, a pipe, too large, unreadable); empty if it
     // may be read or is simply not there. Looks at the file without reading it.
-    QString whyNotLoadable(const QString& fileName) const;
+    QString WhyNotLoadable(const QString& fileName) const;
 
     // A device has been taken on: its first complete read-out saves itself.
-    void armAutoSave() { m_autoSavePending = true; }
-    bool autoSavePending() const { return m_autoSavePending; }
+    void ArmAutoSave() { m_autoSavePending = true; }
+    bool AutoSavePending() const { return m_autoSavePending; }
 
 private:
-    void saveByUser(const Bytes& block);
-    void autoSave(const Bytes& block, double serial);
-    void tell(const QString& text);
+    void SaveByUser(const Bytes& block);
+    void AutoSave(const Bytes& block, double serial);
+    void Tell(const QString& text);
 
     const Services& m_services;
     const Texts& m_texts;

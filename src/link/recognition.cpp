@@ -36,15 +36,15 @@ Recognition::Recognition(DeviceSession& session, SerialLink& link, DeviceValues&
     , m_dialogs(dialogs)
     , m_launcher(launcher)
     , m_programDir(programDir) {
-    connect(&m_link, &SerialLink::telegramReceived, this, &Recognition::RcvDataHandle);
-    connect(&m_link, &SerialLink::searchStepDue, this, &Recognition::SearchStep);
+    connect(&m_link, &SerialLink::TelegramReceived, this, &Recognition::RcvDataHandle);
+    connect(&m_link, &SerialLink::SearchStepDue, this, &Recognition::SearchStep);
 }
 
 void Recognition::SearchStep() {
     SerialLink& link = m_link;
-    if (!link.isPortOpen()) {
+    if (!link.IsPortOpen()) {
         Q_EMIT lineStatusChanged(QStringLiteral("COM port OFF"));
-        link.showPortReason();
+        link.ShowPortReason();
         return;
     }
     ++m_counter;
@@ -73,16 +73,16 @@ void Recognition::RcvDataHandle(const Bytes& t) {
     link.RestartSearchTimer();
 
     if (accepted->deviceKind != telegram::kOwnDeviceKind) {
-        StartExtKOMPA(link.dataFromFile() ? link.loadedFileName() : QString());
+        StartExtKOMPA(link.DataFromFile() ? link.LoadedFileName() : QString());
         return;
     }
-    handleOwnTelegram(t, static_cast<std::size_t>(accepted->headerLength));
+    HandleOwnTelegram(t, static_cast<std::size_t>(accepted->headerLength));
 }
 
 // A device that isn't known yet must introduce itself with telegram 1; while the device
 // search runs, every device is welcome. While a device chosen in the search has not yet
 // answered, a late answer of another one must not take the choice over.
-void Recognition::handleOwnTelegram(const Bytes& t, std::size_t h) {
+void Recognition::HandleOwnTelegram(const Bytes& t, std::size_t h) {
     m_values.create();
     if (t.size() < h + 6) return;
     const QString serialNo =
@@ -93,10 +93,10 @@ void Recognition::handleOwnTelegram(const Bytes& t, std::size_t h) {
     if (known && command == 1) m_session.awaitChosenDevice(QString());
     if (!known && !m_session.searchRunning()) {
         if (command != 1 || !m_session.awaitedSerialNo().isEmpty()) return;
-        Q_EMIT languageRefreshNeeded();
-        Q_EMIT connectionWindowRequested(serialNo);
+        Q_EMIT LanguageRefreshNeeded();
+        Q_EMIT ConnectionWindowRequested(serialNo);
     }
-    Q_EMIT ownTelegramAccepted(t);
+    Q_EMIT OwnTelegramAccepted(t);
 }
 
 // The suite is looked for before it is started: a start that cannot succeed must not be
@@ -105,17 +105,17 @@ void Recognition::StartExtKOMPA(const QString& file) {
     const QString program = QDir(m_programDir).filePath(kSuiteProgram);
     const QStringList arguments = file.isEmpty() ? QStringList() : QStringList{file};
     // The suite opens the port itself.
-    m_link.closePort();
+    m_link.ClosePort();
     if (!m_life.closing()) {
         if (!QFileInfo::exists(program))
-            reportStartFailure(QStringLiteral("Program not found"), program);
+            ReportStartFailure(QStringLiteral("Program not found"), program);
         else if (!m_launcher.startDetached(program, arguments))
-            reportStartFailure(QStringLiteral("Program could not be started"), program);
+            ReportStartFailure(QStringLiteral("Program could not be started"), program);
     }
-    Q_EMIT closeRequested();
+    Q_EMIT CloseRequested();
 }
 
-void Recognition::reportStartFailure(const QString& text, const QString& program) {
+void Recognition::ReportStartFailure(const QString& text, const QString& program) {
     m_dialogs.messageBox(text + QStringLiteral("\r\n\r\n") + QDir::toNativeSeparators(program),
                          QStringLiteral("Error"), UserDialogs::Buttons::Ok,
                          UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);

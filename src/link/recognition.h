@@ -29,7 +29,7 @@ public:
     // Tick of tmrZeroCommand: "COM port OFF" with the port closed, else the next of the
     // three search telegrams.
     void SearchStep();
-    int searchCounter() const { return m_counter; }
+    int SearchCounter() const { return m_counter; }
 
     // Sum, kind, length and CRC of a stamped telegram, then decoder, connection window or
     // hand-over.
@@ -44,17 +44,17 @@ Q_SIGNALS:
     // the family recognised.
     void lineStatusChanged(const QString& status);
     // A telegram of the own family for the decoder.
-    void ownTelegramAccepted(const Bytes& t);
+    void OwnTelegramAccepted(const Bytes& t);
     // The window texts are to be rewritten in the current language.
-    void languageRefreshNeeded();
+    void LanguageRefreshNeeded();
     // A new device has introduced itself: the connection window with this title.
-    void connectionWindowRequested(const QString& serialNo);
+    void ConnectionWindowRequested(const QString& serialNo);
     // The tool is to shut down (after a hand-over).
-    void closeRequested();
+    void CloseRequested();
 
 private:
-    void handleOwnTelegram(const Bytes& t, std::size_t h);
-    void reportStartFailure(const QString& text, const QString& program);
+    void HandleOwnTelegram(const Bytes& t, std::size_t h);
+    void ReportStartFailure(const QString& text, const QString& program);
 
     DeviceSession& m_session;
     SerialLink& m_link;

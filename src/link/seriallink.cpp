@@ -57,13 +57,13 @@ SerialLink::SerialLink(RegSettings& settings, const Texts& texts, const Clock& c
     , m_clock(clock)
     , m_life(life)
     , m_port(port) {
-    connect(&m_tmrToRx, &FormTimer::timeout, this, &SerialLink::onToRxTick);
-    connect(&m_tmrZeroCommand, &FormTimer::timeout, this, &SerialLink::searchStepDue);
+    connect(&m_tmrToRx, &FormTimer::timeout, this, &SerialLink::OnToRxTick);
+    connect(&m_tmrZeroCommand, &FormTimer::timeout, this, &SerialLink::SearchStepDue);
     connect(&m_tmrReceiveLED, &FormTimer::timeout, this, [this] {
         ReceiveLEDOff();
         m_tmrReceiveLED.disable();
     });
-    connect(&m_tmrPortWatch, &FormTimer::timeout, this, &SerialLink::onPortWatchTick);
+    connect(&m_tmrPortWatch, &FormTimer::timeout, this, &SerialLink::OnPortWatchTick);
     connect(&m_tmrSendLED, &FormTimer::timeout, this, [this] {
         SendLEDOff();
         m_tmrSendLED.disable();
@@ -72,7 +72,7 @@ SerialLink::SerialLink(RegSettings& settings, const Texts& texts, const Clock& c
         // Later bytes of a burst don't prolong the collecting window.
         connect(m_port, &SerialPortDevice::received, this, [this] { m_tmrToRx.enable(); });
         // The port closed itself; a pending collecting window has nothing left to read.
-        connect(m_port, &SerialPortDevice::lost, this, &SerialLink::onPortLost);
+        connect(m_port, &SerialPortDevice::lost, this, &SerialLink::OnPortLost);
     }
 }
 
@@ -82,8 +82,8 @@ void SerialLink::MakeSendString(const Bytes& body, bool createCRC) {
 }
 
 void SerialLink::DataTx(const Bytes& s) {
-    if (!isPortOpen()) return;
-    Q_EMIT monitorSent(monitorText(m_clock.now(), s));
+    if (!IsPortOpen()) return;
+    Q_EMIT MonitorSent(monitorText(m_clock.now(), s));
     m_lastSent = s;
     if (m_sendEnabled) {
         m_port->write(toByteArray(s));
@@ -93,10 +93,10 @@ void SerialLink::DataTx(const Bytes& s) {
 }
 
 void SerialLink::RcvDataGet() {
-    if (!isPortOpen()) return;
+    if (!IsPortOpen()) return;
     ReceiveLEDYellow();
     const Bytes burst = toBytes(m_port->readAll());
-    Q_EMIT monitorReceived(monitorText(m_clock.now(), burst));
+    Q_EMIT MonitorReceived(monitorText(m_clock.now(), burst));
 
     std::int32_t first = 0;
     std::int32_t last = 0;
@@ -107,7 +107,7 @@ void SerialLink::RcvDataGet() {
     const std::optional<Bytes> stamped = telegram::StampTelegram(t, m_clock.now());
     if (!stamped) return;
     m_dataFromFile = false;
-    Q_EMIT telegramReceived(*stamped);
+    Q_EMIT TelegramReceived(*stamped);
 }
 
 void SerialLink::RestartSearchTimer() {
@@ -115,62 +115,62 @@ void SerialLink::RestartSearchTimer() {
 }
 
 void SerialLink::ReceiveLEDYellow() {
-    Q_EMIT receiveLampChanged(ReceiveLamp::BytesArrived);
+    Q_EMIT ReceiveLampChanged(ReceiveLamp::BytesArrived);
     m_tmrReceiveLED.enable();
 }
 
 void SerialLink::ReceiveLEDGreen() {
-    Q_EMIT receiveLampChanged(ReceiveLamp::TelegramAccepted);
+    Q_EMIT ReceiveLampChanged(ReceiveLamp::TelegramAccepted);
     m_tmrReceiveLED.enable();
-    setIconBit(kReceiveBit, true);
+    SetIconBit(kReceiveBit, true);
 }
 
 void SerialLink::ReceiveLEDOff() {
-    Q_EMIT receiveLampChanged(ReceiveLamp::Dark);
-    setIconBit(kReceiveBit, false);
+    Q_EMIT ReceiveLampChanged(ReceiveLamp::Dark);
+    SetIconBit(kReceiveBit, false);
 }
 
 void SerialLink::SendLEDOn() {
-    Q_EMIT sendLampChanged(true);
+    Q_EMIT SendLampChanged(true);
     m_tmrSendLED.enable();
-    setIconBit(kSendBit, true);
+    SetIconBit(kSendBit, true);
 }
 
 void SerialLink::SendLEDOff() {
-    Q_EMIT sendLampChanged(false);
-    setIconBit(kSendBit, false);
+    Q_EMIT SendLampChanged(false);
+    SetIconBit(kSendBit, false);
 }
 
 void SerialLink::SwitchToComPort(int portNumber) {
     // The user's choice ends the wait for a port that went away.
     m_tmrPortWatch.disable();
-    closePort();
+    ClosePort();
     m_portFailure = {};
     if (portNumber >= kFirstPort && portNumber <= kLastPort) {
         if (!m_port || !m_port->open(portNumber)) {
             if (m_port) m_portFailure = m_port->openFailure();
-            closePort();
-            showPortReason();
+            ClosePort();
+            ShowPortReason();
             return;
         }
     } else {
         portNumber = 0;
     }
-    showPortReason();
+    ShowPortReason();
     if (portNumber != m_settings.GetPort()) m_settings.SetPort(portNumber);
 }
 
-bool SerialLink::isPortOpen() const {
+bool SerialLink::IsPortOpen() const {
     return m_port && m_port->isOpen();
 }
 
-void SerialLink::closePort() {
+void SerialLink::ClosePort() {
     // Closed on purpose (a saved file in view, shutdown): not to be opened behind the user's back.
     m_tmrPortWatch.disable();
-    if (isPortOpen()) m_port->close();
+    if (IsPortOpen()) m_port->close();
 }
 
-SerialLink::PortList SerialLink::probePorts() {
+SerialLink::PortList SerialLink::ProbePorts() {
     PortList list{{m_texts.str(kStringPortOff)}, {PortOpenFailure{}}};
     SerialPortDevice* device = m_port;
     if (!device) return list;
@@ -188,35 +188,35 @@ SerialLink::PortList SerialLink::probePorts() {
     return list;
 }
 
-int SerialLink::openPortNumber() const {
-    return isPortOpen() ? m_port->portNumber() : 0;
+int SerialLink::OpenPortNumber() const {
+    return IsPortOpen() ? m_port->portNumber() : 0;
 }
 
-QString SerialLink::portReason() const {
-    if (isPortOpen()) return {};
-    return describe(m_portFailure);
+QString SerialLink::PortReason() const {
+    if (IsPortOpen()) return {};
+    return Describe(m_portFailure);
 }
 
-QString SerialLink::describe(const PortOpenFailure& failure) const {
+QString SerialLink::Describe(const PortOpenFailure& failure) const {
     return describePortOpenError(failure, m_texts.language());
 }
 
-void SerialLink::showPortReason() {
-    Q_EMIT portReasonChanged(portReason());
+void SerialLink::ShowPortReason() {
+    Q_EMIT PortReasonChanged(PortReason());
 }
 
-void SerialLink::onPortLost() {
+void SerialLink::OnPortLost() {
     // A pending collecting window has nothing left to read.
     m_tmrToRx.disable();
     m_portFailure = m_port->openFailure();
     if (!m_portFailure.failed()) m_portFailure.kind = PortOpenFailure::Kind::Other;
     m_portFailure.vanished = true;
-    showPortReason();
+    ShowPortReason();
     // Not while a saved file is in view or the tool is closing: then the port stays closed.
     if (!m_life.closing()) m_tmrPortWatch.enable();
 }
 
-void SerialLink::onPortWatchTick() {
+void SerialLink::OnPortWatchTick() {
     if (!m_port || m_life.closing()) {
         m_tmrPortWatch.disable();
         return;
@@ -227,19 +227,19 @@ void SerialLink::onPortWatchTick() {
         if (failure.failed() && failure.kind != PortOpenFailure::Kind::NoDevice) {
             m_portFailure = failure;
             m_portFailure.vanished = true;
-            showPortReason();
+            ShowPortReason();
         }
         return;
     }
     m_tmrPortWatch.disable();
     m_portFailure = {};
-    showPortReason();
-    Q_EMIT portReturned();
+    ShowPortReason();
+    Q_EMIT PortReturned();
     // The search starts again at once instead of after a silent search step.
-    Q_EMIT searchStepDue();
+    Q_EMIT SearchStepDue();
 }
 
-void SerialLink::stopTimers() {
+void SerialLink::StopTimers() {
     m_tmrPortWatch.disable();
     m_tmrToRx.disable();
     m_tmrZeroCommand.disable();
@@ -247,12 +247,12 @@ void SerialLink::stopTimers() {
     m_tmrSendLED.disable();
 }
 
-void SerialLink::onToRxTick() {
+void SerialLink::OnToRxTick() {
     m_tmrToRx.disable();
-    if (isPortOpen()) RcvDataGet();
+    if (IsPortOpen()) RcvDataGet();
 }
 
-void SerialLink::setIconBit(int bit, bool on) {
+void SerialLink::SetIconBit(int bit, bool on) {
     const int mask = 1 << bit;
     const int index = on ? (m_iconIndex | mask) : (m_iconIndex & ~mask);
     if (index == m_iconIndex) return;

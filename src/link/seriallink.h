@@ -61,38 +61,38 @@ public:
     void SendLEDOff();
     // The start window's tick box: without it, telegrams are shown in the monitor but not
     // sent.
-    void setSendEnabled(bool enabled) { m_sendEnabled = enabled; }
+    void SetSendEnabled(bool enabled) { m_sendEnabled = enabled; }
     // Bit 0 receive indication, bit 1 send indication; selects the tray icon.
-    int iconIndex() const { return m_iconIndex; }
+    int IconIndex() const { return m_iconIndex; }
 
     // Closes the port, opens port 1 to 16 (anything else leaves it closed as 0) and stores
     // a changed number in the setting Port. A failed open leaves the setting alone.
     void SwitchToComPort(int port);
-    bool isPortOpen() const;
+    bool IsPortOpen() const;
     // Whether the program has a serial port at all; without one it runs on saved read-outs.
-    bool hasPort() const { return m_port != nullptr; }
-    void closePort();
+    bool HasPort() const { return m_port != nullptr; }
+    void ClosePort();
     // Why the chosen port is not open, in the current language; empty when it is open or
     // switched off. Shown beside "COM port OFF" on the start window and in the port window.
-    QString portReason() const;
-    const PortOpenFailure& portFailure() const { return m_portFailure; }
+    QString PortReason() const;
+    const PortOpenFailure& PortFailure() const { return m_portFailure; }
     // Tells the windows the reason as it stands (portReasonChanged).
-    void showPortReason();
+    void ShowPortReason();
     // `failure` in words, in the current language.
-    QString describe(const PortOpenFailure& failure) const;
+    QString Describe(const PortOpenFailure& failure) const;
     // The number of the open port, 0 when none is open.
-    int openPortNumber() const;
+    int OpenPortNumber() const;
 
     // Tries every port for the port window. The port in use is closed for the probe and
     // given back.
-    PortList probePorts();
+    PortList ProbePorts();
 
     // Whether the telegram being handled came from a saved file; cleared by RcvDataGet.
-    bool dataFromFile() const { return m_dataFromFile; }
-    void setDataFromFile(bool fromFile) { m_dataFromFile = fromFile; }
-    QString loadedFileName() const { return m_loadedFileName; }
-    void setLoadedFileName(const QString& name) { m_loadedFileName = name; }
-    const Bytes& lastSent() const { return m_lastSent; }
+    bool DataFromFile() const { return m_dataFromFile; }
+    void SetDataFromFile(bool fromFile) { m_dataFromFile = fromFile; }
+    QString LoadedFileName() const { return m_loadedFileName; }
+    void SetLoadedFileName(const QString& name) { m_loadedFileName = name; }
+    const Bytes& LastSent() const { return m_lastSent; }
 
     FormTimer& tmrToRx() { return m_tmrToRx; }
     FormTimer& tmrZeroCommand() { return m_tmrZeroCommand; }
@@ -100,29 +100,29 @@ public:
     FormTimer& tmrSendLED() { return m_tmrSendLED; }
     // Runs while a port that went away is awaited back.
     FormTimer& tmrPortWatch() { return m_tmrPortWatch; }
-    void stopTimers();
+    void StopTimers();
 
 Q_SIGNALS:
     void iconIndexChanged(int index);
     // The hexadecimal monitor of what went out and what came in.
-    void monitorSent(const QString& text);
-    void monitorReceived(const QString& text);
-    void receiveLampChanged(SerialLink::ReceiveLamp lamp);
-    void sendLampChanged(bool lit);
+    void MonitorSent(const QString& text);
+    void MonitorReceived(const QString& text);
+    void ReceiveLampChanged(SerialLink::ReceiveLamp lamp);
+    void SendLampChanged(bool lit);
     // Why the chosen port is not open; empty when it is open or switched off.
-    void portReasonChanged(const QString& reason);
+    void PortReasonChanged(const QString& reason);
     // A stamped telegram from the line, for the acceptance checks.
-    void telegramReceived(const Bytes& stamped);
+    void TelegramReceived(const Bytes& stamped);
     // tmrZeroCommand: the line has been silent for a whole search step.
-    void searchStepDue();
+    void SearchStepDue();
     // A port that went away is open again.
-    void portReturned();
+    void PortReturned();
 
 private:
-    void onPortLost();
-    void onPortWatchTick();
-    void onToRxTick();
-    void setIconBit(int bit, bool on);
+    void OnPortLost();
+    void OnPortWatchTick();
+    void OnToRxTick();
+    void SetIconBit(int bit, bool on);
 
     RegSettings& m_settings;
     const Texts& m_texts;

@@ -77,46 +77,46 @@ Localisation::Localisation(AppState& state, DeviceValues& values, DeviceCommands
     connect(&m_tmrCompareLocalizeSet, &FormTimer::timeout, this,
             &Localisation::tmrCompareLocalizeSet_Timer);
     // The lamps go in the rhythm of the main view's LEDs.
-    LedRhythm& leds = m_mainView.leds();
+    LedRhythm& leds = m_mainView.Leds();
     connect(&leds.tmrFlash(), &FormTimer::timeout, this, [this] {
         m_flashLit = !m_flashLit;
-        paintLamps(m_flashLit, m_blinkLit);
+        PaintLamps(m_flashLit, m_blinkLit);
     });
     connect(&leds.tmrBlink(), &FormTimer::timeout, this, [this] {
         m_blinkLit = !m_blinkLit;
-        paintLamps(m_flashLit, m_blinkLit);
+        PaintLamps(m_flashLit, m_blinkLit);
     });
-    connect(&engine, &PollEngine::writeSent, this, &Localisation::onWriteSent);
-    connect(&view(), &Form::clicked, this, &Localisation::onDisplayClicked);
-    Form& w = window();
-    connect(&w, &Form::clicked, this, &Localisation::onWindowClicked);
-    connect(&w, &Form::edited, this, &Localisation::onWindowEdited);
+    connect(&engine, &PollEngine::writeSent, this, &Localisation::OnWriteSent);
+    connect(&View(), &Form::clicked, this, &Localisation::OnDisplayClicked);
+    Form& w = Window();
+    connect(&w, &Form::clicked, this, &Localisation::OnWindowClicked);
+    connect(&w, &Form::edited, this, &Localisation::OnWindowEdited);
     connect(&w, &Form::windowChanged, this,
-            [this](Form::WindowChange change) { onWindowChanged(static_cast<int>(change)); });
+            [this](Form::WindowChange change) { OnWindowChanged(static_cast<int>(change)); });
     w.setVisible(ll::lblLocWaiting, false);
     for (int d = 0; d < 2; ++d)
         w.setRange(ll::ctlSmokeLevel[d], 0, 100);
     // Until the window is first opened it stands in the learn layout, nothing measured.
-    showLayout(true);
-    showMeasuring();
+    ShowLayout(true);
+    ShowMeasuring();
 }
 
-Form& Localisation::window() const {
+Form& Localisation::Window() const {
     return m_state.forms.get(frmLocalizeLearn::kName);
 }
 
-Form& Localisation::view() const {
+Form& Localisation::View() const {
     return m_state.forms.get(frmDisplay::kName);
 }
 
-std::optional<double> Localisation::number(const QString& text) {
+std::optional<double> Localisation::Number(const QString& text) {
     QString t = text.trimmed();
     if (t.isEmpty() || t.size() > kLongestNumber) return std::nullopt;
     return numberformat::plainDecimal(t.replace(u',', u'.'));
 }
 
 // A loop "for i from 0 to n - 1" over the holes: a count of 2.5 takes holes 0 and 1.
-int Localisation::holesOf(double count) const {
+int Localisation::HolesOf(double count) const {
     if (!(count >= 1)) return 0;
     return count >= kHoles ? kHoles : static_cast<int>(std::floor(count));
 }
@@ -127,19 +127,19 @@ void Localisation::ShowLocData() {
     ValueStore& v = *values;
     LocLearnModeActive = v.DET_GetLearningIsOn() != 0;
     LocMeasuringActive = v.DET_GetLocIsActive() != 0;
-    showLamps();
-    showMeasuring();
-    readBounds();
-    showTransportTimes();
-    showNumberOfHoles();
-    Form& display = view();
+    ShowLamps();
+    ShowMeasuring();
+    ReadBounds();
+    ShowTransportTimes();
+    ShowNumberOfHoles();
+    Form& display = View();
     const QLocale& locale = m_state.preferences.locale();
     display.setCaption(el::lblBlowTime, numberformat::plain(v.DET_GetBlowTime(), locale));
     display.setCaption(el::lblSuckFanVoltage,
                        fixed(static_cast<double>(v.DET_GetSuckFanLocVoltage()) / 1000, 1, locale));
     display.setCaption(el::lblBlowFanVoltage,
                        fixed(static_cast<double>(v.DET_GetBlowFanVoltage()) / 1000, 1, locale));
-    showSmokeLevels();
+    ShowSmokeLevels();
 
     if (!LocLearnModeActive && !LocMeasuringActive) {
         LocMeasurementSeen = false;
@@ -150,12 +150,12 @@ void Localisation::ShowLocData() {
         LocMeasurementSeen = true;
         return;
     }
-    const double holes = number(window().caption(ll::txtLocNumberOfHoles)).value_or(0);
-    if (LocMeasurementSeen) evaluateMeasurement(holes);
-    checkTimeOrder(holes);
+    const double holes = Number(Window().caption(ll::txtLocNumberOfHoles)).value_or(0);
+    if (LocMeasurementSeen) EvaluateMeasurement(holes);
+    CheckTimeOrder(holes);
 }
 
-void Localisation::readBounds() {
+void Localisation::ReadBounds() {
     ValueStore& v = *m_values.get();
     const float minimum[kHoles] = {v.DET_GetSuckTime1Min(), v.DET_GetSuckTime2Min(),
                                    v.DET_GetSuckTime3Min(), v.DET_GetSuckTime4Min(),
@@ -173,7 +173,7 @@ void Localisation::readBounds() {
 
 // A window reaches half-way to the next hole, so each hole's transport time is its doubled
 // upper bound less the previous hole's time; a hole without bounds has none.
-void Localisation::showTransportTimes() {
+void Localisation::ShowTransportTimes() {
     double times[kHoles] = {};
     for (std::size_t i = 0; i < kHoles; ++i) {
         if (LocHoleMinRead[i] <= 0 || LocHoleMaxRead[i] <= 0) continue;
@@ -181,12 +181,12 @@ void Localisation::showTransportTimes() {
                           : 2.0 * LocHoleMaxRead[i - 1] / 100 - times[i - 1];
     }
     for (int i = 0; i < kHoles; ++i)
-        view().setCaption(el::lblLocTime[i], fixed(times[i], 1, m_state.preferences.locale()));
+        View().setCaption(el::lblLocTime[i], fixed(times[i], 1, m_state.preferences.locale()));
 }
 
 // The first hole without a time, counted from the last: a gap anywhere ends the pipe there.
-void Localisation::showNumberOfHoles() {
-    Form& display = view();
+void Localisation::ShowNumberOfHoles() {
+    Form& display = View();
     int holes = kHoles;
     for (int i = kHoles - 1; i >= 0; --i) {
         bool isNumber = false;
@@ -197,14 +197,14 @@ void Localisation::showNumberOfHoles() {
     display.setCaption(el::lblLocNumberOfHoles, QString::number(holes));
 }
 
-void Localisation::showLamps() {
-    window().setValue(ll::picLocLearnModeLED, LocLearnModeActive ? kFlash : kDark);
-    window().setValue(ll::picLocLearnActivLED, LocMeasuringActive ? kBlink : kDark);
-    paintLamps(m_flashLit, m_blinkLit);
+void Localisation::ShowLamps() {
+    Window().setValue(ll::picLocLearnModeLED, LocLearnModeActive ? kFlash : kDark);
+    Window().setValue(ll::picLocLearnActivLED, LocMeasuringActive ? kBlink : kDark);
+    PaintLamps(m_flashLit, m_blinkLit);
 }
 
-void Localisation::paintLamps(bool flashLit, bool blinkLit) {
-    Form& w = window();
+void Localisation::PaintLamps(bool flashLit, bool blinkLit) {
+    Form& w = Window();
     const bool learnLit = w.value(ll::picLocLearnModeLED) == kFlash && flashLit;
     const bool activLit = w.value(ll::picLocLearnActivLED) == kBlink && blinkLit;
     w.setBackColor(ll::picLocLearnModeLED, learnLit ? colors::kGreen : colors::kWindowBackground);
@@ -212,16 +212,16 @@ void Localisation::paintLamps(bool flashLit, bool blinkLit) {
 }
 
 // The window's own bar graphs follow the smoke while a measurement draws it in.
-void Localisation::showSmokeLevels() {
+void Localisation::ShowSmokeLevels() {
     ValueStore& v = *m_values.get();
-    Form& w = window();
+    Form& w = Window();
     for (std::int16_t d = 0; d < 2; ++d)
         w.setValue(ll::ctlSmokeLevel[d], static_cast<double>(v.DET_GetSmokeValueRatio(d)) / 10);
     w.setVisible(ll::ctlSmokeLevel[1], v.GetHasTwoDetectors() != 0);
 }
 
-void Localisation::showMeasuring() {
-    Form& w = window();
+void Localisation::ShowMeasuring() {
+    Form& w = Window();
     w.setVisible(ll::cmdLocSingleHoleLearningStart, !LocMeasuringActive);
     w.setVisible(ll::cmdLocSingleHoleLearningAbort, LocMeasuringActive);
     for (const QString& element : entryElements())
@@ -230,14 +230,14 @@ void Localisation::showMeasuring() {
 
 // A measurement has just ended in learn mode: the lamp of the hole whose window holds the
 // time, and the time into the chosen hole's field.
-void Localisation::evaluateMeasurement(double holes) {
+void Localisation::EvaluateMeasurement(double holes) {
     LocMeasurementSeen = false;
     if (LocSingleHoleAborted) {
         LocSingleHoleAborted = false;
         return;
     }
-    Form& w = window();
-    const int n = holesOf(holes);
+    Form& w = Window();
+    const int n = HolesOf(holes);
     const double suckTime = m_values.get()->DET_GetFirePlaceSuckTime();
     for (int i = 0; i < n; ++i) {
         if (suckTime >= LocHoleMinRead[at(i)] && suckTime <= LocHoleMaxRead[at(i)]) {
@@ -256,17 +256,17 @@ void Localisation::evaluateMeasurement(double holes) {
 }
 
 // Each round marks the first fault it finds; a field found good keeps its colour.
-void Localisation::checkTimeOrder(double holes) {
-    Form& w = window();
-    const int n = holesOf(holes);
+void Localisation::CheckTimeOrder(double holes) {
+    Form& w = Window();
+    const int n = HolesOf(holes);
     for (int i = 1; i < n; ++i) {
-        const std::optional<double> previous = number(w.caption(ll::txtLocTime[i - 1]));
-        const std::optional<double> time = number(w.caption(ll::txtLocTime[i]));
+        const std::optional<double> previous = Number(w.caption(ll::txtLocTime[i - 1]));
+        const std::optional<double> time = Number(w.caption(ll::txtLocTime[i]));
         if (!previous) {
             w.setBackColor(ll::txtLocTime[i - 1], colors::kYellow);
         } else if (!time) {
             w.setBackColor(ll::txtLocTime[i], colors::kYellow);
-        } else if (number(w.caption(ll::txtLocTime[0])).value_or(0) <= 0) {
+        } else if (Number(w.caption(ll::txtLocTime[0])).value_or(0) <= 0) {
             w.setBackColor(ll::txtLocTime[0], colors::kYellow);
         } else if (*time < *previous + 2) {
             w.setBackColor(ll::txtLocTime[i], colors::kYellow);
@@ -276,22 +276,22 @@ void Localisation::checkTimeOrder(double holes) {
 
 void Localisation::cmdShowLocLearnMode_Click(int Index) {
     if (Index < 0 || Index > 1) return;
-    Form& display = view();
+    Form& display = View();
     if (!display.isChecked(el::chkLocalization[0])) {
         if (UserDialogs* dialogs = m_state.services.dialogs)
             dialogs->information(m_state.texts.messages.notPossibleWithReason,
                                  m_state.texts.appTitle);
         return;
     }
-    Q_EMIT languageRefreshNeeded();
-    window().setTitle(display.caption(el::tabDisplay[frmDisplayPage::Localisation]) +
+    Q_EMIT LanguageRefreshNeeded();
+    Window().setTitle(display.caption(el::tabDisplay[frmDisplayPage::Localisation]) +
                       QStringLiteral(" - ") + display.caption(el::cmdShowLocLearnMode[Index]));
     ShowLocLearnMode(Index);
-    window().show(true);
+    Window().show(true);
 }
 
-void Localisation::showLayout(bool learn) {
-    Form& w = window();
+void Localisation::ShowLayout(bool learn) {
+    Form& w = Window();
     for (int i = 0; i < kHoles; ++i) {
         w.setVisible(ll::optLocHole[i], learn);
         w.setVisible(ll::txtLocTime[i], learn);
@@ -323,15 +323,15 @@ void Localisation::ShowLocLearnMode(int Index) {
     m_tmrTimeout.disable();
     m_tmrUnload.setInterval(kUnloadMs);
     m_tmrTimeout.setInterval(kTimeoutMs);
-    Form& w = window();
-    const Form& display = view();
+    Form& w = Window();
+    const Form& display = View();
     for (int i = 0; i < kHoles; ++i) {
         w.setBackColor(ll::txtLocTime[i], colors::kWindowBackground);
         w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
     }
 
-    showLayout(Index == 0);
-    showMeasuring();
+    ShowLayout(Index == 0);
+    ShowMeasuring();
     LocHoleMinSet = LocHoleMinRead;
     LocHoleMaxSet = LocHoleMaxRead;
     for (int i = 0; i < kHoles; ++i)
@@ -349,7 +349,7 @@ void Localisation::ShowLocLearnMode(int Index) {
             w.setVisible(ll::picLocFirePlaceTest[i], false);
             w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
         }
-        const int holes = holesOf(number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
+        const int holes = HolesOf(Number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
         for (int i = 0; i < holes; ++i) {
             w.setVisible(ll::picLocFirePlaceTest[i], true);
             w.setVisible(ll::lblLocPlace[i], true);
@@ -361,14 +361,14 @@ void Localisation::ShowLocLearnMode(int Index) {
     w.setToolTip(ll::txtBlowTime, QStringLiteral("10 - 255 ") + w.caption(ll::lblBlowTimeUnit));
     w.setCaption(ll::txtSuckFanVoltage, display.caption(el::lblSuckFanVoltage));
     w.setCaption(ll::txtBlowFanVoltage, display.caption(el::lblBlowFanVoltage));
-    const SettingLimits::Range fan = m_mainView.limits().ofField(fanVoltage());
+    const SettingLimits::Range fan = m_mainView.Limits().ofField(fanVoltage());
     const QString fanRange = numberformat::plain(fan.minimum, m_state.preferences.locale()) +
                              QStringLiteral(" - ") +
                              numberformat::plain(fan.maximum, m_state.preferences.locale());
     w.setToolTip(ll::txtSuckFanVoltage, fanRange + u' ' + w.caption(ll::lblSuckFanVoltageUnit));
     w.setToolTip(ll::txtBlowFanVoltage, fanRange + u' ' + w.caption(ll::lblBlowFanVoltageUnit));
 
-    const std::int32_t seconds = wholeOrZero(number(blowTime).value_or(0));
+    const std::int32_t seconds = wholeOrZero(Number(blowTime).value_or(0));
     w.setCaption(ll::txtLocTemporaryBlowTimeSeconds, QString::number(seconds % 60));
     w.setCaption(ll::txtLocTemporaryBlowTimeMinutes, QString::number(seconds / 60));
     const QString temporary =
@@ -376,15 +376,15 @@ void Localisation::ShowLocLearnMode(int Index) {
         QStringLiteral(" - 60 ") + w.caption(ll::lblLocTemporaryBlowTimeMinutesUnit);
     w.setToolTip(ll::txtLocTemporaryBlowTimeSeconds, temporary);
     w.setToolTip(ll::txtLocTemporaryBlowTimeMinutes, temporary);
-    showWaiting();
+    ShowWaiting();
 }
 
 // The exact counts 2 to 4 shorten the pipe; any other count in range, such as 2.5, keeps
 // all five holes.
 void Localisation::txtLocNumberOfHoles_Validate() {
-    Form& w = window();
+    Form& w = Window();
     w.setBackColor(ll::txtLocNumberOfHoles, colors::kWindowBackground);
-    const std::optional<double> count = number(w.caption(ll::txtLocNumberOfHoles));
+    const std::optional<double> count = Number(w.caption(ll::txtLocNumberOfHoles));
     if (!count || *count < 2 || *count > kHoles) {
         w.setBackColor(ll::txtLocNumberOfHoles, colors::kYellow);
         return;
@@ -412,34 +412,34 @@ void Localisation::txtLocNumberOfHoles_Validate() {
 }
 
 void Localisation::cmdLocSingleHoleLearningStart_Click() {
-    Form& w = window();
+    Form& w = Window();
     for (int i = 0; i < kHoles; ++i)
         w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
     if (CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0, m_state.preferences.locale()))
         return;
-    const int n = holesOf(number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
+    const int n = HolesOf(Number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
     bool chosen = false;
     for (int i = 0; i < n && !chosen; ++i)
         chosen = w.isChecked(ll::optLocHole[i]);
     if (!chosen) return;
-    learnSingleHole(true);
+    LearnSingleHole(true);
     LocSingleHoleAborted = false;
 }
 
 void Localisation::cmdLocSingleHoleLearningAbort_Click() {
-    learnSingleHole(false);
+    LearnSingleHole(false);
     LocSingleHoleAborted = true;
 }
 
 // Starts or stops the learning of one hole, with the blow time and fan voltages the window
 // holds: all of them good, or nothing goes out.
-void Localisation::learnSingleHole(bool start) {
-    Form& w = window();
+void Localisation::LearnSingleHole(bool start) {
+    Form& w = Window();
     DeviceCommands::HoleLearning learning{readNumber(w, ll::txtLocTemporaryBlowTimeMinutes),
                                           readNumber(w, ll::txtLocTemporaryBlowTimeSeconds),
                                           readNumber(w, ll::txtBlowFanVoltage),
                                           readNumber(w, ll::txtSuckFanVoltage)};
-    const auto block = m_commands.LocSingleHoleLearning(learning, start, m_mainView.limits());
+    const auto block = m_commands.LocSingleHoleLearning(learning, start, m_mainView.Limits());
     showVerdict(w, ll::txtLocTemporaryBlowTimeMinutes, learning.minutes,
                 m_state.preferences.locale());
     showVerdict(w, ll::txtLocTemporaryBlowTimeSeconds, learning.seconds,
@@ -450,7 +450,7 @@ void Localisation::learnSingleHole(bool start) {
 }
 
 std::optional<Localisation::Windows>
-Localisation::windowsFromTimes(const std::vector<double>& times) {
+Localisation::WindowsFromTimes(const std::vector<double>& times) {
     const std::size_t n = times.size();
     if (n < 2 || n > kHoles) return std::nullopt;
     // In 0.01 s, halved: the bounds lie half-way between the holes' times.
@@ -471,10 +471,10 @@ Localisation::windowsFromTimes(const std::vector<double>& times) {
 }
 
 void Localisation::cmdLocParameterAssume_Click() {
-    Form& w = window();
+    Form& w = Window();
     if (CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0, m_state.preferences.locale()))
         return;
-    const int n = holesOf(number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
+    const int n = HolesOf(Number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
     bool bad = false;
     for (int i = 0; i < n; ++i)
         bad =
@@ -482,7 +482,7 @@ void Localisation::cmdLocParameterAssume_Click() {
     if (bad) return;
     std::vector<double> times;
     for (int i = 0; i < n; ++i)
-        times.push_back(number(w.caption(ll::txtLocTime[i])).value_or(0));
+        times.push_back(Number(w.caption(ll::txtLocTime[i])).value_or(0));
     for (int i = 1; i < n; ++i) {
         const bool apart = static_cast<float>(times[at(i)]) >=
                            static_cast<float>(times[at(i - 1)]) + kLeastDistance;
@@ -494,7 +494,7 @@ void Localisation::cmdLocParameterAssume_Click() {
         w.setBackColor(ll::txtLocTime[0], colors::kYellow);
         return;
     }
-    const std::optional<Windows> windows = windowsFromTimes(times);
+    const std::optional<Windows> windows = WindowsFromTimes(times);
     if (!windows) return;
     LocHoleMinSet = windows->minimum;
     LocHoleMaxSet = windows->maximum;
@@ -505,7 +505,7 @@ void Localisation::cmdLocParameterAssume_Click() {
     written.blowTime = readNumber(w, ll::txtBlowTime);
     written.blowFanVoltage = readNumber(w, ll::txtBlowFanVoltage);
     written.suckFanVoltage = readNumber(w, ll::txtSuckFanVoltage);
-    const auto block = m_commands.LocParameterAssume(written, m_mainView.limits());
+    const auto block = m_commands.LocParameterAssume(written, m_mainView.Limits());
     // A window the device cannot take marks its hole's time.
     for (int i = 0; i < kHoles; ++i)
         if (written.holeRefused[at(i)]) w.setBackColor(ll::txtLocTime[i], colors::kYellow);
@@ -513,12 +513,12 @@ void Localisation::cmdLocParameterAssume_Click() {
     showVerdict(w, ll::txtBlowFanVoltage, written.blowFanVoltage, m_state.preferences.locale());
     showVerdict(w, ll::txtSuckFanVoltage, written.suckFanVoltage, m_state.preferences.locale());
     if (!block) return;
-    if (LocLearnModeActive && !leaveLearnMode()) return;
+    if (LocLearnModeActive && !LeaveLearnMode()) return;
     m_commands.Send(block);
 }
 
 // Writing the parameters ends the learn mode: only when the engineer says so.
-bool Localisation::leaveLearnMode() {
+bool Localisation::LeaveLearnMode() {
     UserDialogs* dialogs = m_state.services.dialogs;
     if (!dialogs) return false;
     const UserDialogs::Answer answer = dialogs->messageBox(
@@ -528,21 +528,21 @@ bool Localisation::leaveLearnMode() {
 }
 
 void Localisation::cmdLocParameterAbort_Click() {
-    if (LocLearnModeActive && !leaveLearnMode()) return;
+    if (LocLearnModeActive && !LeaveLearnMode()) return;
     m_commands.Send(m_commands.LocParameterAbort());
     m_tmrUnload.enable();
     m_tmrTimeout.enable();
 }
 
 void Localisation::tmrUnload_Timer() {
-    if (!LocLearnModeActive) closeWindow();
+    if (!LocLearnModeActive) CloseWindow();
 }
 
 void Localisation::tmrTimeout_Timer() {
     m_tmrUnload.disable();
     m_tmrTimeout.disable();
     if (!LocLearnModeActive) return;
-    const Form& w = window();
+    const Form& w = Window();
     const QString mode = w.isVisible(ll::lblLocTestModeLEDLegend)
                              ? w.caption(ll::lblLocTestModeLEDLegend)
                              : w.caption(ll::lblLocLearnModeLEDLegend);
@@ -557,18 +557,18 @@ void Localisation::tmrTimeout_Timer() {
         m_tmrUnload.enable();
         m_tmrTimeout.enable();
     } else if (answer == UserDialogs::Answer::Ignore) {
-        closeWindow();
+        CloseWindow();
     }
 }
 
-QStringList Localisation::differences() const {
+QStringList Localisation::Differences() const {
     QStringList differing;
     for (int i = 0; i < kHoles; ++i)
         if (LocHoleMinSet[at(i)] != LocHoleMinRead[at(i)] ||
             LocHoleMaxSet[at(i)] != LocHoleMaxRead[at(i)])
             differing << m_state.texts.str(kStringHole) + u' ' + QString::number(i + 1);
-    const Form& w = window();
-    const Form& display = view();
+    const Form& w = Window();
+    const Form& display = View();
     const std::pair<QString, QString> texts[] = {
         {ll::txtBlowTime, el::lblBlowTime},
         {ll::txtBlowFanVoltage, el::lblBlowFanVoltage},
@@ -584,57 +584,57 @@ QStringList Localisation::differences() const {
 
 void Localisation::tmrCompareLocalizeSet_Timer() {
     if (LocLearnModeActive) {
-        showWaiting();
+        ShowWaiting();
         return;
     }
-    if (!differences().isEmpty()) {
-        showWaiting();
+    if (!Differences().isEmpty()) {
+        ShowWaiting();
         return;
     }
     m_tmrCompareLocalizeSet.disable();
-    closeWindow();
+    CloseWindow();
 }
 
-void Localisation::onWriteSent(int command) {
+void Localisation::OnWriteSent(int command) {
     if (command != kLocalisationParameter) return;
     m_tmrCompareLocalizeSet.enable();
     m_sentAt.start();
-    showWaiting();
+    ShowWaiting();
 }
 
 // While the written parameters are awaited the window says so, with the time since the
 // write went out and what still differs.
-void Localisation::showWaiting() {
+void Localisation::ShowWaiting() {
     const bool waiting = m_tmrCompareLocalizeSet.isEnabled();
-    showWaitingNote(m_state.texts, window(), ll::lblLocWaiting, waiting, m_sentAt,
-                    waiting ? differences() : QStringList());
+    showWaitingNote(m_state.texts, Window(), ll::lblLocWaiting, waiting, m_sentAt,
+                    waiting ? Differences() : QStringList());
 }
 
-void Localisation::closeWindow() {
-    window().unload();
+void Localisation::CloseWindow() {
+    Window().unload();
 }
 
-void Localisation::onWindowChanged(int change) {
+void Localisation::OnWindowChanged(int change) {
     const auto what = static_cast<Form::WindowChange>(change);
     if (what != Form::WindowChange::Hidden && what != Form::WindowChange::Unloaded) return;
     m_tmrCompareLocalizeSet.disable();
     m_tmrUnload.disable();
     m_tmrTimeout.disable();
-    showWaiting();
+    ShowWaiting();
 }
 
-void Localisation::onDisplayClicked(const QString& element) {
+void Localisation::OnDisplayClicked(const QString& element) {
     for (int i = 0; i < 2; ++i)
         if (element == el::cmdShowLocLearnMode[i]) cmdShowLocLearnMode_Click(i);
 }
 
-void Localisation::onWindowClicked(const QString& element) {
+void Localisation::OnWindowClicked(const QString& element) {
     if (element == ll::cmdLocSingleHoleLearningStart) cmdLocSingleHoleLearningStart_Click();
     if (element == ll::cmdLocSingleHoleLearningAbort) cmdLocSingleHoleLearningAbort_Click();
     if (element == ll::cmdLocParameterAssume) cmdLocParameterAssume_Click();
     if (element == ll::cmdLocParameterAbort) cmdLocParameterAbort_Click();
 }
 
-void Localisation::onWindowEdited(const QString& element) {
+void Localisation::OnWindowEdited(const QString& element) {
     if (element == ll::txtLocNumberOfHoles) txtLocNumberOfHoles_Validate();
 }

@@ -57,7 +57,7 @@ public:
         std::array<std::int32_t, 5> minimum{};
         std::array<std::int32_t, 5> maximum{};
     };
-    static std::optional<Windows> windowsFromTimes(const std::vector<double>& times);
+    static std::optional<Windows> WindowsFromTimes(const std::vector<double>& times);
 
     FormTimer& tmrUnload() { return m_tmrUnload; }
     FormTimer& tmrTimeout() { return m_tmrTimeout; }
@@ -82,39 +82,39 @@ public:
     std::int32_t LocFirePlace = 0;
 
     // What still differs between the written parameters and the device's, by legend.
-    QStringList differences() const;
+    QStringList Differences() const;
 
 Q_SIGNALS:
     // Every text of every window is to be set in the present language.
-    void languageRefreshNeeded();
+    void LanguageRefreshNeeded();
 
 private:
-    void readBounds();
-    void showTransportTimes();
-    void showNumberOfHoles();
-    void showLamps();
-    void showSmokeLevels();
-    void showMeasuring();
-    void showLayout(bool learn);
-    void evaluateMeasurement(double holes);
-    void checkTimeOrder(double holes);
-    void paintLamps(bool flashLit, bool blinkLit);
-    void showWaiting();
-    void closeWindow();
-    void onWindowChanged(int change);
-    void onDisplayClicked(const QString& element);
-    void onWindowClicked(const QString& element);
-    void onWindowEdited(const QString& element);
-    void onWriteSent(int command);
-    void learnSingleHole(bool start);
-    bool leaveLearnMode();
+    void ReadBounds();
+    void ShowTransportTimes();
+    void ShowNumberOfHoles();
+    void ShowLamps();
+    void ShowSmokeLevels();
+    void ShowMeasuring();
+    void ShowLayout(bool learn);
+    void EvaluateMeasurement(double holes);
+    void CheckTimeOrder(double holes);
+    void PaintLamps(bool flashLit, bool blinkLit);
+    void ShowWaiting();
+    void CloseWindow();
+    void OnWindowChanged(int change);
+    void OnDisplayClicked(const QString& element);
+    void OnWindowClicked(const QString& element);
+    void OnWindowEdited(const QString& element);
+    void OnWriteSent(int command);
+    void LearnSingleHole(bool start);
+    bool LeaveLearnMode();
 
-    Form& window() const;
-    Form& view() const;
+    Form& Window() const;
+    Form& View() const;
     // The number in a field, with a point or a comma as its mark; nothing when it is none.
-    static std::optional<double> number(const QString& text);
+    static std::optional<double> Number(const QString& text);
     // The holes a field's count stands for, as a loop up to it counts them.
-    int holesOf(double count) const;
+    int HolesOf(double count) const;
 
     AppState& m_state;
     DeviceValues& m_values;

@@ -1,8 +1,8 @@
 #include "logger/datalogger.h"
 
 #include "common/colors.h"
-#include "common/numberformat.h"
 #include "common/formmodel.h"
+#include "common/numberformat.h"
 #include "common/preferences.h"
 #include "common/services.h"
 #include "common/texts.h"
@@ -15,7 +15,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace el = frmLogdataDev;
+namespace lg = frmLogdataDev;
 
 namespace {
 
@@ -40,10 +40,10 @@ struct FileElements {
 };
 
 const FileElements& elementsOf(int which) {
-    static const FileElements excel{el::chkSaveAsExcel, el::cmdSaveAsExcel, el::lblSaveAsExcelFile,
-                                    el::lblSaveAsExcelRecords};
-    static const FileElements mathCad{el::chkSaveAsMathCad, el::cmdSaveAsMathCad,
-                                      el::lblSaveAsMathCadFile, el::lblSaveAsMathCadRecords};
+    static const FileElements excel{lg::chkSaveAsExcel, lg::cmdSaveAsExcel, lg::lblSaveAsExcelFile,
+                                    lg::lblSaveAsExcelRecords};
+    static const FileElements mathCad{lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad,
+                                      lg::lblSaveAsMathCadFile, lg::lblSaveAsMathCadRecords};
     return which == Excel ? excel : mathCad;
 }
 
@@ -91,8 +91,8 @@ DataLogger::DataLogger(Form& window, Form& mainView, const Texts& texts,
     , m_values(values) {
     Form& form = m_window;
     connect(&form, &Form::loaded, this, &DataLogger::Form_Load);
-    connect(&form, &Form::clicked, this, &DataLogger::onClicked);
-    connect(&form, &Form::edited, this, &DataLogger::onEdited);
+    connect(&form, &Form::clicked, this, &DataLogger::OnClicked);
+    connect(&form, &Form::edited, this, &DataLogger::OnEdited);
     connect(&form, &Form::windowChanged, this, [this](Form::WindowChange change) {
         if (change != Form::WindowChange::Unloaded) return;
         LoggerRunning = false;
@@ -113,45 +113,45 @@ DataLogger::DataLogger(Form& window, Form& mainView, const Texts& texts,
 
 DataLogger::~DataLogger() = default;
 
-Form& DataLogger::window() const {
+Form& DataLogger::Window() const {
     return m_window;
 }
 
 void DataLogger::Form_Load() {
-    Form& form = window();
+    Form& form = Window();
     form.setTitle(QStringLiteral("Datenlogger"));
-    form.setCaption(el::fraDataObjectsAvailable,
+    form.setCaption(lg::fraDataObjectsAvailable,
                     QStringLiteral("Verfügbare Datenobjekte (Zum Auswählen Kontrollkästchen "
                                    "aktivieren !)"));
-    form.setCaption(el::fraDataObjectsToLog,
+    form.setCaption(lg::fraDataObjectsToLog,
                     QStringLiteral("Ausgewählte Datenobjekte für die Aufzeichnung"));
-    form.setCaption(el::chkSaveAsExcel,
+    form.setCaption(lg::chkSaveAsExcel,
                     QStringLiteral("im EXCEL-Format (Schreibintervall: Jedes fünfte komplette "
                                    "Gerätetelegramm. Dezimaltrennzeichen: Komma. Ausgewählte "
                                    "Datenobjekte: Siehe Info-Datei.)"));
-    form.setCaption(el::chkSaveAsMathCad,
+    form.setCaption(lg::chkSaveAsMathCad,
                     QStringLiteral("im MATHCAD-Format (Schreibintervall: Jedes komplette "
                                    "Gerätetelegramm. Dezimaltrennzeichen: Punkt. Ausgewählte "
                                    "Datenobjekte: Siehe Info-Datei.)"));
-    form.setCaption(el::cmdSaveAsExcel, QStringLiteral("Speichern unter..."));
-    form.setCaption(el::cmdSaveAsMathCad, QStringLiteral("Speichern unter..."));
-    form.setCaption(el::cmdStart, QStringLiteral("START"));
-    form.setCaption(el::cmdStop, QStringLiteral("STOPP"));
-    form.setCaption(el::lblRunning, QStringLiteral("Aufzeichnung läuft !"));
+    form.setCaption(lg::cmdSaveAsExcel, QStringLiteral("Speichern unter..."));
+    form.setCaption(lg::cmdSaveAsMathCad, QStringLiteral("Speichern unter..."));
+    form.setCaption(lg::cmdStart, QStringLiteral("START"));
+    form.setCaption(lg::cmdStop, QStringLiteral("STOPP"));
+    form.setCaption(lg::lblRunning, QStringLiteral("Aufzeichnung läuft !"));
     for (int which : {Excel, MathCad}) {
         const FileElements& e = elementsOf(which);
         form.setChecked(e.tick, false);
         form.setEnabled(e.chooser, false);
         form.setCaption(e.path, QString());
         m_records[which] = 0;
-        showRecords(which);
+        ShowRecords(which);
     }
-    form.setEnabled(el::cmdStart, false);
-    form.setEnabled(el::cmdStop, false);
-    form.setVisible(el::lblRunning, false);
+    form.setEnabled(lg::cmdStart, false);
+    form.setEnabled(lg::cmdStop, false);
+    form.setVisible(lg::lblRunning, false);
     m_tmrBlink.disable();
-    form.setValue(el::cboTrendSpan, kDefaultSpan);
-    form.setChecked(el::chkTrendPause, false);
+    form.setValue(lg::cboTrendSpan, kDefaultSpan);
+    form.setChecked(lg::chkTrendPause, false);
     ApplyTexts();
     // The rows are there from the start, so that they can be ticked before a device is read.
     DataToShow();
@@ -159,23 +159,23 @@ void DataLogger::Form_Load() {
 }
 
 void DataLogger::ApplyTexts() {
-    Form& form = window();
-    form.setCaption(el::fraTrend, m_texts.str(kStringTrend));
-    form.setCaption(el::lblTrendSpan, m_texts.str(kStringSpan));
-    const double span = form.value(el::cboTrendSpan);
+    Form& form = Window();
+    form.setCaption(lg::fraTrend, m_texts.str(kStringTrend));
+    form.setCaption(lg::lblTrendSpan, m_texts.str(kStringSpan));
+    const double span = form.value(lg::cboTrendSpan);
     QStringList spans;
     for (int i = 0; i < 4; ++i)
         spans << m_texts.str(kStringSpans + i);
-    form.setItems(el::cboTrendSpan, spans);
-    form.setValue(el::cboTrendSpan, span);
-    form.setCaption(el::chkTrendPause, m_texts.str(kStringPause));
-    form.setCaption(el::cmdTrendExport, m_texts.str(kStringExport));
+    form.setItems(lg::cboTrendSpan, spans);
+    form.setValue(lg::cboTrendSpan, span);
+    form.setCaption(lg::chkTrendPause, m_texts.str(kStringPause));
+    form.setCaption(lg::cmdTrendExport, m_texts.str(kStringExport));
     for (int which : {Excel, MathCad})
-        showRecords(which);
+        ShowRecords(which);
 }
 
 void DataLogger::ShowLogger() {
-    Form& form = window();
+    Form& form = Window();
     form.show();
     form.bringToFront();
 }
@@ -193,12 +193,12 @@ void DataLogger::DataToShow() {
         if (!m_empty) m_empty = std::make_unique<ValueStore>();
         values = m_empty.get();
     }
-    Form& form = window();
-    m_rows = form.items(el::lstDisplay[0]);
+    Form& form = Window();
+    m_rows = form.items(lg::lstDisplay[0]);
     VisitDataObjects(*values, [this](const DataObject& row) { AddDataObject(row); });
-    form.setItems(el::lstDisplay[0], m_rows);
-    form.setItems(el::lstDisplay[1], m_names);
-    form.setItems(el::lstDisplay[2], m_valueTexts);
+    form.setItems(lg::lstDisplay[0], m_rows);
+    form.setItems(lg::lstDisplay[1], m_names);
+    form.setItems(lg::lstDisplay[2], m_valueTexts);
     m_trend.setSeries(m_trendKeys);
     if (m_haveValues)
         form.setTitle(
@@ -221,7 +221,7 @@ void DataLogger::AddDataObject(const DataObject& row) {
         m_rows.append(row.text);
     else if (m_rows[ListRow] != row.text)
         m_rows[ListRow] = row.text;
-    if (window().isTicked(el::lstDisplay[0], ListRow)) {
+    if (Window().isTicked(lg::lstDisplay[0], ListRow)) {
         m_names.append(row.text);
         m_valueTexts.append(m_haveValues ? textOf(row, m_preferences.locale()) : QString());
         if (const auto number = numberOf(row)) {
@@ -234,15 +234,15 @@ void DataLogger::AddDataObject(const DataObject& row) {
 }
 
 void DataLogger::CheckLoggerReady() {
-    Form& form = window();
-    AnyObjectTicked = form.element(el::lstDisplay[0]).ticks.contains(true);
+    Form& form = Window();
+    AnyObjectTicked = form.element(lg::lstDisplay[0]).ticks.contains(true);
     ExcelFileReady =
-        form.isChecked(el::chkSaveAsExcel) && !form.caption(el::lblSaveAsExcelFile).isEmpty();
+        form.isChecked(lg::chkSaveAsExcel) && !form.caption(lg::lblSaveAsExcelFile).isEmpty();
     MathCadFileReady =
-        form.isChecked(el::chkSaveAsMathCad) && !form.caption(el::lblSaveAsMathCadFile).isEmpty();
-    const bool excelTicked = form.isChecked(el::chkSaveAsExcel);
-    const bool mathCadTicked = form.isChecked(el::chkSaveAsMathCad);
-    form.setEnabled(el::cmdStart, (((!excelTicked || ExcelFileReady) && MathCadFileReady) ||
+        form.isChecked(lg::chkSaveAsMathCad) && !form.caption(lg::lblSaveAsMathCadFile).isEmpty();
+    const bool excelTicked = form.isChecked(lg::chkSaveAsExcel);
+    const bool mathCadTicked = form.isChecked(lg::chkSaveAsMathCad);
+    form.setEnabled(lg::cmdStart, (((!excelTicked || ExcelFileReady) && MathCadFileReady) ||
                                    (!mathCadTicked && ExcelFileReady)) &&
                                       AnyObjectTicked);
 }
@@ -271,18 +271,18 @@ QString DataLogger::AskLogFile(const QString& Extension) {
     return *chosen;
 }
 
-void DataLogger::chooseFile(int which) {
+void DataLogger::ChooseFile(int which) {
     const FileElements& e = elementsOf(which);
     const QString path =
         AskLogFile(which == Excel ? QStringLiteral(".log") : QStringLiteral(".dat"));
-    window().setCaption(e.path, path);
+    Window().setCaption(e.path, path);
     m_records[which] = path.isEmpty() ? 0 : logfiles::CountLines(path);
-    showRecords(which);
+    ShowRecords(which);
     CheckLoggerReady();
 }
 
-void DataLogger::showRecords(int which) {
-    Form& form = window();
+void DataLogger::ShowRecords(int which) {
+    Form& form = Window();
     const FileElements& e = elementsOf(which);
     form.setCaption(e.records, form.caption(e.path).isEmpty()
                                    ? QString()
@@ -290,64 +290,64 @@ void DataLogger::showRecords(int which) {
 }
 
 void DataLogger::cmdStart_Click() {
-    Form& form = window();
+    Form& form = Window();
     LoggerRunning = true;
-    form.setEnabled(el::cmdStart, false);
-    form.setEnabled(el::cmdStop, true);
+    form.setEnabled(lg::cmdStart, false);
+    form.setEnabled(lg::cmdStop, true);
     for (int which : {Excel, MathCad}) {
         form.setEnabled(elementsOf(which).tick, false);
         form.setEnabled(elementsOf(which).chooser, false);
     }
-    form.setVisible(el::lblRunning, true);
+    form.setVisible(lg::lblRunning, true);
     RecordDivider = 0;
     for (int i = 0; i < 3; ++i)
-        form.setEnabled(el::lstDisplay[i], false);
+        form.setEnabled(lg::lstDisplay[i], false);
     LogInfoWritten = false;
     DatInfoWritten = false;
 }
 
 void DataLogger::cmdStop_Click() {
-    Form& form = window();
+    Form& form = Window();
     LoggerRunning = false;
-    form.setEnabled(el::cmdStart, true);
-    form.setEnabled(el::cmdStop, false);
+    form.setEnabled(lg::cmdStart, true);
+    form.setEnabled(lg::cmdStop, false);
     for (int which : {Excel, MathCad}) {
         form.setEnabled(elementsOf(which).tick, true);
         form.setEnabled(elementsOf(which).chooser, true);
     }
     if (!m_tmrBlink.isEnabled()) m_tmrBlink.enable();
-    form.setVisible(el::lblRunning, false);
+    form.setVisible(lg::lblRunning, false);
     RecordDivider = 0;
     for (int i = 0; i < 3; ++i)
-        form.setEnabled(el::lstDisplay[i], true);
+        form.setEnabled(lg::lstDisplay[i], true);
 }
 
 void DataLogger::tmrBlink_Timer() {
-    window().setBackColor(el::lblSaveAsExcelFile, colors::kButtonFace);
-    window().setBackColor(el::lblSaveAsMathCadFile, colors::kButtonFace);
+    Window().setBackColor(lg::lblSaveAsExcelFile, colors::kButtonFace);
+    Window().setBackColor(lg::lblSaveAsMathCadFile, colors::kButtonFace);
     m_tmrBlink.disable();
 }
 
 void DataLogger::WriteLogRecord() {
     if (!LoggerRunning) return;
     const QDateTime now = m_services.clock->now();
-    if (AnyObjectTicked && ExcelFileReady && RecordDivider == 0) recordTo(Excel, now);
-    if (LoggerRunning && AnyObjectTicked && MathCadFileReady) recordTo(MathCad, now);
+    if (AnyObjectTicked && ExcelFileReady && RecordDivider == 0) RecordTo(Excel, now);
+    if (LoggerRunning && AnyObjectTicked && MathCadFileReady) RecordTo(MathCad, now);
     // A failure has stopped the recording, and with it the count.
     if (!LoggerRunning) return;
     if (++RecordDivider == 5) RecordDivider = 0;
 }
 
-void DataLogger::recordTo(int which, const QDateTime& now) {
-    Form& form = window();
+void DataLogger::RecordTo(int which, const QDateTime& now) {
+    Form& form = Window();
     const QString stamp = which == Excel ? logfiles::ExcelStamp(now) : logfiles::MathCadStamp(now);
     const QChar separator = which == Excel ? u'\t' : u' ';
     QString line = stamp;
-    for (const QString& text : form.items(el::lstDisplay[2]))
+    for (const QString& text : form.items(lg::lstDisplay[2]))
         line += separator +
                 (which == Excel ? text : logfiles::WithDecimalPoint(text, m_preferences.locale()));
     QString start = QStringLiteral("START-> ") + stamp;
-    for (const QString& name : form.items(el::lstDisplay[1]))
+    for (const QString& name : form.items(lg::lstDisplay[1]))
         start += QStringLiteral(" | ") + name;
 
     const FileElements& e = elementsOf(which);
@@ -356,18 +356,18 @@ void DataLogger::recordTo(int which, const QDateTime& now) {
     const QString path = form.caption(e.path);
     // A file deleted during the recording comes back with this line, and counts from it.
     if (!QFileInfo::exists(path)) m_records[which] = 0;
-    if (!append(path, line)) return;
+    if (!Append(path, line)) return;
     ++m_records[which];
-    showRecords(which);
+    ShowRecords(which);
     bool& infoWritten = which == Excel ? LogInfoWritten : DatInfoWritten;
     if (infoWritten) return;
     infoWritten = true;
-    append(logfiles::InfoPath(path,
+    Append(logfiles::InfoPath(path,
                               which == Excel ? logfiles::kLogInfoSuffix : logfiles::kDatInfoSuffix),
            start);
 }
 
-bool DataLogger::append(const QString& path, const QString& line) {
+bool DataLogger::Append(const QString& path, const QString& line) {
     const QString failure = logfiles::AppendLine(path, line);
     if (failure.isEmpty()) return true;
     cmdStop_Click();
@@ -377,34 +377,34 @@ bool DataLogger::append(const QString& path, const QString& line) {
     return false;
 }
 
-void DataLogger::onClicked(const QString& element) {
-    Form& form = window();
+void DataLogger::OnClicked(const QString& element) {
+    Form& form = Window();
     for (int which : {Excel, MathCad}) {
         const FileElements& e = elementsOf(which);
         if (element == e.tick) {
             form.setEnabled(e.chooser, form.isChecked(e.tick));
             CheckLoggerReady();
         } else if (element == e.chooser) {
-            chooseFile(which);
+            ChooseFile(which);
         }
     }
-    if (element == el::cmdStart)
+    if (element == lg::cmdStart)
         cmdStart_Click();
-    else if (element == el::cmdStop)
+    else if (element == lg::cmdStop)
         cmdStop_Click();
-    else if (element == el::cmdTrendExport)
-        exportTrend();
+    else if (element == lg::cmdTrendExport)
+        ExportTrend();
 }
 
-void DataLogger::onEdited(const QString& element) {
+void DataLogger::OnEdited(const QString& element) {
     for (int i = 0; i < 3; ++i) {
-        if (element != el::lstDisplay[i]) continue;
+        if (element != lg::lstDisplay[i]) continue;
         DataToShow();
         CheckLoggerReady();
     }
 }
 
-void DataLogger::exportTrend() {
+void DataLogger::ExportTrend() {
     std::optional<QString> path = m_services.dialogs->saveFileName(
         QString(), m_texts.str(kStringPicture) + QStringLiteral(" (*.png)|*.png|"));
     if (!path || path->isEmpty()) return;
@@ -412,7 +412,7 @@ void DataLogger::exportTrend() {
     Q_EMIT trendExportRequested(*path);
 }
 
-void DataLogger::trendExported(const QString& path, const QString& failure) {
+void DataLogger::TrendExported(const QString& path, const QString& failure) {
     if (failure.isEmpty()) return;
     m_services.dialogs->messageBox(
         m_texts.str(kStringExportFailed).arg(QDir::toNativeSeparators(path), failure), kTitle,

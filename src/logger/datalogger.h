@@ -49,11 +49,11 @@ public:
     // The texts that are the tool's own rather than the window's, in the current language.
     void ApplyTexts();
 
-    TrendStore& trend() { return m_trend; }
+    TrendStore& Trend() { return m_trend; }
     FormTimer& tmrBlink() { return m_tmrBlink; }
     // Records each file holds, earlier recordings included.
-    qint64 excelRecords() const { return m_records[0]; }
-    qint64 mathCadRecords() const { return m_records[1]; }
+    qint64 ExcelRecords() const { return m_records[0]; }
+    qint64 MathCadRecords() const { return m_records[1]; }
 
     bool ListResetPending = false;
     int ListRow = 0;
@@ -72,19 +72,19 @@ Q_SIGNALS:
 
 public:
     // The window's answer to that request: empty when saved, else the reason.
-    void trendExported(const QString& path, const QString& failure);
+    void TrendExported(const QString& path, const QString& failure);
 
 private:
     void Form_Load();
-    void onClicked(const QString& element);
-    void onEdited(const QString& element);
-    void chooseFile(int which);
-    void showRecords(int which);
+    void OnClicked(const QString& element);
+    void OnEdited(const QString& element);
+    void ChooseFile(int which);
+    void ShowRecords(int which);
     // Appends one line; on a failure the recording stops and the user is told.
-    bool append(const QString& path, const QString& line);
-    void recordTo(int which, const QDateTime& now);
-    void exportTrend();
-    Form& window() const;
+    bool Append(const QString& path, const QString& line);
+    void RecordTo(int which, const QDateTime& now);
+    void ExportTrend();
+    Form& Window() const;
 
     Form& m_window;
     Form& m_mainView;

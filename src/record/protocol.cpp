@@ -16,10 +16,10 @@
 #include <algorithm>
 #include <limits>
 
-namespace el = frmProtocol;
+namespace pr = frmProtocol;
 namespace dv = frmDisplay;
 using record::FormatColumn;
-using record::lengthOf;
+using record::LengthOf;
 
 namespace {
 
@@ -56,7 +56,7 @@ public:
     }
     // A cell exactly as wide as its text.
     QString fitted(const QString& text, int extra = 0) const {
-        return left(text, lengthOf(text) + extra);
+        return left(text, LengthOf(text) + extra);
     }
     QString caption(const QString& element) const { return m_view.caption(element); }
     QString legend(const QString& element) const { return left(caption(element), kLegendWidth); }
@@ -82,7 +82,7 @@ public:
     // A tab's caption and dashes as long as it.
     void heading(record::PageGrid& page, const QString& text) const {
         page.add({left(text, kLegendWidth)});
-        page.add({dashes(lengthOf(text))});
+        page.add({dashes(LengthOf(text))});
     }
     // The device's identity in one line: serial, software and parameter number.
     QStringList identity() const {
@@ -138,7 +138,7 @@ void settingLines(record::PageGrid& page, const Cells& c, ValueStore& v, int sec
                 const QString delay =
                     c.caption(s.labelElement(0)) + u' ' + c.caption(s.unitElement(0)) + u' ' +
                     c.caption(s.labelElement(1)) + u' ' + c.caption(s.unitElement(1));
-                cells << c.left(delay, std::max(kMarkWidth, lengthOf(delay)));
+                cells << c.left(delay, std::max(kMarkWidth, LengthOf(delay)));
                 break;
             }
             case Style::Tick:
@@ -171,13 +171,13 @@ Protocol::Protocol(AppState& state, DeviceValues& values)
     : QObject()
     , m_state(state)
     , m_values(values) {
-    connect(&window(), &Form::clicked, this, &Protocol::onClicked);
-    connect(&commentWindow(), &Form::clicked, this, &Protocol::onClicked);
+    connect(&Window(), &Form::clicked, this, &Protocol::OnClicked);
+    connect(&CommentWindow(), &Form::clicked, this, &Protocol::OnClicked);
     connect(&m_state.forms.get(frmDisplay::kName), &Form::clicked, this,
             [this](const QString& element) {
                 if (element == dv::mnuProtocolCreate) Q_EMIT createRequested();
             });
-    window().setCloseHandler([this] {
+    Window().setCloseHandler([this] {
         cmdCancel_Click();
         return false;
     });
@@ -185,15 +185,15 @@ Protocol::Protocol(AppState& state, DeviceValues& values)
 
 Protocol::~Protocol() = default;
 
-Form& Protocol::window() const {
+Form& Protocol::Window() const {
     return m_state.forms.get(frmProtocol::kName);
 }
 
-Form& Protocol::commentWindow() const {
+Form& Protocol::CommentWindow() const {
     return m_state.forms.get(frmProtocolComment::kName);
 }
 
-ValueStore& Protocol::store() {
+ValueStore& Protocol::Store() {
     if (ValueStore* values = m_values.get()) return *values;
     if (!m_empty) m_empty = std::make_unique<ValueStore>();
     return *m_empty;
@@ -202,45 +202,45 @@ ValueStore& Protocol::store() {
 void Protocol::ApplyTexts(Language language) {
     const StringTable& table = StringTable::instance();
     auto s = [&](int index) { return table.text(language, index); };
-    Form& w = window();
+    Form& w = Window();
     w.setTitle(s(72));
-    w.setCaption(el::cmdSave, s(73));
-    w.setCaption(el::cmdPrint, s(74));
-    w.setCaption(el::cmdSavePrint, s(75));
-    w.setCaption(el::cmdCancel, s(76));
-    w.setCaption(el::cmdPdf, s(650));
-    Form& c = commentWindow();
+    w.setCaption(pr::cmdSave, s(73));
+    w.setCaption(pr::cmdPrint, s(74));
+    w.setCaption(pr::cmdSavePrint, s(75));
+    w.setCaption(pr::cmdCancel, s(76));
+    w.setCaption(pr::cmdPdf, s(650));
+    Form& c = CommentWindow();
     c.setTitle(s(69));
     c.setCaption(frmProtocolComment::fraComment, s(70));
     c.setCaption(frmProtocolComment::cmdOK, s(71));
 }
 
-void Protocol::onClicked(const QString& element) {
-    if (sender() == &commentWindow()) {
+void Protocol::OnClicked(const QString& element) {
+    if (sender() == &CommentWindow()) {
         if (element == frmProtocolComment::cmdOK) cmdOK_Click();
         return;
     }
-    if (element == el::cmdSave)
+    if (element == pr::cmdSave)
         cmdSave_Click();
-    else if (element == el::cmdPrint)
+    else if (element == pr::cmdPrint)
         cmdPrint_Click();
-    else if (element == el::cmdSavePrint)
+    else if (element == pr::cmdSavePrint)
         cmdSavePrint_Click();
-    else if (element == el::cmdPdf)
+    else if (element == pr::cmdPdf)
         cmdPdf_Click();
-    else if (element == el::cmdCancel)
+    else if (element == pr::cmdCancel)
         cmdCancel_Click();
 }
 
 void Protocol::Protocol_Create() {
-    Form& c = commentWindow();
+    Form& c = CommentWindow();
     c.load();
     c.centreOver(m_state.forms.get(frmDisplay::kName));
     c.show(true);
 }
 
 void Protocol::cmdOK_Click() {
-    Form& c = commentWindow();
+    Form& c = CommentWindow();
     const QString comment1 = c.caption(frmProtocolComment::txtComment1);
     const QString comment2 = c.caption(frmProtocolComment::txtComment2);
     // The window is unloaded after use: the next record starts with empty lines.
@@ -248,7 +248,7 @@ void Protocol::cmdOK_Click() {
     c.setCaption(frmProtocolComment::txtComment1, QString());
     c.setCaption(frmProtocolComment::txtComment2, QString());
     Build(comment1, comment2);
-    Form& w = window();
+    Form& w = Window();
     w.load();
     w.centreOver(m_state.forms.get(frmDisplay::kName));
     w.show(true);
@@ -257,18 +257,18 @@ void Protocol::cmdOK_Click() {
 void Protocol::Build(const QString& comment1, const QString& comment2) {
     const QString one = Page_One(comment1, comment2);
     const QString two = Page_Two();
-    Form& w = window();
-    w.setCaption(el::rtxtProtocol[1], one);
-    w.setCaption(el::rtxtProtocol[2], two);
-    w.setCaption(el::rtxtProtocol[0], one + two);
+    Form& w = Window();
+    w.setCaption(pr::rtxtProtocol[1], one);
+    w.setCaption(pr::rtxtProtocol[2], two);
+    w.setCaption(pr::rtxtProtocol[0], one + two);
 }
 
-QStringList Protocol::pages() const {
-    return {window().caption(el::rtxtProtocol[1]), window().caption(el::rtxtProtocol[2])};
+QStringList Protocol::Pages() const {
+    return {Window().caption(pr::rtxtProtocol[1]), Window().caption(pr::rtxtProtocol[2])};
 }
 
 QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
-    ValueStore& v = store();
+    ValueStore& v = Store();
     const Cells c(m_state);
     const Form& d = c.m_view;
     const bool hasBattery = v.CTRL_GetHasBattery() != 0;
@@ -281,8 +281,8 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
         sensor[i] = v.TEM_GetHasNTC(i) != 0;
 
     record::PageGrid page;
-    page.add({c.plain(record::printableLine(comment1), record::PrintWidth)});
-    page.add({c.plain(record::printableLine(comment2), record::PrintWidth)});
+    page.add({c.plain(record::PrintableLine(comment1), record::PrintWidth)});
+    page.add({c.plain(record::PrintableLine(comment2), record::PrintWidth)});
     c.head(page);
 
     c.heading(page, c.caption(dv::tabDisplay[frmDisplayPage::Status]));
@@ -381,7 +381,7 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
 }
 
 QString Protocol::Page_Two() {
-    ValueStore& v = store();
+    ValueStore& v = Store();
     const Cells c(m_state);
     const QLocale& locale = m_state.preferences.locale();
     const Form& settings = m_state.forms.get(frmDeviceSettings::kName);
@@ -396,7 +396,7 @@ QString Protocol::Page_Two() {
     QString title = c.caption(dv::mnuDeviceSettings);
     title.remove(u'&');
     page.add({c.fitted(title)});
-    page.add({c.dashes(lengthOf(title))});
+    page.add({c.dashes(LengthOf(title))});
     page.addCells(
         QStringList{c.left(settings.caption(ds::lblBetaFactorSettings) + u':', kLegendWidth)} +
         c.numbers().mid(1));
@@ -486,31 +486,31 @@ QString Protocol::Page_Two() {
     return page.text();
 }
 
-QString Protocol::suggestedName(const QString& suffix) const {
+QString Protocol::SuggestedName(const QString& suffix) const {
     const QString serial =
         m_state.forms.get(frmDisplay::kName).caption(dv::lblSerialNo[0]).trimmed();
     return m_state.texts.str(72) + (serial.isEmpty() ? QString() : u'_' + serial) + suffix;
 }
 
-void Protocol::tellFailure(const QString& path, const QString& failure) {
+void Protocol::TellFailure(const QString& path, const QString& failure) {
     m_state.services.dialogs->messageBox(m_state.texts.str(651) + u'\n' + path + u'\n' + failure,
-                                         window().title(), UserDialogs::Buttons::Ok,
+                                         Window().title(), UserDialogs::Buttons::Ok,
                                          UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
 }
 
 void Protocol::cmdSave_Click() {
-    const auto path = m_state.services.dialogs->saveFileName(suggestedName(QStringLiteral(".txt")),
+    const auto path = m_state.services.dialogs->saveFileName(SuggestedName(QStringLiteral(".txt")),
                                                              QStringLiteral("*.txt|*.txt|"));
     if (!path || path->isEmpty()) return;
-    Form& w = window();
-    const QString whole = w.caption(el::rtxtProtocol[1]) + w.caption(el::rtxtProtocol[2]);
-    w.setCaption(el::rtxtProtocol[0], whole);
+    Form& w = Window();
+    const QString whole = w.caption(pr::rtxtProtocol[1]) + w.caption(pr::rtxtProtocol[2]);
+    w.setCaption(pr::rtxtProtocol[0], whole);
     if (const QString failure = writeWholeFile(*path, whole.toUtf8()); !failure.isEmpty())
-        tellFailure(*path, failure);
+        TellFailure(*path, failure);
 }
 
 void Protocol::cmdPrint_Click() {
-    Q_EMIT printRequested(pages());
+    Q_EMIT PrintRequested(Pages());
 }
 
 void Protocol::cmdSavePrint_Click() {
@@ -519,22 +519,22 @@ void Protocol::cmdSavePrint_Click() {
 }
 
 void Protocol::cmdPdf_Click() {
-    const auto path = m_state.services.dialogs->saveFileName(suggestedName(QStringLiteral(".pdf")),
+    const auto path = m_state.services.dialogs->saveFileName(SuggestedName(QStringLiteral(".pdf")),
                                                              QStringLiteral("PDF|*.pdf|"));
     if (!path || path->isEmpty()) return;
-    Q_EMIT pdfRequested(*path, pages());
+    Q_EMIT PdfRequested(*path, Pages());
 }
 
 void Protocol::cmdCancel_Click() {
-    window().hide();
+    Window().hide();
 }
 
-void Protocol::printed(const QString& failure) {
+void Protocol::Printed(const QString& failure) {
     if (failure.isEmpty()) return;
-    m_state.services.dialogs->messageBox(failure, window().title(), UserDialogs::Buttons::Ok,
+    m_state.services.dialogs->messageBox(failure, Window().title(), UserDialogs::Buttons::Ok,
                                          UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
 }
 
-void Protocol::pdfWritten(const QString& path, const QString& failure) {
-    if (!failure.isEmpty()) tellFailure(path, failure);
+void Protocol::PdfWritten(const QString& path, const QString& failure) {
+    if (!failure.isEmpty()) TellFailure(path, failure);
 }

@@ -41,28 +41,28 @@ public:
     void ApplyTexts(Language language);
 
     // Both pages as the views hold them.
-    QStringList pages() const;
+    QStringList Pages() const;
 
     // The window's answers: empty when done, else the reason in the platform's words.
-    void printed(const QString& failure);
-    void pdfWritten(const QString& path, const QString& failure);
+    void Printed(const QString& failure);
+    void PdfWritten(const QString& path, const QString& failure);
 
 Q_SIGNALS:
     // The main view's record entry: the language is refreshed, then Protocol_Create runs.
     void createRequested();
     // The user asked to print the pages, each as a job of its own.
-    void printRequested(const QStringList& pages);
+    void PrintRequested(const QStringList& pages);
     // The user asked for both pages as one PDF at `path`.
-    void pdfRequested(const QString& path, const QStringList& pages);
+    void PdfRequested(const QString& path, const QStringList& pages);
 
 private:
-    Form& window() const;
-    Form& commentWindow() const;
-    ValueStore& store();
-    void onClicked(const QString& element);
+    Form& Window() const;
+    Form& CommentWindow() const;
+    ValueStore& Store();
+    void OnClicked(const QString& element);
     void cmdOK_Click();
-    QString suggestedName(const QString& suffix) const;
-    void tellFailure(const QString& path, const QString& failure);
+    QString SuggestedName(const QString& suffix) const;
+    void TellFailure(const QString& path, const QString& failure);
 
     AppState& m_state;
     DeviceValues& m_values;

@@ -26,7 +26,7 @@ bool startsPair(const QString& text, qsizetype at) {
 
 } // namespace
 
-int lengthOf(const QString& text) {
+int LengthOf(const QString& text) {
     int length = 0;
     for (qsizetype at = 0; at < text.size(); at += startsPair(text, at) ? 2 : 1)
         ++length;
@@ -61,7 +61,7 @@ QString FormatColumn(UserDialogs* dialogs, const QString& Text, std::int16_t Wid
     return cut;
 }
 
-QString printableLine(const QString& text) {
+QString PrintableLine(const QString& text) {
     QString line;
     line.reserve(text.size());
     for (const char32_t c : text.toUcs4()) {

@@ -28,12 +28,12 @@ QString FormatColumn(UserDialogs* dialogs, const QString& Text, std::int16_t Wid
                      std::int16_t Align, const QString& FillChar);
 
 // Code points of `text`: what the record counts as its length.
-int lengthOf(const QString& text);
+int LengthOf(const QString& text);
 
 // A comment line as the record can print it: control characters (tabs, line ends) become
 // blanks and the marks that turn the writing direction of what follows are dropped, so that
 // the line keeps its place in the grid.
-QString printableLine(const QString& text);
+QString PrintableLine(const QString& text);
 
 // A page of 80 lines by 11 columns. Lines are filled from the top, cells from column 1 on;
 // lines beyond the last filled one stay margin and line end.

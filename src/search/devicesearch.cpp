@@ -43,28 +43,28 @@ DeviceSearch::DeviceSearch(Form& searchWindow, Form& connectWindow, Form& mainVi
     });
 
     Form& search = m_searchWindow;
-    connect(&search, &Form::clicked, this, &DeviceSearch::onSearchWindowClicked);
+    connect(&search, &Form::clicked, this, &DeviceSearch::OnSearchWindowClicked);
     connect(&search, &Form::doubleClicked, this, [this](const QString& element) {
-        if (element == lstDeviceList) selectListedDevice();
+        if (element == lstDeviceList) SelectListedDevice();
     });
     // Closing the window by its frame is a cancel: otherwise the poll would stay stopped
     // with the main view hidden.
     search.setCloseHandler([this] {
-        if (!m_life.closing()) selectPreviousDevice();
+        if (!m_life.closing()) SelectPreviousDevice();
         return true;
     });
 
-    connect(&connectWindow, &Form::clicked, this, &DeviceSearch::onConnectClicked);
-    connect(&connectWindow, &Form::windowChanged, this, &DeviceSearch::onConnectWindowChanged);
+    connect(&connectWindow, &Form::clicked, this, &DeviceSearch::OnConnectClicked);
+    connect(&connectWindow, &Form::windowChanged, this, &DeviceSearch::OnConnectWindowChanged);
     connectWindow.setCloseHandler([this] {
-        if (!m_life.closing()) cancelConnection();
+        if (!m_life.closing()) CancelConnection();
         return true;
     });
 }
 
 void DeviceSearch::mnuDeviceSearch_Click() {
-    m_engine.stop();
-    if (!m_link.isPortOpen()) m_link.SwitchToComPort(m_settings.GetPort());
+    m_engine.Stop();
+    if (!m_link.IsPortOpen()) m_link.SwitchToComPort(m_settings.GetPort());
 
     Form& display = m_mainView;
     Form& search = m_searchWindow;
@@ -106,13 +106,13 @@ void DeviceSearch::AddDevice(double serial) {
 void DeviceSearch::DeviceSelection(const QString& serial) {
     Form& display = m_mainView;
     if (serial == m_session.serialNo()) {
-        m_engine.setNextRead(2);
+        m_engine.SetNextRead(2);
         display.show();
     } else {
         m_session.setSerialNo(serial);
-        m_engine.setNextRead(1);
+        m_engine.SetNextRead(1);
         m_session.awaitChosenDevice(serial);
-        Q_EMIT languageRefreshNeeded();
+        Q_EMIT LanguageRefreshNeeded();
         ShowConnect(m_texts.appTitle + QStringLiteral(" - ") + serial);
     }
     m_session.setSearchRunning(false);
@@ -128,19 +128,19 @@ void DeviceSearch::ShowConnect(const QString& title) {
     m_tmrBlink.enable();
 }
 
-void DeviceSearch::onSearchWindowClicked(const QString& element) {
+void DeviceSearch::OnSearchWindowClicked(const QString& element) {
     if (element == cmdOK)
-        selectListedDevice();
+        SelectListedDevice();
     else if (element == cmdCancel)
-        selectPreviousDevice();
+        SelectPreviousDevice();
 }
 
-void DeviceSearch::onConnectClicked(const QString& element) {
-    if (element == frmConnect::cmdCancel) cancelConnection();
+void DeviceSearch::OnConnectClicked(const QString& element) {
+    if (element == frmConnect::cmdCancel) CancelConnection();
 }
 
 // Without a selected row there is nothing to choose, and the window stays open.
-void DeviceSearch::selectListedDevice() {
+void DeviceSearch::SelectListedDevice() {
     Form& search = m_searchWindow;
     const QStringList listed = search.items(lstDeviceList);
     const double row = search.value(lstDeviceList);
@@ -150,7 +150,7 @@ void DeviceSearch::selectListedDevice() {
 }
 
 // Row 0 is the device that was selected when the search began.
-void DeviceSearch::selectPreviousDevice() {
+void DeviceSearch::SelectPreviousDevice() {
     Form& search = m_searchWindow;
     const QStringList listed = search.items(lstDeviceList);
     if (listed.isEmpty()) return;
@@ -158,14 +158,14 @@ void DeviceSearch::selectPreviousDevice() {
     search.unload();
 }
 
-void DeviceSearch::cancelConnection() {
-    m_engine.stop();
+void DeviceSearch::CancelConnection() {
+    m_engine.Stop();
     m_session.awaitChosenDevice(QString());
-    Q_EMIT connectionCancelled();
+    Q_EMIT ConnectionCancelled();
     m_connectWindow.unload();
 }
 
-void DeviceSearch::onConnectWindowChanged(Form::WindowChange change) {
+void DeviceSearch::OnConnectWindowChanged(Form::WindowChange change) {
     if (change == Form::WindowChange::Shown) {
         m_tmrBlink.enable();
     } else if (change == Form::WindowChange::Hidden || change == Form::WindowChange::Unloaded) {

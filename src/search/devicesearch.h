@@ -40,17 +40,17 @@ public:
 
 Q_SIGNALS:
     // The window texts are to be rewritten in the current language.
-    void languageRefreshNeeded();
+    void LanguageRefreshNeeded();
     // The user has given up waiting for a device: back to the start window.
-    void connectionCancelled();
+    void ConnectionCancelled();
 
 private:
-    void onSearchWindowClicked(const QString& element);
-    void onConnectClicked(const QString& element);
-    void onConnectWindowChanged(Form::WindowChange change);
-    void selectListedDevice();
-    void selectPreviousDevice();
-    void cancelConnection();
+    void OnSearchWindowClicked(const QString& element);
+    void OnConnectClicked(const QString& element);
+    void OnConnectWindowChanged(Form::WindowChange change);
+    void SelectListedDevice();
+    void SelectPreviousDevice();
+    void CancelConnection();
 
     Form& m_searchWindow;
     Form& m_connectWindow;

@@ -74,11 +74,11 @@ AppShell::AppShell(AllForms& forms, Preferences& preferences, Texts& texts, RegS
     // Closing the main view is closing the tool, and asks as the start window does.
     for (Form* window : {&start, &m_forms.frmDisplay()}) {
         window->setCloseHandler([this] { return CloseApplication(); });
-        connect(window, &Form::clicked, this, &AppShell::onMenuClicked);
+        connect(window, &Form::clicked, this, &AppShell::OnMenuClicked);
     }
-    connect(&m_forms.frmAbout(), &Form::clicked, this, &AppShell::onAboutClicked);
+    connect(&m_forms.frmAbout(), &Form::clicked, this, &AppShell::OnAboutClicked);
     connect(&m_link, &SerialLink::iconIndexChanged, this, &AppShell::TrayIconUpdate);
-    connect(&m_languages, &Languages::languageSwitched, this, &AppShell::showAutoSaveFolder);
+    connect(&m_languages, &Languages::languageSwitched, this, &AppShell::ShowAutoSaveFolder);
 }
 
 void AppShell::Startup(const QString& rawCommandLineArgs) {
@@ -93,7 +93,7 @@ void AppShell::Startup(const QString& rawCommandLineArgs) {
     m_preferences.setLanguage(languageFromNumber(settings.GetLanguage()));
     m_preferences.setTemperatureUnit(temperatureUnitFromNumber(settings.GetTemperature()));
     m_preferences.setSmokeUnit(smokeUnitFromNumber(settings.GetSmoke()));
-    m_texts.versionSuffix = versionSuffix(settings.GetVersion());
+    m_texts.versionSuffix = VersionSuffix(settings.GetVersion());
 
     // The main view loads before the first language switch reaches it, with the units read.
     m_forms.frmDisplay().load();
@@ -103,14 +103,14 @@ void AppShell::Startup(const QString& rawCommandLineArgs) {
     TrayIconAdd();
 
     m_cmdArgs = GetCommandLineArgs(rawCommandLineArgs, 1);
-    handleCommandLine();
+    HandleCommandLine();
 }
 
 bool AppShell::CloseApplication() {
     if (m_life.closing()) return true;
     ValueStore* values = m_values.get();
     const bool buzzerOff = values && values->GetBuzzerShouldBeOff() == 1;
-    bool writeWaiting = m_mainView.settingsPages().anyWaiting();
+    bool writeWaiting = m_mainView.Pages().anyWaiting();
     for (const auto& waiting : m_writeWaitingChecks)
         writeWaiting = writeWaiting || waiting();
     if (buzzerOff || writeWaiting) {
@@ -130,13 +130,13 @@ bool AppShell::CloseApplication() {
 
 void AppShell::ShutDown() {
     if (m_life.closing()) return;
-    m_link.stopTimers();
-    if (m_link.isPortOpen()) m_link.closePort();
+    m_link.StopTimers();
+    if (m_link.IsPortOpen()) m_link.ClosePort();
     m_life.setClosing();
-    unloadAll();
+    UnloadAll();
 }
 
-void AppShell::addWriteWaitingCheck(std::function<bool()> waiting) {
+void AppShell::AddWriteWaitingCheck(std::function<bool()> waiting) {
     m_writeWaitingChecks.push_back(std::move(waiting));
 }
 
@@ -177,7 +177,7 @@ QStringList AppShell::GetCommandLineArgs(const QString& commandLine, int maxArgs
     return args;
 }
 
-QString AppShell::versionSuffix(const QString& version) {
+QString AppShell::VersionSuffix(const QString& version) {
     const qsizetype length = version.size();
     if (length < 5) return {};
     return QStringLiteral(",  V") + version.left(length - 4) + u'.' +
@@ -187,7 +187,7 @@ QString AppShell::versionSuffix(const QString& version) {
 void AppShell::TrayIconAdd() {
     if (m_trayIconAdded) return;
     Form& start = m_forms.frmMQ27D();
-    start.setValue(kTrayIcon, m_link.iconIndex());
+    start.setValue(kTrayIcon, m_link.IconIndex());
     start.setToolTip(kTrayIcon, start.title());
     start.setVisible(kTrayIcon, true);
     m_trayIconAdded = true;
@@ -195,7 +195,7 @@ void AppShell::TrayIconAdd() {
 
 void AppShell::TrayIconUpdate() {
     if (!m_trayIconAdded) return;
-    m_forms.frmMQ27D().setValue(kTrayIcon, m_link.iconIndex());
+    m_forms.frmMQ27D().setValue(kTrayIcon, m_link.IconIndex());
 }
 
 void AppShell::TrayIconRemove() {
@@ -204,21 +204,21 @@ void AppShell::TrayIconRemove() {
     m_trayIconAdded = false;
 }
 
-void AppShell::trayIconActivated() {
+void AppShell::TrayIconActivated() {
     AllForms& forms = m_forms;
     for (Form* form : {&forms.frmMQ27D(), &forms.frmDisplay(), &forms.frmConnect()}) {
         if (form->isShown()) form->bringToFront();
     }
 }
 
-void AppShell::onMenuClicked(const QString& element) {
+void AppShell::OnMenuClicked(const QString& element) {
     // Both windows name these entries alike; only the exit entries differ.
     if (element == frmMQ27D::mnuLoad)
         ShowLoadFile();
     else if (element == frmMQ27D::mnuCloseApp || element == frmDisplay::mnuExit)
         CloseApplication();
     else if (element == frmMQ27D::mnuAutoSaveFolder)
-        m_files.openAutoSaveFolder();
+        m_files.OpenAutoSaveFolder();
     else if (element == frmMQ27D::mnuInterface)
         ShowInterface();
     else if (element == frmMQ27D::mnuLanguage)
@@ -227,25 +227,25 @@ void AppShell::onMenuClicked(const QString& element) {
         ShowInfo();
 }
 
-void AppShell::onAboutClicked(const QString& element) {
+void AppShell::OnAboutClicked(const QString& element) {
     if (element == frmAbout::cmdOK) m_forms.frmAbout().unload();
 }
 
 // Only the first argument counts: the logger switch, which opens the logger,
 // or a saved device file.
-void AppShell::handleCommandLine() {
+void AppShell::HandleCommandLine() {
     if (m_cmdArgs.isEmpty()) return;
     const QString& argument = m_cmdArgs.first();
     if (argument.isEmpty()) return;
     if (argument.toUpper() == u"/LOGGER") {
-        Q_EMIT loggerRequested();
+        Q_EMIT LoggerRequested();
         return;
     }
     if (argument.size() >= 5 && argument.right(4).startsWith(u".ko"))
         m_files.LoadDeviceFile(argument);
 }
 
-void AppShell::unloadAll() {
+void AppShell::UnloadAll() {
     TrayIconRemove();
     AllForms& forms = m_forms;
     for (const QString& name : kUnloadOrder) {
@@ -255,9 +255,9 @@ void AppShell::unloadAll() {
     Q_EMIT quitRequested();
 }
 
-void AppShell::showAutoSaveFolder() {
+void AppShell::ShowAutoSaveFolder() {
     const QString text =
-        m_texts.str(kStringAutoSaveFolder).arg(QDir::toNativeSeparators(m_files.autoSaveFolder()));
+        m_texts.str(kStringAutoSaveFolder).arg(QDir::toNativeSeparators(m_files.AutoSaveFolder()));
     m_forms.frmMQ27D().setCaption(frmMQ27D::mnuAutoSaveFolder, text);
     m_forms.frmAbout().setCaption(frmAbout::lblAutoSaveFolder, text);
 }

@@ -40,7 +40,7 @@ public:
     bool CloseApplication();
     // A window besides the main view whose write may still wait for the device: `waiting`
     // tells whether it does, for the close question.
-    void addWriteWaitingCheck(std::function<bool()> waiting);
+    void AddWriteWaitingCheck(std::function<bool()> waiting);
     // The same shutdown without the question: a termination signal from the system.
     void ShutDown();
 
@@ -53,29 +53,29 @@ public:
     // Splits at blanks and tabs; quotation marks have no meaning. At most `maxArgs`.
     static QStringList GetCommandLineArgs(const QString& commandLine, int maxArgs);
     // ",  V3.01.05" for the setting Version 30105; empty for fewer than 5 characters.
-    static QString versionSuffix(const QString& version);
+    static QString VersionSuffix(const QString& version);
 
     void TrayIconAdd();
     void TrayIconUpdate();
     void TrayIconRemove();
-    bool trayIconAdded() const { return m_trayIconAdded; }
+    bool TrayIconAdded() const { return m_trayIconAdded; }
     // A left click or double click on the tray icon: visible windows to the front.
-    void trayIconActivated();
+    void TrayIconActivated();
 
     // "Automatic saves: <folder>" in the File menu and the About window.
-    void showAutoSaveFolder();
+    void ShowAutoSaveFolder();
 
 Q_SIGNALS:
     // Shutdown has unloaded the start window; the program ends.
     void quitRequested();
     // The command line asks for the data logger.
-    void loggerRequested();
+    void LoggerRequested();
 
 private:
-    void onMenuClicked(const QString& element);
-    void onAboutClicked(const QString& element);
-    void handleCommandLine();
-    void unloadAll();
+    void OnMenuClicked(const QString& element);
+    void OnAboutClicked(const QString& element);
+    void HandleCommandLine();
+    void UnloadAll();
 
     AllForms& m_forms;
     Preferences& m_preferences;

@@ -35,12 +35,12 @@ HelpLink::HelpLink(const Services& services, const Texts& texts, Form& about)
 
 void HelpLink::ShowHelp(int DeviceNumber, int Mode, int PDF_Target, const QString& Remark) {
     if (Mode != 1 && Mode != 2) return;
-    const QString file = helpFile(DeviceNumber);
+    const QString file = HelpFile(DeviceNumber);
     const QString destination = threeDigits(PDF_Target);
     if (Mode == 2)
-        describe(PDF_Target, file, destination, Remark);
+        Describe(PDF_Target, file, destination, Remark);
     else
-        open(file, destination);
+        Open(file, destination);
 }
 
 // Only viewers that can be told a named destination on their command line will do: one
@@ -53,32 +53,32 @@ QString HelpLink::PdfViewer() const {
     return {};
 }
 
-QString HelpLink::helpFileName(int deviceNumber, Language language) {
+QString HelpLink::HelpFileName(int deviceNumber, Language language) {
     return QStringLiteral("KompaHelp_%1_%2.pdf")
         .arg(threeDigits(deviceNumber), threeDigits(languageNumber(language)));
 }
 
-QString HelpLink::helpFile(int deviceNumber) const {
-    const QString name = helpFileName(deviceNumber, m_texts.language());
+QString HelpLink::HelpFile(int deviceNumber) const {
+    const QString name = HelpFileName(deviceNumber, m_texts.language());
     const QDir programDir(m_services.programDir);
     const QString beside = programDir.filePath(name);
     const QString installed = QDir::cleanPath(programDir.filePath(kInstalledManual + u'/' + name));
     return !QFileInfo::exists(beside) && QFileInfo::exists(installed) ? installed : beside;
 }
 
-void HelpLink::showManualPath() {
+void HelpLink::ShowManualPath() {
     m_about.setCaption(
         frmAbout::lblManual,
-        m_texts.str(kStringManual).arg(QDir::toNativeSeparators(helpFile(kManualDevice))));
+        m_texts.str(kStringManual).arg(QDir::toNativeSeparators(HelpFile(kManualDevice))));
 }
 
-QStringList HelpLink::viewerArguments(const QString& viewer, const QString& file,
+QStringList HelpLink::ViewerArguments(const QString& viewer, const QString& file,
                                       const QString& destination) {
     if (QFileInfo(viewer).fileName() == kOkular) return {file + u'#' + destination};
     return {QStringLiteral("--named-dest=") + destination, file};
 }
 
-void HelpLink::describe(int target, const QString& file, const QString& destination,
+void HelpLink::Describe(int target, const QString& file, const QString& destination,
                         const QString& remark) {
     const QString text = QStringLiteral("Helptext No. :         ") + QString::number(target) +
                          kCrLf2 + QStringLiteral("PDF-File :                ") + file + kCrLf2 +
@@ -87,7 +87,7 @@ void HelpLink::describe(int target, const QString& file, const QString& destinat
     m_services.dialogs->information(text, m_texts.appTitle);
 }
 
-void HelpLink::open(const QString& file, const QString& destination) {
+void HelpLink::Open(const QString& file, const QString& destination) {
     UserDialogs& dialogs = *m_services.dialogs;
     ProcessLauncher& launcher = *m_services.launcher;
     if (!QFileInfo::exists(file)) {
@@ -96,7 +96,7 @@ void HelpLink::open(const QString& file, const QString& destination) {
     }
     const QString viewer = PdfViewer();
     if (!viewer.isEmpty())
-        launcher.startDetached(viewer, viewerArguments(viewer, file, destination));
+        launcher.startDetached(viewer, ViewerArguments(viewer, file, destination));
     // The page at its start is better than no help; only a desktop that opens no PDF at all
     // leaves the user with the message.
     else if (!launcher.openDocument(file))

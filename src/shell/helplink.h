@@ -22,20 +22,20 @@ public:
     // The viewer's path, or empty when no viewer that can jump to a destination is found.
     QString PdfViewer() const;
 
-    static QString helpFileName(int deviceNumber, Language language);
+    static QString HelpFileName(int deviceNumber, Language language);
     // The help file of `deviceNumber` in the present language, where it is found; the path
     // beside the program when it is found nowhere.
-    QString helpFile(int deviceNumber) const;
+    QString HelpFile(int deviceNumber) const;
     // Names this device kind's manual in the About window, in the present language.
-    void showManualPath();
+    void ShowManualPath();
     // How `viewer` is told to open `file` at `destination`.
-    static QStringList viewerArguments(const QString& viewer, const QString& file,
+    static QStringList ViewerArguments(const QString& viewer, const QString& file,
                                        const QString& destination);
 
 private:
-    void describe(int target, const QString& file, const QString& destination,
+    void Describe(int target, const QString& file, const QString& destination,
                   const QString& remark);
-    void open(const QString& file, const QString& destination);
+    void Open(const QString& file, const QString& destination);
 
     const Services& m_services;
     const Texts& m_texts;

@@ -51,19 +51,19 @@ Languages::Languages(AllForms& forms, Preferences& preferences, Texts& texts, Re
     , m_texts(texts)
     , m_settings(settings) {
     Form& dialog = m_forms.frmLanguage();
-    connect(&dialog, &Form::loaded, this, &Languages::checkCurrentLanguage);
-    connect(&dialog, &Form::clicked, this, &Languages::onLanguageClicked);
-    connect(&dialog, &Form::edited, this, &Languages::onLanguageEdited);
+    connect(&dialog, &Form::loaded, this, &Languages::CheckCurrentLanguage);
+    connect(&dialog, &Form::clicked, this, &Languages::OnLanguageClicked);
+    connect(&dialog, &Form::edited, this, &Languages::OnLanguageEdited);
 }
 
 void Languages::SwitchToLanguage(int language) {
     const Words s(languageFromNumber(language));
-    applyStartWindow(s);
-    applyMessages(s);
-    applyInterfaceAndLanguage(s);
-    applyMainView(s);
-    applyAbout(s);
-    applyConnectAndSearch(s);
+    ApplyStartWindow(s);
+    ApplyMessages(s);
+    ApplyInterfaceAndLanguage(s);
+    ApplyMainView(s);
+    ApplyAbout(s);
+    ApplyConnectAndSearch(s);
     const int number = languageNumber(s.language());
     if (m_settings.GetLanguage() != number) m_settings.SetLanguage(number);
     m_preferences.setLanguage(s.language());
@@ -75,18 +75,18 @@ void Languages::ShowLanguage() {
     m_forms.frmLanguage().show(false);
 }
 
-QString Languages::versionText() {
-    return QStringLiteral(" - V") + versionNumber();
+QString Languages::VersionText() {
+    return QStringLiteral(" - V") + VersionNumber();
 }
 
-QString Languages::versionNumber() {
+QString Languages::VersionNumber() {
     return QString::number(MQ27_VERSION_MAJOR) + u'.' + twoDigits(MQ27_VERSION_MINOR) + u'.' +
            twoDigits(MQ27_VERSION_PATCH);
 }
 
-void Languages::applyStartWindow(const Words& s) {
+void Languages::ApplyStartWindow(const Words& s) {
     Form& form = m_forms.frmMQ27D();
-    form.setTitle(s(0) + versionText());
+    form.setTitle(s(0) + VersionText());
     setCaptions(
         form,
         {{frmMQ27D::mnuFile, s(1)},
@@ -111,7 +111,7 @@ void Languages::applyStartWindow(const Words& s) {
     form.setVisible(frmMQ27D::fraComReceive, false);
 }
 
-void Languages::applyMessages(const Words& s) {
+void Languages::ApplyMessages(const Words& s) {
     m_texts.appTitle = s(0);
     AppMessages& m = m_texts.messages;
     m.saveQuestion = s(104);
@@ -127,7 +127,7 @@ void Languages::applyMessages(const Words& s) {
     m.closeQuestion = s(422);
 }
 
-void Languages::applyInterfaceAndLanguage(const Words& s) {
+void Languages::ApplyInterfaceAndLanguage(const Words& s) {
     Form& ports = m_forms.frmInterface();
     ports.setTitle(s(106));
     setCaptions(ports, {{frmInterface::lblCOMPort, s(107)},
@@ -151,22 +151,22 @@ void Languages::applyInterfaceAndLanguage(const Words& s) {
                          {frmLanguage::cmdOK, s(71)}});
 }
 
-void Languages::applyMainView(const Words& s) {
+void Languages::ApplyMainView(const Words& s) {
     ApplyMainViewTexts(m_forms.frmDisplay(), s.language());
 }
 
-void Languages::applyAbout(const Words& s) {
+void Languages::ApplyAbout(const Words& s) {
     Form& about = m_forms.frmAbout();
     about.setTitle(s(113));
     setCaptions(about, {{frmAbout::lblKompaVersion, s(114) + m_texts.versionSuffix},
                         {frmAbout::lblDisplay,
-                         s(115) + u' ' + s(0) + QStringLiteral(",  V") + versionNumber()},
+                         s(115) + u' ' + s(0) + QStringLiteral(",  V") + VersionNumber()},
                         {frmAbout::lblCopyright[0], s(116)},
                         {frmAbout::lblCopyright[1], s(117)},
                         {frmAbout::cmdOK, s(71)}});
 }
 
-void Languages::applyConnectAndSearch(const Words& s) {
+void Languages::ApplyConnectAndSearch(const Words& s) {
     setCaptions(m_forms.frmConnect(),
                 {{frmConnect::lblConnection, s(418)}, {frmConnect::cmdCancel, s(49)}});
     setCaptions(m_forms.frmDeviceSearch(), {{frmDeviceSearch::lblDataLEDLegend, s(54)},
@@ -174,7 +174,7 @@ void Languages::applyConnectAndSearch(const Words& s) {
                                             {frmDeviceSearch::cmdCancel, s(49)}});
 }
 
-void Languages::onLanguageClicked(const QString& element) {
+void Languages::OnLanguageClicked(const QString& element) {
     if (element != frmLanguage::cmdOK) return;
     Form& dialog = m_forms.frmLanguage();
     int checked = 0;
@@ -189,7 +189,7 @@ void Languages::onLanguageClicked(const QString& element) {
 }
 
 // The options form one group: choosing one clears the others.
-void Languages::onLanguageEdited(const QString& element) {
+void Languages::OnLanguageEdited(const QString& element) {
     Form& dialog = m_forms.frmLanguage();
     QStringList options;
     for (int i = 0; i < kLanguageOptions; ++i)
@@ -200,7 +200,7 @@ void Languages::onLanguageEdited(const QString& element) {
     }
 }
 
-void Languages::checkCurrentLanguage() {
+void Languages::CheckCurrentLanguage() {
     Form& dialog = m_forms.frmLanguage();
     for (int i = 0; i < kLanguageOptions; ++i)
         dialog.setChecked(languageOption(i), i == languageNumber(m_preferences.language()));

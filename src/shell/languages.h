@@ -26,9 +26,9 @@ public:
     void ShowLanguage();
 
     // " - V1.00.00": the program's own version behind the title.
-    static QString versionText();
+    static QString VersionText();
     // "1.00.00".
-    static QString versionNumber();
+    static QString VersionNumber();
 
 Q_SIGNALS:
     void languageSwitched(Language language);
@@ -37,15 +37,15 @@ private:
     // The texts of one language, as a switch applies them.
     class Words;
 
-    void applyStartWindow(const Words& s);
-    void applyMessages(const Words& s);
-    void applyInterfaceAndLanguage(const Words& s);
-    void applyMainView(const Words& s);
-    void applyAbout(const Words& s);
-    void applyConnectAndSearch(const Words& s);
-    void onLanguageClicked(const QString& element);
-    void onLanguageEdited(const QString& element);
-    void checkCurrentLanguage();
+    void ApplyStartWindow(const Words& s);
+    void ApplyMessages(const Words& s);
+    void ApplyInterfaceAndLanguage(const Words& s);
+    void ApplyMainView(const Words& s);
+    void ApplyAbout(const Words& s);
+    void ApplyConnectAndSearch(const Words& s);
+    void OnLanguageClicked(const QString& element);
+    void OnLanguageEdited(const QString& element);
+    void CheckCurrentLanguage();
 
     AllForms& m_forms;
     Preferences& m_preferences;

@@ -27,20 +27,20 @@ StartWindow::StartWindow(Form& window, SerialLink& link, Recognition& recognitio
     // Whoever ticks the box, the user or the program, the line follows it.
     const auto followSendEnable = [this, &link](const QString& element) {
         if (element == frmMQ27D::chkSendEnable)
-            link.setSendEnabled(m_window.isChecked(frmMQ27D::chkSendEnable));
+            link.SetSendEnabled(m_window.isChecked(frmMQ27D::chkSendEnable));
     };
     connect(&window, &Form::edited, this, followSendEnable);
     connect(&window, &Form::elementChanged, this,
             [followSendEnable](const QString& element, ElementProperty property) {
                 if (property == ElementProperty::Value) followSendEnable(element);
             });
-    connect(&link, &SerialLink::monitorSent, this,
+    connect(&link, &SerialLink::MonitorSent, this,
             [this](const QString& text) { m_window.setCaption(frmMQ27D::txtComSend, text); });
-    connect(&link, &SerialLink::monitorReceived, this,
+    connect(&link, &SerialLink::MonitorReceived, this,
             [this](const QString& text) { m_window.setCaption(frmMQ27D::txtComReceive, text); });
-    connect(&link, &SerialLink::receiveLampChanged, this, &StartWindow::showReceiveLamp);
-    connect(&link, &SerialLink::sendLampChanged, this, &StartWindow::showSendLamp);
-    connect(&link, &SerialLink::portReasonChanged, this, [this](const QString& reason) {
+    connect(&link, &SerialLink::ReceiveLampChanged, this, &StartWindow::showReceiveLamp);
+    connect(&link, &SerialLink::SendLampChanged, this, &StartWindow::showSendLamp);
+    connect(&link, &SerialLink::PortReasonChanged, this, [this](const QString& reason) {
         setReason(m_window, frmMQ27D::lblPortReason, reason);
     });
     connect(&recognition, &Recognition::lineStatusChanged, this,
@@ -66,39 +66,39 @@ PortWindow::PortWindow(Form& window, SerialLink& link, const RegSettings& settin
     , m_link(link)
     , m_settings(settings) {
     window.setVisible(frmInterface::lblPortReason, false);
-    connect(&window, &Form::clicked, this, &PortWindow::onClicked);
+    connect(&window, &Form::clicked, this, &PortWindow::OnClicked);
     connect(&window, &Form::edited, this, [this](const QString& element) {
-        if (element == frmInterface::cboPort) showProbeReason();
+        if (element == frmInterface::cboPort) ShowProbeReason();
     });
-    connect(&link, &SerialLink::portReasonChanged, this, [this](const QString& reason) {
+    connect(&link, &SerialLink::PortReasonChanged, this, [this](const QString& reason) {
         setReason(m_window, frmInterface::lblPortReason, reason);
     });
 }
 
 void PortWindow::ShowCOMPort() {
-    if (!m_link.hasPort()) return;
-    m_ports = m_link.probePorts();
+    if (!m_link.HasPort()) return;
+    m_ports = m_link.ProbePorts();
     m_window.setItems(frmInterface::cboPort, m_ports.entries);
-    m_window.setValue(frmInterface::cboPort, m_link.openPortNumber());
+    m_window.setValue(frmInterface::cboPort, m_link.OpenPortNumber());
     // A port that is set but not open says why, though the list shows "off".
-    if (m_link.isPortOpen() || m_link.portFailure().failed()) {
-        m_link.showPortReason();
+    if (m_link.IsPortOpen() || m_link.PortFailure().failed()) {
+        m_link.ShowPortReason();
     } else {
         const int stored = m_settings.GetPort();
         const bool known = stored >= kFirstPort && stored < m_ports.failures.size();
         m_window.setCaption(frmInterface::lblPortReason,
-                            known ? m_link.describe(m_ports.failures.at(stored)) : QString());
+                            known ? m_link.Describe(m_ports.failures.at(stored)) : QString());
     }
 }
 
-void PortWindow::showProbeReason() {
+void PortWindow::ShowProbeReason() {
     const double selected = m_window.value(frmInterface::cboPort);
     if (!(selected >= 0 && selected < m_ports.failures.size())) return;
     m_window.setCaption(frmInterface::lblPortReason,
-                        m_link.describe(m_ports.failures.at(static_cast<int>(selected))));
+                        m_link.Describe(m_ports.failures.at(static_cast<int>(selected))));
 }
 
-void PortWindow::onClicked(const QString& element) {
+void PortWindow::OnClicked(const QString& element) {
     if (element == frmInterface::cmdCancelButton) {
         m_window.unload();
     } else if (element == frmInterface::cmdOKButton) {

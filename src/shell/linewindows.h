@@ -35,8 +35,8 @@ public:
     void ShowCOMPort();
 
 private:
-    void onClicked(const QString& element);
-    void showProbeReason();
+    void OnClicked(const QString& element);
+    void ShowProbeReason();
 
     Form& m_window;
     SerialLink& m_link;

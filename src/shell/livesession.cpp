@@ -35,9 +35,9 @@ LiveSession::LiveSession(const Options& options)
     m_program->preferences().setLocale(QLocale::c());
 
     TelegramDecoder& decoder = m_program->decoder();
-    connect(&decoder, &TelegramDecoder::readOutRecorded, this, &LiveSession::onReadOutRecorded);
+    connect(&decoder, &TelegramDecoder::ReadOutRecorded, this, &LiveSession::onReadOutRecorded);
     // The start window names the family of every accepted telegram before the hand-over.
-    connect(&m_program->recognition(), &Recognition::closeRequested, this, [this] {
+    connect(&m_program->recognition(), &Recognition::CloseRequested, this, [this] {
         QString caption = m_program->forms().frmMQ27D().caption(frmMQ27D::lblDevice);
         caption.remove(QStringLiteral(" recognized"));
         m_otherFamily = caption;
@@ -51,7 +51,7 @@ LiveSession::LiveSession(const Options& options)
 
 LiveSession::~LiveSession() {
     // Nothing of the line may reach the program while it is taken down.
-    m_program->link().stopTimers();
+    m_program->link().StopTimers();
     m_port->close();
 }
 
@@ -76,9 +76,9 @@ std::optional<QString> LiveSession::start(const QString& port) {
     settings.SetTemperature(static_cast<int>(m_options.temperatureUnit));
     m_program->shell().Startup(QString());
     const SerialLink& link = m_program->link();
-    if (link.isPortOpen()) return std::nullopt;
+    if (link.IsPortOpen()) return std::nullopt;
     // The start window's reason, in the session's language; it names the port.
-    const QString reason = link.portReason();
+    const QString reason = link.PortReason();
     return reason.isEmpty() ? port + QStringLiteral(": the port could not be opened") : reason;
 }
 
@@ -89,8 +89,8 @@ void LiveSession::onReadOutRecorded() {
         return;
     }
     m_readOutDone = true;
-    const QDir folder(m_program->files().autoSaveFolder());
+    const QDir folder(m_program->files().AutoSaveFolder());
     const QFileInfoList saved = folder.entryInfoList(QDir::Files, QDir::Time);
     if (!saved.isEmpty()) m_autoSavedFile = saved.first().absoluteFilePath();
-    Q_EMIT readOutComplete();
+    Q_EMIT ReadOutComplete();
 }

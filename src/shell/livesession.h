@@ -51,7 +51,7 @@ public:
 Q_SIGNALS:
     // The first complete read-out of the device (after telegram 5) is in, the main view
     // refreshed and the automatic save written.
-    void readOutComplete();
+    void ReadOutComplete();
     // Each further complete cycle (after every telegram 5), with the main view refreshed.
     void cycleComplete();
     // A device of another family answered: the tool hands such a line over and stops.

@@ -77,15 +77,16 @@ void Program::makeParts(SerialPortDevice* port) {
 void Program::connectParts() {
     // The close question counts the writes that wait in every window, not only the main
     // view's pages.
-    m_shell->addWriteWaitingCheck([this] {
-        return m_deviceSettings->state(DeviceSettings::Resistors) ==
+    m_shell->AddWriteWaitingCheck([this] {
+        return m_deviceSettings->StateOf(DeviceSettings::Resistors) ==
                    DeviceSettings::State::Comparing ||
-               m_deviceSettings->state(DeviceSettings::BetaValues) ==
+               m_deviceSettings->StateOf(DeviceSettings::BetaValues) ==
                    DeviceSettings::State::Comparing;
     });
-    m_shell->addWriteWaitingCheck(
-        [this] { return m_extinguishSettings->state() == ExtinguishSettings::State::Waiting; });
-    m_shell->addWriteWaitingCheck(
+    m_shell->AddWriteWaitingCheck([this] {
+        return m_extinguishSettings->CurrentState() == ExtinguishSettings::State::Waiting;
+    });
+    m_shell->AddWriteWaitingCheck(
         [this] { return m_localisation->tmrCompareLocalizeSet().isEnabled(); });
 
     connectLine();
@@ -100,16 +101,16 @@ void Program::connectParts() {
 // the connection window, another family ends the tool.
 void Program::connectLine() {
     const auto direct = Qt::DirectConnection;
-    connect(m_recognition.get(), &Recognition::ownTelegramAccepted, m_decoder.get(),
+    connect(m_recognition.get(), &Recognition::OwnTelegramAccepted, m_decoder.get(),
             &TelegramDecoder::DataDecoder, direct);
     connect(
-        m_recognition.get(), &Recognition::connectionWindowRequested, this,
+        m_recognition.get(), &Recognition::ConnectionWindowRequested, this,
         [this](const QString& serialNo) {
             m_search->ShowConnect(serialNo + QStringLiteral(" - ") + m_texts.appTitle);
         },
         direct);
     connect(
-        m_recognition.get(), &Recognition::closeRequested, this,
+        m_recognition.get(), &Recognition::CloseRequested, this,
         [this] { m_shell->CloseApplication(); }, direct);
 }
 
@@ -118,56 +119,56 @@ void Program::connectTelegramRoad() {
     const auto direct = Qt::DirectConnection;
     MainView* mainView = m_mainView.get();
     TelegramDecoder* decoder = m_decoder.get();
-    connect(decoder, &TelegramDecoder::telegramTimed, mainView, &MainView::showTelegramTime,
+    connect(decoder, &TelegramDecoder::telegramTimed, mainView, &MainView::ShowTelegramTime,
             direct);
-    connect(decoder, &TelegramDecoder::searchAnswer, m_search.get(), &DeviceSearch::AddDevice,
+    connect(decoder, &TelegramDecoder::SearchAnswer, m_search.get(), &DeviceSearch::AddDevice,
             direct);
-    connect(decoder, &TelegramDecoder::deviceTakenOn, mainView, &MainView::takeOn, direct);
-    connect(decoder, &TelegramDecoder::deviceTakenOn, m_files.get(), &DeviceFiles::armAutoSave,
+    connect(decoder, &TelegramDecoder::DeviceTakenOn, mainView, &MainView::TakeOn, direct);
+    connect(decoder, &TelegramDecoder::DeviceTakenOn, m_files.get(), &DeviceFiles::ArmAutoSave,
             direct);
-    connect(decoder, &TelegramDecoder::telegramStored, mainView, &MainView::ShowReceiveActivity,
+    connect(decoder, &TelegramDecoder::TelegramStored, mainView, &MainView::ShowReceiveActivity,
             direct);
     connect(
-        decoder, &TelegramDecoder::connectionPhaseEnded, this,
+        decoder, &TelegramDecoder::ConnectionPhaseEnded, this,
         [this] {
-            m_mainView->showDevice();
+            m_mainView->ShowDevice();
             m_forms.frmMQ27D().hide();
             m_forms.frmConnect().unload();
         },
         direct);
-    connect(decoder, &TelegramDecoder::readOutComplete, m_files.get(), &DeviceFiles::SaveDeviceData,
+    connect(decoder, &TelegramDecoder::ReadOutComplete, m_files.get(), &DeviceFiles::SaveDeviceData,
             direct);
     connect(
-        decoder, &TelegramDecoder::readOutComplete, this,
+        decoder, &TelegramDecoder::ReadOutComplete, this,
         [this] { m_forms.frmLogdataDev().load(); }, direct);
-    connect(decoder, &TelegramDecoder::displayRefreshDue, mainView, &MainView::refreshIfShown,
+    connect(decoder, &TelegramDecoder::DisplayRefreshDue, mainView, &MainView::RefreshIfShown,
             direct);
-    connect(decoder, &TelegramDecoder::readOutRecorded, m_logger.get(),
+    connect(decoder, &TelegramDecoder::ReadOutRecorded, m_logger.get(),
             &DataLogger::ReadOutComplete, direct);
 }
 
 // What one window asks of a part that lies above it, or beside it.
 void Program::connectWindows() {
     const auto direct = Qt::DirectConnection;
-    connect(m_shell.get(), &AppShell::loggerRequested, m_logger.get(), &DataLogger::ShowLogger,
+    connect(m_shell.get(), &AppShell::LoggerRequested, m_logger.get(), &DataLogger::ShowLogger,
             direct);
     connect(
-        m_mainView.get(), &MainView::saveRequested, this, [this] { m_files->SaveDeviceData(0); },
+        m_mainView.get(), &MainView::SaveRequested, this, [this] { m_files->SaveDeviceData(0); },
         direct);
-    connect(m_mainView.get(), &MainView::deviceSearchRequested, m_search.get(),
+    connect(m_mainView.get(), &MainView::DeviceSearchRequested, m_search.get(),
             &DeviceSearch::mnuDeviceSearch_Click, direct);
     connect(
-        m_search.get(), &DeviceSearch::connectionCancelled, this,
+        m_search.get(), &DeviceSearch::ConnectionCancelled, this,
         [this] { m_forms.frmMQ27D().show(); }, direct);
     connect(m_mainView.get(), &MainView::aboutToShowData, m_localisation.get(),
             &Localisation::ShowLocData, direct);
     connect(
-        m_mainView.get(), &MainView::helpRequested, this,
+        m_mainView.get(), &MainView::HelpRequested, this,
         [this](int device, int mode, int topic, const QString& text) {
             m_help->ShowHelp(device, mode, topic, text);
         },
         direct);
-    connect(m_extinguishDetails.get(), &ExtinguishDetails::helpRequested, m_mainView.get(),
+    connect(m_extinguishDetails.get(), &ExtinguishDetails::HelpRequested, m_mainView.get(),
             &MainView::Help_Table, direct);
 }
 
@@ -178,10 +179,10 @@ void Program::connectLanguage() {
     const auto refreshLanguage = [this] {
         m_languages->SwitchToLanguage(languageNumber(m_preferences.language()));
     };
-    connect(m_recognition.get(), &Recognition::languageRefreshNeeded, this, refreshLanguage,
+    connect(m_recognition.get(), &Recognition::LanguageRefreshNeeded, this, refreshLanguage,
             direct);
-    connect(m_search.get(), &DeviceSearch::languageRefreshNeeded, this, refreshLanguage, direct);
-    connect(m_localisation.get(), &Localisation::languageRefreshNeeded, this, refreshLanguage,
+    connect(m_search.get(), &DeviceSearch::LanguageRefreshNeeded, this, refreshLanguage, direct);
+    connect(m_localisation.get(), &Localisation::LanguageRefreshNeeded, this, refreshLanguage,
             direct);
     // The record reads the labels, so they are brought to the language first.
     connect(
@@ -205,12 +206,12 @@ void Program::connectLanguage() {
         },
         direct);
     connect(
-        languages, &Languages::languageSwitched, this, [this] { m_help->showManualPath(); },
+        languages, &Languages::languageSwitched, this, [this] { m_help->ShowManualPath(); },
         direct);
     connect(languages, &Languages::languageSwitched, m_extinguishDetails.get(),
-            &ExtinguishDetails::applyTexts, direct);
+            &ExtinguishDetails::ApplyTexts, direct);
     connect(languages, &Languages::languageSwitched, m_extinguishSettings.get(),
-            &ExtinguishSettings::applyTexts, direct);
+            &ExtinguishSettings::ApplyTexts, direct);
     // After the main view's texts: the window's title is the main view's menu entry.
     connect(languages, &Languages::languageSwitched, m_deviceSettings.get(),
             &DeviceSettings::ApplyTexts, direct);

@@ -286,7 +286,7 @@ private:
         int base = 0;
     };
 
-    Bytes* dataArray(std::int16_t command);
+    Bytes* DataArray(std::int16_t command);
 
     // The last telegram of each read command 1 to 5, at index command - 1.
     Bytes m_telegrams[5];
@@ -304,44 +304,44 @@ private:
     Bytes m_extinguisherIdent;
     Bytes m_indicatorTestParameter;
 
-    static std::int16_t keep(Bytes& slot, Bytes block);
+    static std::int16_t Keep(Bytes& slot, Bytes block);
 
     void SetIndexError();
-    void describe(const QString& description, const QString& unit);
+    void Describe(const QString& description, const QString& unit);
 
     // Each describes the value, then locates its block (or reports the index error).
-    Field in(const Bytes& data, const QString& description, const QString& unit = QString());
-    Field detector(std::int16_t d, const QString& description, const QString& unit = QString());
-    Field sensor(std::int16_t n, const QString& description, const QString& unit = QString());
-    Field busModule(std::int16_t m, const QString& description, const QString& unit = QString());
+    Field In(const Bytes& data, const QString& description, const QString& unit = QString());
+    Field Detector(std::int16_t d, const QString& description, const QString& unit = QString());
+    Field Sensor(std::int16_t n, const QString& description, const QString& unit = QString());
+    Field BusModule(std::int16_t m, const QString& description, const QString& unit = QString());
 
     // One bit of a mask of `bitCount` bits at `offset` of telegram 3, lower byte first.
-    std::int16_t maskBit(int offset, std::int16_t b, int bitCount, const QString& description);
+    std::int16_t MaskBit(int offset, std::int16_t b, int bitCount, const QString& description);
     // A bit of byte 62 or 145 of telegram 3 picked by relay or detector index.
-    std::int16_t indexedBit(int offset, int bit, bool inRange, const QString& description);
+    std::int16_t IndexedBit(int offset, int bit, bool inRange, const QString& description);
     // Display LED field of a detector; the two detectors have theirs at unrelated places.
     struct BitPlace {
         int offset;
         int lowBit;
     };
-    std::int16_t detectorLed(std::int16_t d, BitPlace first, BitPlace second,
+    std::int16_t DetectorLed(std::int16_t d, BitPlace first, BitPlace second,
                              const QString& description);
     // Failure bit b (0 to 7) of module m.
-    std::int16_t moduleFailureBit(std::int16_t m, std::int16_t b, int offset,
+    std::int16_t ModuleFailureBit(std::int16_t m, std::int16_t b, int offset,
                                   const QString& description);
 
     // The only reads of the stored bytes; 0 outside the array.
-    static std::uint8_t byteAt(Field field, int offset);
-    static float u8(Field field, int offset);
-    static float s8(Field field, int offset);
-    static float u16(Field field, int offset);
-    static float s16(Field field, int offset);
-    static double u32(Field field, int offset);
-    static float f32(Field field, int offset);
-    static std::int16_t flag(Field field, int offset, int bit);
-    static std::int16_t state(Field field, int offset, int lowBit);
+    static std::uint8_t ByteAt(Field field, int offset);
+    static float U8(Field field, int offset);
+    static float S8(Field field, int offset);
+    static float U16(Field field, int offset);
+    static float S16(Field field, int offset);
+    static double U32(Field field, int offset);
+    static float F32(Field field, int offset);
+    static std::int16_t Flag(Field field, int offset, int bit);
+    static std::int16_t StateBits(Field field, int offset, int lowBit);
     // "0000.00.000" from a uint16 and two bytes; "#" after an index error.
-    static QString softwareNumber(Field field, int offset);
+    static QString SoftwareNumber(Field field, int offset);
     // "0000.000.000" from two uint16 and a byte; "#" after an index error.
-    static QString parameterId(Field field, int offset);
+    static QString ParameterId(Field field, int offset);
 };

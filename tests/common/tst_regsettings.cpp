@@ -53,7 +53,7 @@ void TestRegSettings::leadingNumber_data() {
 void TestRegSettings::leadingNumber() {
     QFETCH(QString, text);
     QFETCH(int, number);
-    QCOMPARE(RegSettings::leadingNumber(text), number);
+    QCOMPARE(RegSettings::LeadingNumber(text), number);
 }
 
 void TestRegSettings::storedTextIsReadByItsLeadingNumber() {

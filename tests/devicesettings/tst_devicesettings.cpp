@@ -8,7 +8,7 @@
 
 #include <QtTest>
 
-namespace el = frmDeviceSettings;
+namespace ds = frmDeviceSettings;
 using State = DeviceSettings::State;
 
 namespace {
@@ -25,10 +25,10 @@ struct WindowRig : MainViewRig {
     PollEngine& engine = app->engine();
     Form& w = app->forms().frmDeviceSettings();
 
-    State resistors() const { return settings.state(DeviceSettings::Resistors); }
-    State beta() const { return settings.state(DeviceSettings::BetaValues); }
+    State resistors() const { return settings.StateOf(DeviceSettings::Resistors); }
+    State beta() const { return settings.StateOf(DeviceSettings::BetaValues); }
     bool queued(int command) const {
-        return engine.isWriteQueued() && engine.nextCommand() == command;
+        return engine.IsWriteQueued() && engine.NextCommand() == command;
     }
 };
 
@@ -45,27 +45,27 @@ private Q_SLOTS:
         Form& w = rig.w;
         QVERIFY(w.isShown() && w.isModal());
         QCOMPARE(w.title(), QStringLiteral("Advanced settings"));
-        QVERIFY(w.isVisible(el::fraDeviceSettings[0]) && w.isVisible(el::fraDeviceSettings[1]));
-        QCOMPARE(w.caption(el::lblParameterValue[1]), QStringLiteral("4700"));
-        QCOMPARE(w.caption(el::lblBetaFactor[0]), QStringLiteral("3977"));
-        QCOMPARE(w.toolTip(el::txtParameterValue[0]), QStringLiteral("0 - 50000000 Ohm"));
-        QCOMPARE(w.toolTip(el::txtParameterValue[2]), QStringLiteral("0 - 99 %"));
+        QVERIFY(w.isVisible(ds::fraDeviceSettings[0]) && w.isVisible(ds::fraDeviceSettings[1]));
+        QCOMPARE(w.caption(ds::lblParameterValue[1]), QStringLiteral("4700"));
+        QCOMPARE(w.caption(ds::lblBetaFactor[0]), QStringLiteral("3977"));
+        QCOMPARE(w.toolTip(ds::txtParameterValue[0]), QStringLiteral("0 - 50000000 Ohm"));
+        QCOMPARE(w.toolTip(ds::txtParameterValue[2]), QStringLiteral("0 - 99 %"));
         QVERIFY(rig.settings.tmrRefresh().isEnabled());
 
-        w.click(el::cmdSettings);
+        w.click(ds::cmdSettings);
         QCOMPARE(rig.resistors(), State::Editing);
-        QVERIFY(!w.isVisible(el::lblParameterValue[0]) && w.isVisible(el::txtParameterValue[0]));
-        QVERIFY(!w.isVisible(el::cmdSettings) && w.isVisible(el::cmdSettingsAssume));
-        QCOMPARE(w.caption(el::txtParameterValue[0]), QStringLiteral("1200"));
+        QVERIFY(!w.isVisible(ds::lblParameterValue[0]) && w.isVisible(ds::txtParameterValue[0]));
+        QVERIFY(!w.isVisible(ds::cmdSettings) && w.isVisible(ds::cmdSettingsAssume));
+        QCOMPARE(w.caption(ds::txtParameterValue[0]), QStringLiteral("1200"));
 
-        w.userSetCaption(el::txtParameterValue[0], QStringLiteral("100000"));
-        w.click(el::cmdSettingsAssume);
+        w.userSetCaption(ds::txtParameterValue[0], QStringLiteral("100000"));
+        w.click(ds::cmdSettingsAssume);
         QVERIFY(rig.queued(129));
         QCOMPARE(rig.resistors(), State::Comparing);
         rig.settings.tmrCompareSettings_Timer();
         QCOMPARE(rig.resistors(), State::Comparing);
-        QVERIFY(w.isVisible(el::lblSettingsWaiting));
-        const QString waiting = w.caption(el::lblSettingsWaiting);
+        QVERIFY(w.isVisible(ds::lblSettingsWaiting));
+        const QString waiting = w.caption(ds::lblSettingsWaiting);
         QVERIFY2(waiting.contains(QStringLiteral("Alarm resistance")) &&
                      !waiting.contains(QStringLiteral("Normal resistance")),
                  qPrintable(waiting));
@@ -75,20 +75,20 @@ private Q_SLOTS:
         rig.readOut();
         rig.settings.tmrCompareSettings_Timer();
         QCOMPARE(rig.resistors(), State::Viewing);
-        QCOMPARE(w.caption(el::lblParameterValue[0]), QStringLiteral("100000"));
-        QVERIFY(w.isVisible(el::lblParameterValue[0]) && !w.isVisible(el::txtParameterValue[0]));
-        QVERIFY(!w.isVisible(el::lblSettingsWaiting));
+        QCOMPARE(w.caption(ds::lblParameterValue[0]), QStringLiteral("100000"));
+        QVERIFY(w.isVisible(ds::lblParameterValue[0]) && !w.isVisible(ds::txtParameterValue[0]));
+        QVERIFY(!w.isVisible(ds::lblSettingsWaiting));
 
         // Unchanged values are written all the same and agree at the first tick, unless the
         // text differs from the device's in its form alone.
         rig.engine.tmrAutoSend_Timer();
-        w.click(el::cmdSettings);
-        w.click(el::cmdSettingsAssume);
+        w.click(ds::cmdSettings);
+        w.click(ds::cmdSettingsAssume);
         QVERIFY(rig.queued(129));
-        w.userSetCaption(el::txtParameterValue[1], QStringLiteral("4700.0"));
+        w.userSetCaption(ds::txtParameterValue[1], QStringLiteral("4700.0"));
         rig.settings.tmrCompareSettings_Timer();
         QCOMPARE(rig.resistors(), State::Comparing);
-        w.userSetCaption(el::txtParameterValue[1], QStringLiteral("4700"));
+        w.userSetCaption(ds::txtParameterValue[1], QStringLiteral("4700"));
         rig.settings.tmrCompareSettings_Timer();
         QCOMPARE(rig.resistors(), State::Viewing);
     }
@@ -97,14 +97,14 @@ private Q_SLOTS:
     // wait for it, but closing the tool asks all the same.
     void writeWaitsHereAloneAndHoldsTheClose() {
         WindowRig rig;
-        rig.w.click(el::cmdSettings);
-        rig.w.userSetCaption(el::txtParameterValue[0], QStringLiteral("100000"));
-        rig.w.click(el::cmdSettingsAssume);
+        rig.w.click(ds::cmdSettings);
+        rig.w.userSetCaption(ds::txtParameterValue[0], QStringLiteral("100000"));
+        rig.w.click(ds::cmdSettingsAssume);
         rig.engine.tmrAutoSend_Timer();
         QCOMPARE(rig.resistors(), State::Comparing);
         Form& v = rig.view();
         QVERIFY(!v.isVisible(frmDisplay::lblSettingsWaiting));
-        QVERIFY(!rig.app->mainView().settingsPages().anyWaiting());
+        QVERIFY(!rig.app->mainView().Pages().anyWaiting());
         rig.dialogs.answers = {UserDialogs::Answer::No};
         QVERIFY(!rig.app->shell().CloseApplication());
     }
@@ -112,49 +112,49 @@ private Q_SLOTS:
     void pagesAreIndependentAndBadBetaValuesStayHome() {
         WindowRig rig;
         Form& w = rig.w;
-        QCOMPARE(w.toolTip(el::txtBetaFactor[4]), QStringLiteral("3400 - 4500 "));
-        w.click(el::cmdSettings);
-        w.click(el::cmdBetaSettings);
+        QCOMPARE(w.toolTip(ds::txtBetaFactor[4]), QStringLiteral("3400 - 4500 "));
+        w.click(ds::cmdSettings);
+        w.click(ds::cmdBetaSettings);
         QCOMPARE(rig.resistors(), State::Editing);
         QCOMPARE(rig.beta(), State::Editing);
 
-        w.userSetCaption(el::txtBetaFactor[0], QStringLiteral("3399"));
-        w.userSetCaption(el::txtBetaFactor[4], QStringLiteral("4501"));
-        w.click(el::cmdBetaSettingsAssume);
-        QVERIFY(!rig.engine.isWriteQueued());
+        w.userSetCaption(ds::txtBetaFactor[0], QStringLiteral("3399"));
+        w.userSetCaption(ds::txtBetaFactor[4], QStringLiteral("4501"));
+        w.click(ds::cmdBetaSettingsAssume);
+        QVERIFY(!rig.engine.IsWriteQueued());
         QCOMPARE(rig.beta(), State::Editing);
-        QCOMPARE(w.backColor(el::txtBetaFactor[0]), colors::kYellow);
-        QCOMPARE(w.backColor(el::txtBetaFactor[4]), colors::kYellow);
-        QCOMPARE(w.backColor(el::txtBetaFactor[1]), colors::kWindowBackground);
+        QCOMPARE(w.backColor(ds::txtBetaFactor[0]), colors::kYellow);
+        QCOMPARE(w.backColor(ds::txtBetaFactor[4]), colors::kYellow);
+        QCOMPARE(w.backColor(ds::txtBetaFactor[1]), colors::kWindowBackground);
 
-        w.click(el::cmdSettingsCancel);
+        w.click(ds::cmdSettingsCancel);
         QCOMPARE(rig.resistors(), State::Viewing);
         QCOMPARE(rig.beta(), State::Editing);
-        QCOMPARE(w.caption(el::txtBetaFactor[0]), QStringLiteral("3399"));
-        QVERIFY(w.isVisible(el::txtBetaFactor[0]) && w.isVisible(el::cmdBetaSettingsAssume));
+        QCOMPARE(w.caption(ds::txtBetaFactor[0]), QStringLiteral("3399"));
+        QVERIFY(w.isVisible(ds::txtBetaFactor[0]) && w.isVisible(ds::cmdBetaSettingsAssume));
 
         // A comparison outlives the window: closing does not cancel it.
-        w.userSetCaption(el::txtBetaFactor[0], QStringLiteral("4000"));
-        w.userSetCaption(el::txtBetaFactor[4], QStringLiteral("4500"));
-        w.click(el::cmdBetaSettingsAssume);
+        w.userSetCaption(ds::txtBetaFactor[0], QStringLiteral("4000"));
+        w.userSetCaption(ds::txtBetaFactor[4], QStringLiteral("4500"));
+        w.click(ds::cmdBetaSettingsAssume);
         QVERIFY(rig.queued(137));
         QCOMPARE(rig.beta(), State::Comparing);
         QCOMPARE(rig.resistors(), State::Viewing);
-        w.click(el::cmdClose);
+        w.click(ds::cmdClose);
         QVERIFY(!w.isShown() && !rig.settings.tmrRefresh().isEnabled());
         QVERIFY(rig.settings.tmrCompareBetaSettings().isEnabled());
         rig.set("sensors[0].ntcBeta", 4000);
         rig.readOut();
         rig.settings.tmrCompareBetaSettings_Timer();
         QCOMPARE(rig.beta(), State::Viewing);
-        QCOMPARE(w.caption(el::lblBetaFactor[0]), QStringLiteral("4000"));
+        QCOMPARE(w.caption(ds::lblBetaFactor[0]), QStringLiteral("4000"));
     }
 
     void withoutTemperatureSensorsOnlyTheResistorPage() {
         WindowRig rig(QStringLiteral("minimal"));
         QVERIFY(rig.w.isShown());
-        QVERIFY(rig.w.isVisible(el::fraDeviceSettings[0]));
-        QVERIFY(!rig.w.isVisible(el::fraDeviceSettings[1]));
+        QVERIFY(rig.w.isVisible(ds::fraDeviceSettings[0]));
+        QVERIFY(!rig.w.isVisible(ds::fraDeviceSettings[1]));
     }
 };
 

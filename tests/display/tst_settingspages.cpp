@@ -15,13 +15,13 @@ namespace {
 // The main view of the full device with its poll engine, where a write goes out when the
 // engine's tick is run by hand.
 struct PagesRig : MainViewRig {
-    SettingsPages& pages = app->mainView().settingsPages();
+    SettingsPages& pages = app->mainView().Pages();
     PollEngine& engine = app->engine();
     Form& v = view();
 
     // The tick that sends a queued write, as the poll cycle runs it.
     void sendQueued() {
-        QVERIFY(engine.isWriteQueued());
+        QVERIFY(engine.IsWriteQueued());
         engine.tmrAutoSend_Timer();
     }
 };
@@ -59,7 +59,7 @@ private Q_SLOTS:
 
         v.userSetCaption(el::txtAlarmDelay, QStringLiteral("15"));
         v.click(el::cmdSettingsAssume);
-        QCOMPARE(rig.engine.nextCommand(), 129);
+        QCOMPARE(rig.engine.NextCommand(), 129);
         rig.sendQueued();
         QCOMPARE(rig.pages.state(SettingsPages::Settings), State::Waiting);
         QVERIFY(v.isVisible(el::lblSettingsWaiting));
@@ -93,7 +93,7 @@ private Q_SLOTS:
             rig.pages.tmrCompareAirFlowSet_Timer();
         }
         QCOMPARE(rig.pages.state(SettingsPages::AirFlow), State::Waiting);
-        QVERIFY(!rig.engine.isWriteQueued());
+        QVERIFY(!rig.engine.IsWriteQueued());
 
         // Closing the tool now asks first.
         rig.dialogs.answers = {UserDialogs::Answer::No};
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QVERIFY(rig.v.isChecked(el::chkBuzzer[1]) && !rig.v.isChecked(el::chkFaultStore[1]));
         QCOMPARE(rig.dialogs.shown.size(), 1);
         QCOMPARE(rig.dialogs.shown.first().icon, UserDialogs::Icon::Information);
-        QVERIFY(!rig.engine.isWriteQueued());
+        QVERIFY(!rig.engine.IsWriteQueued());
     }
 
     // The relay page compares with the value store itself, and its boxes take input only
@@ -135,7 +135,7 @@ private Q_SLOTS:
         rig.v.click(el::cmdRelayAssume);
         QVERIFY(!rig.v.isChecked(el::chkRelay2[7]));
         QCOMPARE(int(rig.app->values()->GetRelayParameter().at(8)), 0b00101100); // 2, 3, 5
-        QCOMPARE(rig.engine.nextCommand(), 138);
+        QCOMPARE(rig.engine.NextCommand(), 138);
         rig.sendQueued();
         rig.pages.tmrCompareRelaySet_Timer();
         QCOMPARE(rig.pages.state(SettingsPages::Relays), State::Waiting);

@@ -77,7 +77,7 @@ private Q_SLOTS:
         QCOMPARE(v.value(el::picActionAlarm[3]), 1.0);
         QCOMPARE(v.value(el::picFirePlace[1]), 3.0);
 
-        LedRhythm& leds = rig.app->mainView().leds();
+        LedRhythm& leds = rig.app->mainView().Leds();
         leds.tmrBlink_Timer();
         leds.tmrFlash_Timer();
         QCOMPARE(v.backColor(el::picDisplay[0]), colors::kGreen);

@@ -18,7 +18,7 @@
 #include <QJsonObject>
 #include <QTest>
 
-namespace el = frmDeviceSettings;
+namespace ds = frmDeviceSettings;
 using State = DeviceSettings::State;
 using Log = QList<SimProcess::Entry>;
 
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
 private:
     Form& window() { return m_tool->app().forms().frmDeviceSettings(); }
-    State state(DeviceSettings::Page page) { return m_tool->app().deviceSettings().state(page); }
+    State state(DeviceSettings::Page page) { return m_tool->app().deviceSettings().StateOf(page); }
 
     SimProcess m_sim;
     std::unique_ptr<LiveTool> m_tool;
@@ -83,8 +83,8 @@ void TestLiveDeviceSettings::initTestCase() {
     m_tool->start();
     QVERIFY(m_tool->waitForDevice(QStringLiteral("1234567")));
     m_tool->display().click(frmDisplay::mnuDeviceSettings);
-    QVERIFY(window().isShown() && window().isVisible(el::fraDeviceSettings[1]));
-    QCOMPARE(window().caption(el::lblParameterValue[0]), QStringLiteral("1200"));
+    QVERIFY(window().isShown() && window().isVisible(ds::fraDeviceSettings[1]));
+    QCOMPARE(window().caption(ds::lblParameterValue[0]), QStringLiteral("1200"));
 }
 
 void TestLiveDeviceSettings::cleanupTestCase() {
@@ -94,17 +94,17 @@ void TestLiveDeviceSettings::cleanupTestCase() {
 
 void TestLiveDeviceSettings::resistorsWrittenAndReadBack() {
     Form& w = window();
-    w.click(el::cmdSettings);
-    w.userSetCaption(el::txtParameterValue[0], QStringLiteral("1500"));
-    w.userSetCaption(el::txtParameterValue[1], QStringLiteral("5600"));
-    w.userSetCaption(el::txtParameterValue[2], QStringLiteral("20"));
-    w.click(el::cmdSettingsAssume);
+    w.click(ds::cmdSettings);
+    w.userSetCaption(ds::txtParameterValue[0], QStringLiteral("1500"));
+    w.userSetCaption(ds::txtParameterValue[1], QStringLiteral("5600"));
+    w.userSetCaption(ds::txtParameterValue[2], QStringLiteral("20"));
+    w.click(ds::cmdSettingsAssume);
     QCOMPARE(state(DeviceSettings::Resistors), State::Comparing);
     QTRY_COMPARE_WITH_TIMEOUT(state(DeviceSettings::Resistors), State::Viewing, 10000);
-    QCOMPARE(w.caption(el::lblParameterValue[0]), QStringLiteral("1500"));
-    QCOMPARE(w.caption(el::lblParameterValue[1]), QStringLiteral("5600"));
-    QCOMPARE(w.caption(el::lblParameterValue[2]), QStringLiteral("20"));
-    QVERIFY(w.isVisible(el::lblParameterValue[0]) && !w.isVisible(el::lblSettingsWaiting));
+    QCOMPARE(w.caption(ds::lblParameterValue[0]), QStringLiteral("1500"));
+    QCOMPARE(w.caption(ds::lblParameterValue[1]), QStringLiteral("5600"));
+    QCOMPARE(w.caption(ds::lblParameterValue[2]), QStringLiteral("20"));
+    QVERIFY(w.isVisible(ds::lblParameterValue[0]) && !w.isVisible(ds::lblSettingsWaiting));
 
     const QList<QByteArray> sent = writes(m_sim.log(), 129);
     QCOMPARE(sent.size(), 1);
@@ -115,11 +115,11 @@ void TestLiveDeviceSettings::resistorsWrittenAndReadBack() {
 
 void TestLiveDeviceSettings::betaValueWrittenAndReadBack() {
     Form& w = window();
-    w.click(el::cmdBetaSettings);
-    w.userSetCaption(el::txtBetaFactor[2], QStringLiteral("4321"));
-    w.click(el::cmdBetaSettingsAssume);
+    w.click(ds::cmdBetaSettings);
+    w.userSetCaption(ds::txtBetaFactor[2], QStringLiteral("4321"));
+    w.click(ds::cmdBetaSettingsAssume);
     QTRY_COMPARE_WITH_TIMEOUT(state(DeviceSettings::BetaValues), State::Viewing, 10000);
-    QCOMPARE(w.caption(el::lblBetaFactor[2]), QStringLiteral("4321"));
+    QCOMPARE(w.caption(ds::lblBetaFactor[2]), QStringLiteral("4321"));
 
     const QList<QByteArray> sent = writes(m_sim.log(), 137);
     QCOMPARE(sent.size(), 1);
@@ -131,9 +131,9 @@ void TestLiveDeviceSettings::betaValueWrittenAndReadBack() {
 // The tool takes 20000 Ohm, the device doesn't: the page waits on, and says for which row.
 void TestLiveDeviceSettings::refusedValueWaitsUntilCancel() {
     Form& w = window();
-    w.click(el::cmdSettings);
-    w.userSetCaption(el::txtParameterValue[1], QStringLiteral("20000"));
-    w.click(el::cmdSettingsAssume);
+    w.click(ds::cmdSettings);
+    w.userSetCaption(ds::txtParameterValue[1], QStringLiteral("20000"));
+    w.click(ds::cmdSettingsAssume);
     Log log;
     QVERIFY(QTest::qWaitFor(
         [&] {
@@ -146,17 +146,17 @@ void TestLiveDeviceSettings::refusedValueWaitsUntilCancel() {
         },
         10000));
     QCOMPARE(state(DeviceSettings::Resistors), State::Comparing);
-    QVERIFY(w.isVisible(el::lblSettingsWaiting));
-    const QString waiting = w.caption(el::lblSettingsWaiting);
-    QVERIFY2(waiting.contains(w.caption(el::lblParameterName[1])) &&
-                 !waiting.contains(w.caption(el::lblParameterName[0])),
+    QVERIFY(w.isVisible(ds::lblSettingsWaiting));
+    const QString waiting = w.caption(ds::lblSettingsWaiting);
+    QVERIFY2(waiting.contains(w.caption(ds::lblParameterName[1])) &&
+                 !waiting.contains(w.caption(ds::lblParameterName[0])),
              qPrintable(waiting));
     QCOMPARE(writes(log, 129).size(), 2);
 
-    w.click(el::cmdSettingsCancel);
+    w.click(ds::cmdSettingsCancel);
     QCOMPARE(state(DeviceSettings::Resistors), State::Viewing);
-    QCOMPARE(w.caption(el::lblParameterValue[1]), QStringLiteral("5600"));
-    QVERIFY(!w.isVisible(el::lblSettingsWaiting));
+    QCOMPARE(w.caption(ds::lblParameterValue[1]), QStringLiteral("5600"));
+    QVERIFY(!w.isVisible(ds::lblSettingsWaiting));
 }
 
 QTEST_MAIN(TestLiveDeviceSettings)

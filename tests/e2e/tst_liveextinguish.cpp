@@ -19,7 +19,7 @@
 #include <QJsonObject>
 #include <QTest>
 
-namespace el = frmExtinguishSettings;
+namespace es = frmExtinguishSettings;
 using State = ExtinguishSettings::State;
 using Log = QList<SimProcess::Entry>;
 
@@ -99,19 +99,19 @@ void TestLiveExtinguish::moduleSettingsWrittenAndReadBack() {
     view().click(frmDisplay::mnuExtinguishSettings);
     Form& w = window();
     QVERIFY(w.isShown() && w.isModal());
-    QCOMPARE(w.items(el::cboSerialNumber).at(0), QStringLiteral("101"));
-    QCOMPARE(w.caption(el::lblParameterValue[0]), QStringLiteral("1000"));
+    QCOMPARE(w.items(es::cboSerialNumber).at(0), QStringLiteral("101"));
+    QCOMPARE(w.caption(es::lblParameterValue[0]), QStringLiteral("1000"));
 
-    w.click(el::cmdSettings);
-    w.userSetCaption(el::txtParameterValue[0], QStringLiteral("2200"));
-    w.userSetCaption(el::txtParameterValue[1], QStringLiteral("5600"));
-    w.userSetCaption(el::txtParameterValue[2], QStringLiteral("15"));
-    w.click(el::cmdSettingsAssume);
-    QCOMPARE(settings().state(), State::Waiting);
-    QTRY_COMPARE_WITH_TIMEOUT(settings().state(), State::Viewing, 15000);
-    QCOMPARE(w.caption(el::lblParameterValue[0]), QStringLiteral("2200"));
-    QCOMPARE(w.caption(el::lblParameterValue[1]), QStringLiteral("5600"));
-    QCOMPARE(w.caption(el::lblParameterValue[2]), QStringLiteral("15"));
+    w.click(es::cmdSettings);
+    w.userSetCaption(es::txtParameterValue[0], QStringLiteral("2200"));
+    w.userSetCaption(es::txtParameterValue[1], QStringLiteral("5600"));
+    w.userSetCaption(es::txtParameterValue[2], QStringLiteral("15"));
+    w.click(es::cmdSettingsAssume);
+    QCOMPARE(settings().CurrentState(), State::Waiting);
+    QTRY_COMPARE_WITH_TIMEOUT(settings().CurrentState(), State::Viewing, 15000);
+    QCOMPARE(w.caption(es::lblParameterValue[0]), QStringLiteral("2200"));
+    QCOMPARE(w.caption(es::lblParameterValue[1]), QStringLiteral("5600"));
+    QCOMPARE(w.caption(es::lblParameterValue[2]), QStringLiteral("15"));
     QCOMPARE(count(request(136)), 1);
     QCOMPARE(count(simEvent("applied", 136)), 1);
 }
@@ -120,23 +120,23 @@ void TestLiveExtinguish::moduleSettingsWrittenAndReadBack() {
 // saying what still differs, and Cancel shows the device's own value again.
 void TestLiveExtinguish::refusedValueKeepsTheWindowWaitingUntilCancel() {
     Form& w = window();
-    w.click(el::cmdSettings);
-    w.userSetCaption(el::txtParameterValue[0], QStringLiteral("200000"));
-    w.click(el::cmdSettingsAssume);
+    w.click(es::cmdSettings);
+    w.userSetCaption(es::txtParameterValue[0], QStringLiteral("200000"));
+    w.click(es::cmdSettingsAssume);
     QTRY_COMPARE_WITH_TIMEOUT(count(simEvent("refused", 136)), 1, 10000);
     const qsizetype readsAtRefusal = count(request(5));
     QTRY_VERIFY_WITH_TIMEOUT(count(request(5)) >= readsAtRefusal + 2, 10000);
-    QCOMPARE(settings().state(), State::Waiting);
-    QVERIFY(w.isVisible(el::lblSettingsWaiting));
-    QVERIFY2(w.caption(el::lblSettingsWaiting).contains(w.caption(el::lblParameterName[0])),
-             qPrintable(w.caption(el::lblSettingsWaiting)));
-    QCOMPARE(w.caption(el::lblParameterValue[0]), QStringLiteral("2200"));
+    QCOMPARE(settings().CurrentState(), State::Waiting);
+    QVERIFY(w.isVisible(es::lblSettingsWaiting));
+    QVERIFY2(w.caption(es::lblSettingsWaiting).contains(w.caption(es::lblParameterName[0])),
+             qPrintable(w.caption(es::lblSettingsWaiting)));
+    QCOMPARE(w.caption(es::lblParameterValue[0]), QStringLiteral("2200"));
 
-    w.click(el::cmdSettingsCancel);
-    QCOMPARE(settings().state(), State::Viewing);
-    QVERIFY(!w.isVisible(el::lblSettingsWaiting) && w.isVisible(el::lblParameterValue[0]));
+    w.click(es::cmdSettingsCancel);
+    QCOMPARE(settings().CurrentState(), State::Viewing);
+    QVERIFY(!w.isVisible(es::lblSettingsWaiting) && w.isVisible(es::lblParameterValue[0]));
     QCOMPARE(count(request(136)), 2);
-    w.click(el::cmdClose);
+    w.click(es::cmdClose);
     QVERIFY(!w.isShown());
 }
 

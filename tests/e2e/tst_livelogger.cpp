@@ -22,7 +22,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-namespace el = frmLogdataDev;
+namespace lg = frmLogdataDev;
 
 class TestLiveLogger : public QObject {
     Q_OBJECT
@@ -40,16 +40,16 @@ void TestLiveLogger::everyReadOutIsARecordAndAPoint() {
     QVERIFY(window.isShown());
 
     // The air flow and the air temperature: two units, two axes.
-    window.userSetTicked(el::lstDisplay[0], 1, true);
-    window.userSetTicked(el::lstDisplay[0], 3, true);
+    window.userSetTicked(lg::lstDisplay[0], 1, true);
+    window.userSetTicked(lg::lstDisplay[0], 3, true);
     QTemporaryDir folder;
     const QString dat = folder.filePath(QStringLiteral("live.dat"));
     tool.dialogs.saveName = dat;
-    window.userSetValue(el::chkSaveAsMathCad, 1);
-    window.click(el::chkSaveAsMathCad);
-    window.click(el::cmdSaveAsMathCad);
-    QVERIFY(window.isEnabled(el::cmdStart));
-    window.click(el::cmdStart);
+    window.userSetValue(lg::chkSaveAsMathCad, 1);
+    window.click(lg::chkSaveAsMathCad);
+    window.click(lg::cmdSaveAsMathCad);
+    QVERIFY(window.isEnabled(lg::cmdStart));
+    window.click(lg::cmdStart);
     QElapsedTimer recording;
     recording.start();
 
@@ -57,11 +57,11 @@ void TestLiveLogger::everyReadOutIsARecordAndAPoint() {
     int fed = 0;
     bool stopped = false;
     QList<SimProcess::Entry> logAtStop;
-    QObject::connect(&tool.app().decoder(), &TelegramDecoder::readOutRecorded, [&] {
+    QObject::connect(&tool.app().decoder(), &TelegramDecoder::ReadOutRecorded, [&] {
         if (stopped) return;
         ++fed;
         if (recording.elapsed() < 30000) return;
-        window.click(el::cmdStop);
+        window.click(lg::cmdStop);
         stopped = true;
         logAtStop = sim.log();
     });
@@ -82,7 +82,7 @@ void TestLiveLogger::everyReadOutIsARecordAndAPoint() {
         QStringLiteral("^\\d{4}( \\d\\d){5} -?[0-9.e+-]+ -?[0-9.e+-]+\r$"));
     for (int i = 0; i < kRecords; ++i)
         QVERIFY2(record.match(QString::fromLatin1(lines[i])).hasMatch(), lines[i].constData());
-    QCOMPARE(tool.app().logger().mathCadRecords(), kRecords);
+    QCOMPARE(tool.app().logger().MathCadRecords(), kRecords);
 
     auto* shown = qobject_cast<frmLogdataDevWindow*>(tool.runtime().window(window.name()));
     QVERIFY(shown);
@@ -91,7 +91,7 @@ void TestLiveLogger::everyReadOutIsARecordAndAPoint() {
     // The visible chart as a picture.
     const QString png = folder.filePath(QStringLiteral("trend.png"));
     tool.dialogs.saveName = png;
-    window.click(el::cmdTrendExport);
+    window.click(lg::cmdTrendExport);
     QVERIFY(!QImage(png).isNull());
 
     // Closed, the window only hides; the main view's menu brings it back.

@@ -250,7 +250,7 @@ void TestLivePoll::vanishedLineIsFoundAgain() {
     QVERIFY(QTest::qWaitFor([&] { return !sim.isRunning(); }, 10000));
     QVERIFY(QTest::qWaitFor(
         [&] { return start.caption(QStringLiteral("lblDevice")) == u"COM port OFF"; }, 5000));
-    QVERIFY(!tool.app().link().isPortOpen());
+    QVERIFY(!tool.app().link().IsPortOpen());
     QVERIFY(start.isVisible(reason));
     QVERIFY(start.caption(reason).contains(sim.portPath()));
     QVERIFY(!tool.hasFinished());
@@ -259,7 +259,7 @@ void TestLivePoll::vanishedLineIsFoundAgain() {
     QVERIFY(sim.start({"--profile", SimProcess::profile("minimal")}));
     QElapsedTimer back;
     back.start();
-    QVERIFY(QTest::qWaitFor([&] { return tool.app().link().isPortOpen(); }, 3000));
+    QVERIFY(QTest::qWaitFor([&] { return tool.app().link().IsPortOpen(); }, 3000));
     qInfo("port open again %lld ms after it returned", static_cast<long long>(back.elapsed()));
     QVERIFY(!start.isVisible(reason));
     QVERIFY(QTest::qWaitFor(

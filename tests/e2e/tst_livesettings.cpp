@@ -56,7 +56,7 @@ private Q_SLOTS:
 
 private:
     Form& view() { return m_tool->display(); }
-    SettingsPages& pages() { return m_tool->app().mainView().settingsPages(); }
+    SettingsPages& pages() { return m_tool->app().mainView().Pages(); }
     // Accepts the page with `accept` and waits for its write to have gone out; answers the
     // log's length before the click.
     qsizetype acceptAndWaitForWrite(const QString& accept, int command);

@@ -101,7 +101,7 @@ void TestLiveShell::handsTheLineOverToTheSuiteProgram() {
     tool.start();
 
     QVERIFY(QTest::qWaitFor([&] { return tool.hasFinished(); }, 10000));
-    QVERIFY(!tool.app().link().isPortOpen());
+    QVERIFY(!tool.app().link().IsPortOpen());
     QVERIFY(QTest::qWaitFor([&] { return QFile::exists(record); }, 5000));
     QVERIFY(
         QTest::qWaitFor([&] { return readFile(record) == "started with 0 arguments\n"; }, 2000));
@@ -116,7 +116,7 @@ void TestLiveShell::replaysASavedReadOutOffline() {
     tool.start(sample);
 
     QVERIFY(QTest::qWaitFor([&] { return tool.display().isShown(); }, 5000));
-    QVERIFY(!tool.app().link().isPortOpen());
+    QVERIFY(!tool.app().link().IsPortOpen());
     QCOMPARE(tool.display().caption(QStringLiteral("lblSerialNo_0")), QStringLiteral("1234567"));
     const auto block = ko3::SplitDeviceBlock(ko3::ParseHexLine(*ko3::ReadFirstLine(sample)));
     const auto recorded = engine::TelegramTime(block.telegrams.back());
@@ -134,7 +134,7 @@ void TestLiveShell::replaysASavedReadOutOffline() {
         QSignalSpy searchStep(&link.tmrZeroCommand(), &FormTimer::timeout);
         QVERIFY(searchStep.wait(5000));
     }
-    QVERIFY(!link.isPortOpen());
+    QVERIFY(!link.IsPortOpen());
     QCOMPARE(sim.requests().size(), sentBefore);
     QVERIFY(!QDir(tool.programDir()).exists(QStringLiteral("AutoSave")));
 
@@ -221,13 +221,13 @@ void TestLiveShell::closingWithSilencedBuzzerAsks() {
     QVERIFY(!tool.app().forms().frmMQ27D().requestClose());
     QCOMPARE(tool.dialogs.shown.size(), 1);
     QCOMPARE(tool.dialogs.shown.first().buttons, UserDialogs::Buttons::YesNo);
-    QVERIFY(tool.app().link().isPortOpen());
+    QVERIFY(tool.app().link().IsPortOpen());
     QVERIFY(!tool.hasFinished());
 
     tool.dialogs.answers = {UserDialogs::Answer::Yes};
     QVERIFY(tool.app().forms().frmMQ27D().requestClose());
     QVERIFY(QTest::qWaitFor([&] { return tool.hasFinished(); }, 2000));
-    QVERIFY(!tool.app().link().isPortOpen());
+    QVERIFY(!tool.app().link().IsPortOpen());
 }
 
 QTEST_MAIN(TestLiveShell)

@@ -74,8 +74,8 @@ struct Rig {
 
     // The command queued for the poll cycle since the last look, 0 for none.
     int sent() {
-        const int command = app.engine().isWriteQueued() ? app.engine().nextCommand() : 0;
-        app.engine().cancelWrite();
+        const int command = app.engine().IsWriteQueued() ? app.engine().NextCommand() : 0;
+        app.engine().CancelWrite();
         return command;
     }
     // Good as it stands (0 min 30 s is the minimum), but for the second detector's fields.

@@ -116,17 +116,17 @@ private slots:
 
     void readTelegramGoesToTheShownSerialNumber() {
         Rig rig;
-        rig.engine.setNextRead(4);
+        rig.engine.SetNextRead(4);
         rig.engine.tmrAutoSend().enable();
         rig.engine.tmrAutoSend_Timer();
         QCOMPARE(rig.takeSent(), QList<Bytes>{readFrame(4)});
-        QCOMPARE(rig.engine.nextCommand(), 4);
+        QCOMPARE(rig.engine.NextCommand(), 4);
         QVERIFY(rig.engine.tmrTimeout().isEnabled());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
 
         rig.answer(1);
         rig.answer(4);
-        QCOMPARE(rig.engine.nextCommand(), 5);
+        QCOMPARE(rig.engine.NextCommand(), 5);
     }
 
     void steadyCycleIsTwoThreeFive() {
@@ -172,7 +172,7 @@ private slots:
 
     void silenceRepeatsTheSameRead() {
         Rig rig;
-        rig.engine.setNextRead(3);
+        rig.engine.SetNextRead(3);
         for (int i = 0; i < 3; ++i) {
             rig.engine.tmrAutoSend_Timer();
             QCOMPARE(rig.takeSent(), QList<Bytes>{readFrame(3)});
@@ -198,7 +198,7 @@ private slots:
         Rig rig;
         QSignalSpy written(&rig.engine, &PollEngine::writeSent);
         rig.queueWrite(command);
-        QVERIFY(rig.engine.isWriteQueued());
+        QVERIFY(rig.engine.IsWriteQueued());
         QCOMPARE(rig.engine.tmrAutoSend().interval(), 299);
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
 
@@ -206,8 +206,8 @@ private slots:
         QCOMPARE(rig.takeSent(), QList<Bytes>{writeFrame(command)});
         QCOMPARE(written.size(), 1);
         QCOMPARE(written.first().first().toInt(), command);
-        QCOMPARE(rig.engine.nextCommand(), readBack);
-        QVERIFY(!rig.engine.isWriteQueued());
+        QCOMPARE(rig.engine.NextCommand(), readBack);
+        QVERIFY(!rig.engine.IsWriteQueued());
         QCOMPARE(rig.engine.tmrAutoSend().interval(), 99);
 
         // The device stays silent: what is repeated is the read-back, never the write.
@@ -226,7 +226,7 @@ private slots:
         rig.engine.tmrAutoSend_Timer();
         QVERIFY(rig.takeSent().isEmpty());
         QVERIFY(written.isEmpty());
-        QCOMPARE(rig.engine.nextCommand(), 3);
+        QCOMPARE(rig.engine.NextCommand(), 3);
         QVERIFY(rig.engine.tmrTimeout().isEnabled());
     }
 
@@ -241,7 +241,7 @@ private slots:
         rig.engine.SendCommand(command);
         rig.engine.tmrAutoSend_Timer();
         QVERIFY(rig.takeSent().isEmpty());
-        QCOMPARE(rig.engine.nextCommand(), 2);
+        QCOMPARE(rig.engine.NextCommand(), 2);
         QVERIFY(rig.engine.tmrTimeout().isEnabled());
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
         QCOMPARE(rig.engine.tmrAutoSend().interval(), 99);
@@ -258,7 +258,7 @@ private slots:
         QFETCH(QString, caption);
         Rig rig;
         rig.app.session().setSerialNo(caption);
-        rig.engine.setNextRead(2);
+        rig.engine.SetNextRead(2);
         for (int i = 0; i < 2; ++i) {
             rig.engine.tmrAutoSend_Timer();
             QVERIFY(rig.takeSent().isEmpty());
@@ -266,7 +266,7 @@ private slots:
             rig.engine.tmrTimeout_Timer();
             QVERIFY(rig.engine.tmrAutoSend().isEnabled());
         }
-        QCOMPARE(rig.engine.nextCommand(), 2);
+        QCOMPARE(rig.engine.NextCommand(), 2);
     }
 
     void answerInFlightDoesNotDisplaceAQueuedWrite() {
@@ -281,8 +281,8 @@ private slots:
         Bytes stored;
         rig.app.values()->GetDataArray(stored, 2);
         QCOMPARE(stored, answer2);
-        QCOMPARE(rig.engine.nextCommand(), 131);
-        QVERIFY(rig.engine.isWriteQueued());
+        QCOMPARE(rig.engine.NextCommand(), 131);
+        QVERIFY(rig.engine.IsWriteQueued());
 
         rig.engine.tmrAutoSend_Timer();
         QCOMPARE(rig.takeSent(), QList<Bytes>{writeFrame(131)});
@@ -295,14 +295,14 @@ private slots:
         rig.queueWrite(137);
         rig.engine.tmrAutoSend_Timer();
         QCOMPARE(rig.takeSent(), QList<Bytes>{writeFrame(137)});
-        QCOMPARE(rig.engine.nextCommand(), 3);
+        QCOMPARE(rig.engine.NextCommand(), 3);
     }
 
     void stopHaltsBothTimers() {
         Rig rig;
         rig.engine.SendCommand(2);
         rig.engine.tmrTimeout().enable();
-        rig.engine.stop();
+        rig.engine.Stop();
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
         QVERIFY(!rig.engine.tmrTimeout().isEnabled());
     }
@@ -324,7 +324,7 @@ private slots:
         clock.start();
         rig.queueWrite(131);
         QTRY_COMPARE_WITH_TIMEOUT(ticks.size(), 2, 4000);
-        rig.engine.stop();
+        rig.engine.Stop();
 
         QCOMPARE(ticks[0].sent, QList<Bytes>{writeFrame(131)});
         QVERIFY2(ticks[0].ms >= 299 && ticks[0].ms < 299 + 250,

@@ -137,11 +137,11 @@ private slots:
         QFETCH(int, next);
         Rig rig;
         rig.feed(ownTelegram(1));
-        rig.engine.setNextRead(99);
+        rig.engine.SetNextRead(99);
         const Bytes t = ownTelegram(answer, kSerial, 0x44);
         rig.feed(t);
         QCOMPARE(stored(rig.app, answer), t);
-        QCOMPARE(rig.engine.nextCommand(), next);
+        QCOMPARE(rig.engine.NextCommand(), next);
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
 
         // A queued command keeps its place; the answer is stored all the same.
@@ -149,19 +149,19 @@ private slots:
         const Bytes again = ownTelegram(answer, kSerial, 0x55);
         rig.feed(again);
         QCOMPARE(stored(rig.app, answer), again);
-        QCOMPARE(rig.engine.nextCommand(), 131);
+        QCOMPARE(rig.engine.NextCommand(), 131);
     }
 
     void newDeviceIsTakenOnOnlyWithTelegramOne() {
         Rig rig;
         rig.readOut();
-        rig.engine.setNextRead(3);
+        rig.engine.SetNextRead(3);
         const Bytes before2 = stored(rig.app, 2);
         rig.engine.tmrAutoSend().disable();
 
         rig.feed(ownTelegram(2, kOtherSerial, 0x77));
         QCOMPARE(stored(rig.app, 2), before2);
-        QCOMPARE(rig.engine.nextCommand(), 3);
+        QCOMPARE(rig.engine.NextCommand(), 3);
         QCOMPARE(rig.app.session().takenOnSerialNo(), QString::number(kSerial));
         QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
         QVERIFY(rig.display.isShown());
@@ -171,7 +171,7 @@ private slots:
     void sameDeviceWithTelegramOneIsAnOrdinaryTelegram() {
         Rig rig;
         rig.readOut();
-        QSignalSpy takenOn(&rig.decoder, &TelegramDecoder::deviceTakenOn);
+        QSignalSpy takenOn(&rig.decoder, &TelegramDecoder::DeviceTakenOn);
         rig.display.setValue("tabDisplay", 3);
         const Bytes t1 = ownTelegram(1, kSerial, 0x44);
         rig.feed(t1);
@@ -180,7 +180,7 @@ private slots:
         QVERIFY(rig.display.isShown());
         QCOMPARE(rig.display.value("tabDisplay"), 3.0);
         QVERIFY(takenOn.isEmpty());
-        QVERIFY(!rig.app.files().autoSavePending());
+        QVERIFY(!rig.app.files().AutoSavePending());
     }
 
     void replacedDeviceIsReadOutBehindTheScenes() {
@@ -189,12 +189,12 @@ private slots:
         QVERIFY(rig.display.isShown());
         rig.display.setValue("tabDisplay", 4);
         rig.app.forms().frmMQ27D().show();
-        QSignalSpy takenOn(&rig.decoder, &TelegramDecoder::deviceTakenOn);
+        QSignalSpy takenOn(&rig.decoder, &TelegramDecoder::DeviceTakenOn);
 
         rig.feed(ownTelegram(1, kOtherSerial));
         QCOMPARE(takenOn.size(), 1);
         QCOMPARE(takenOn.first().first().toString(), QString::number(kOtherSerial));
-        QVERIFY(rig.app.files().autoSavePending());
+        QVERIFY(rig.app.files().AutoSavePending());
         QVERIFY(!rig.display.isShown());
         QCOMPARE(rig.display.value("tabDisplay"), 0.0);
         for (int command : {2, 3, 4, 5})
@@ -223,7 +223,7 @@ private slots:
         rig.engine.SendCommand(131);
         rig.feed(ownTelegram(5));
         QVERIFY(!rig.display.isShown());
-        rig.engine.cancelWrite();
+        rig.engine.CancelWrite();
         rig.feed(ownTelegram(5));
         QVERIFY(rig.display.isShown());
     }
@@ -237,7 +237,7 @@ private slots:
         QCOMPARE(t5[1], 255);
         rig.feed(t5);
         QCOMPARE(stored(rig.app, 5), t5);
-        QCOMPARE(rig.engine.nextCommand(), 2);
+        QCOMPARE(rig.engine.NextCommand(), 2);
         QCOMPARE(rig.display.caption("lblSerialNo_0"), QString::number(kSerial));
     }
 
@@ -252,14 +252,14 @@ private slots:
         rig.feed(ownTelegram(1));
         const Bytes good2 = ownTelegram(2);
         rig.feed(good2);
-        rig.engine.setNextRead(3);
+        rig.engine.SetNextRead(3);
         rig.engine.tmrAutoSend().disable();
         rig.app.mainView().tmrReceiveLED().disable();
         rig.display.setBackColor("picReceiveLED_0", colors::kWindowBackground);
 
         rig.feed(ownTelegram(2, kSerial, 0x66, kRecorded, extra));
         QCOMPARE(stored(rig.app, 2), good2);
-        QCOMPARE(rig.engine.nextCommand(), 3);
+        QCOMPARE(rig.engine.NextCommand(), 3);
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
         QCOMPARE(rig.display.backColor("picReceiveLED_0"), colors::kWindowBackground);
     }
@@ -291,7 +291,7 @@ private slots:
     void deviceSearchOnlyCollects() {
         Rig rig;
         rig.readOut();
-        rig.engine.stop();
+        rig.engine.Stop();
         rig.app.session().setSearchRunning(true);
         const Bytes before1 = stored(rig.app, 1);
         const QDateTime later(QDate(2008, 2, 29), QTime(8, 0, 1));

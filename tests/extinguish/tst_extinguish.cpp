@@ -51,8 +51,8 @@ private Q_SLOTS:
         QCOMPARE(d.backColor(det::picExtOnline), colors::kGreen);
 
         QCOMPARE(d.backColor(det::picErr[0]), colors::kYellow);
-        QCOMPARE(d.dotColor(det::picErr[0]), ExtinguishDetails::storedMark(true));
-        QVERIFY(ExtinguishDetails::storedMark(true) != colors::kYellow);
+        QCOMPARE(d.dotColor(det::picErr[0]), ExtinguishDetails::StoredMark(true));
+        QVERIFY(ExtinguishDetails::StoredMark(true) != colors::kYellow);
         QCOMPARE(d.backColor(det::picErr[1]), colors::kWindowBackground);
         QCOMPARE(d.dotColor(det::picErr[1]), colors::kDefault);
         QVERIFY(!d.isVisible(det::picErr[2]) && !d.isVisible(det::lblErr[2]));
@@ -66,11 +66,11 @@ private Q_SLOTS:
         QCOMPARE(d.caption(det::lblSerialNo), QStringLiteral("101"));
         QCOMPARE(d.backColor(det::picErr[0]), colors::kWindowBackground);
         QCOMPARE(d.backColor(det::picErr[7]), colors::kWindowBackground);
-        QCOMPARE(d.dotColor(det::picErr[7]), ExtinguishDetails::storedMark(false));
+        QCOMPARE(d.dotColor(det::picErr[7]), ExtinguishDetails::StoredMark(false));
         QVERIFY(d.isVisible(det::picErr[2]));
 
         // A right click on a box asks for that fault's page of the help.
-        QSignalSpy help(&rig.app->mainView(), &MainView::helpRequested);
+        QSignalSpy help(&rig.app->mainView(), &MainView::HelpRequested);
         d.mouseClick(det::picErr[4], 2);
         QCOMPARE(help.size(), 1);
         QCOMPARE(help[0][2].toInt(), 55);
@@ -129,16 +129,16 @@ private Q_SLOTS:
         rig.settings.ShowExtSettings(2);
         Form& s = rig.s;
         s.click(set::cmdSettings);
-        QCOMPARE(rig.settings.state(), State::Editing);
+        QCOMPARE(rig.settings.CurrentState(), State::Editing);
         QVERIFY(!s.isEnabled(set::cboSerialNumber));
         QVERIFY(s.isVisible(set::txtParameterValue[0]) && !s.isVisible(set::lblParameterValue[0]));
         QCOMPARE(s.caption(set::txtParameterValue[1]), QStringLiteral("4700"));
 
         s.userSetCaption(set::txtParameterValue[0], QStringLiteral("2200"));
         s.click(set::cmdSettingsAssume);
-        QCOMPARE(rig.engine.nextCommand(), 136);
+        QCOMPARE(rig.engine.NextCommand(), 136);
         rig.engine.tmrAutoSend_Timer();
-        QCOMPARE(rig.settings.state(), State::Waiting);
+        QCOMPARE(rig.settings.CurrentState(), State::Waiting);
         rig.settings.tmrCompareSettings_Timer();
         QVERIFY(s.isVisible(set::lblSettingsWaiting));
         QVERIFY2(s.caption(set::lblSettingsWaiting).contains(QStringLiteral("Alarm resistance")),
@@ -149,11 +149,11 @@ private Q_SLOTS:
         rig.set("modules[2].alarmResistorValue", 2200);
         rig.readOut();
         rig.settings.tmrCompareSettings_Timer();
-        QCOMPARE(rig.settings.state(), State::Waiting);
+        QCOMPARE(rig.settings.CurrentState(), State::Waiting);
 
         s.setCaption(set::txtParameterValue[0], QStringLiteral("2200"));
         rig.settings.tmrCompareSettings_Timer();
-        QCOMPARE(rig.settings.state(), State::Viewing);
+        QCOMPARE(rig.settings.CurrentState(), State::Viewing);
         QCOMPARE(s.caption(set::lblParameterValue[0]), QStringLiteral("2200"));
         QVERIFY(!s.isVisible(set::lblSettingsWaiting) && !s.isVisible(set::txtParameterValue[0]));
         QVERIFY(s.isEnabled(set::cboSerialNumber) && s.isVisible(set::cmdSettings));
@@ -169,19 +169,19 @@ private Q_SLOTS:
         s.userSetCaption(set::txtParameterValue[2], QStringLiteral("100"));
         s.click(set::cmdSettingsAssume);
         QCOMPARE(s.backColor(set::txtParameterValue[2]), colors::kYellow);
-        QVERIFY(!rig.engine.isWriteQueued());
-        QCOMPARE(rig.settings.state(), State::Waiting);
+        QVERIFY(!rig.engine.IsWriteQueued());
+        QCOMPARE(rig.settings.CurrentState(), State::Waiting);
 
         rig.set("modules[0].isOnline", 0);
         rig.readOut();
         rig.settings.tmrCompareSettings_Timer();
-        QCOMPARE(rig.settings.state(), State::Waiting);
+        QCOMPARE(rig.settings.CurrentState(), State::Waiting);
         QCOMPARE(s.backColor(set::picExtOnline), colors::kWindowBackground);
         QVERIFY(s.isVisible(set::lblExtOfflineNote));
         QCOMPARE(s.items(set::cboSerialNumber).at(0), QStringLiteral("101"));
 
         s.click(set::cmdSettingsCancel);
-        QCOMPARE(rig.settings.state(), State::Viewing);
+        QCOMPARE(rig.settings.CurrentState(), State::Viewing);
         QVERIFY(!rig.settings.tmrCompareSettings().isEnabled());
         QCOMPARE(s.caption(set::lblParameterValue[2]), QStringLiteral("10"));
         s.click(set::cmdClose);

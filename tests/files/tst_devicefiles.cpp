@@ -147,13 +147,13 @@ private slots:
 
     void deviceViewedFromAFileNeverSavesItself() {
         Rig rig;
-        rig.app.link().setDataFromFile(true);
+        rig.app.link().SetDataFromFile(true);
         rig.readOut();
         QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
         QVERIFY(!QDir(rig.t.dataDir()).exists("AutoSave"));
 
         // Nor does a live read-out of the same device afterwards: it was not taken on anew.
-        rig.app.link().setDataFromFile(false);
+        rig.app.link().SetDataFromFile(false);
         for (int command : {1, 2, 3, 5})
             rig.app.decoder().DataDecoder(ownTelegram(command));
         QVERIFY(!QFile::exists(rig.inProgramDir()));
@@ -175,7 +175,7 @@ private slots:
             QFile::setPermissions(rig.t.programDir(), QFile::ReadOwner | QFile::ExeOwner);
         {
             const testsupport::AsNobody nobody;
-            QCOMPARE(rig.files.autoSaveFolder(), QDir(rig.t.dataDir()).filePath("AutoSave"));
+            QCOMPARE(rig.files.AutoSaveFolder(), QDir(rig.t.dataDir()).filePath("AutoSave"));
             rig.readOut();
         }
         QFile::setPermissions(rig.t.programDir(),
@@ -186,7 +186,7 @@ private slots:
 
     void autoSaveFolderBesideAWritableProgram() {
         Rig rig;
-        QCOMPARE(rig.files.autoSaveFolder(), QDir(rig.t.programDir()).filePath("AutoSave"));
+        QCOMPARE(rig.files.AutoSaveFolder(), QDir(rig.t.programDir()).filePath("AutoSave"));
     }
 
     void userSaveAsksBeforeOverwriting_data() {
@@ -335,7 +335,7 @@ private slots:
     void autoSaveFolderIsShownAndOpened() {
         Rig rig;
         rig.app.preferences().setLanguage(languageFromNumber(2));
-        rig.app.shell().showAutoSaveFolder();
+        rig.app.shell().ShowAutoSaveFolder();
         const QString folder = QDir(rig.t.programDir()).filePath("AutoSave");
         QCOMPARE(rig.app.forms().frmMQ27D().caption(QStringLiteral("mnuAutoSaveFolder")),
                  QStringLiteral("Automatic saves: ") + folder);
@@ -346,7 +346,7 @@ private slots:
         QVERIFY(QFileInfo(folder).isDir());
         QVERIFY(rig.t.dialogs.shown.isEmpty());
         rig.t.launcher.startSucceeds = false;
-        rig.files.openAutoSaveFolder();
+        rig.files.OpenAutoSaveFolder();
         QCOMPARE(rig.t.dialogs.shown.size(), 1);
         QCOMPARE(rig.t.dialogs.shown.first().text,
                  QStringLiteral("The folder %1 cannot be shown").arg(folder));
@@ -378,7 +378,7 @@ private slots:
         writeFile(path, "&H00 &H05 &HFF\r\n");
         rig.t.dialogs.openName = path;
         QCOMPARE(rig.files.ReadDeviceFile(QString()), std::optional<Bytes>(Bytes{0, 5, 255}));
-        QCOMPARE(rig.app.link().loadedFileName(), path);
+        QCOMPARE(rig.app.link().LoadedFileName(), path);
     }
 
     void unreadableFileChangesNothing_data() {
@@ -395,7 +395,7 @@ private slots:
         if (!content.isNull()) writeFile(path, content);
         rig.files.LoadDeviceFile(path);
         QVERIFY(rig.t.port.isOpen());
-        QVERIFY(rig.app.link().loadedFileName().isEmpty());
+        QVERIFY(rig.app.link().LoadedFileName().isEmpty());
         QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
     }
 
@@ -434,7 +434,7 @@ private slots:
         QCOMPARE(rig.app.forms().frmDisplay().caption("lblSerialNo_0"),
                  QString::number(kOtherSerial));
         QVERIFY(rig.app.forms().frmDisplay().isShown());
-        QCOMPARE(rig.app.link().loadedFileName(), path);
+        QCOMPARE(rig.app.link().LoadedFileName(), path);
         QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
     }
 
@@ -495,7 +495,7 @@ private slots:
         Rig rig;
         const QString path = rig.tempFile("two.ko3");
         writeFile(path, fileText(saveBlock({ownTelegram(1), ownTelegram(2)})));
-        connect(&rig.app.decoder(), &TelegramDecoder::deviceTakenOn, this,
+        connect(&rig.app.decoder(), &TelegramDecoder::DeviceTakenOn, this,
                 [&] { rig.app.life().setClosing(); });
         rig.files.LoadDeviceFile(path);
         QCOMPARE(stored(rig.app, 1), ownTelegram(1));

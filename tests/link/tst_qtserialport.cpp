@@ -287,10 +287,10 @@ void TestQtSerialPort::toolOnPseudoTerminal() {
                             world.programDir());
     StartWindow startWindow(world.forms.frmMQ27D(), link, recognition);
     Form& start = world.forms.frmMQ27D();
-    QSignalSpy own(&recognition, &Recognition::ownTelegramAccepted);
+    QSignalSpy own(&recognition, &Recognition::OwnTelegramAccepted);
 
     link.SwitchToComPort(1);
-    QVERIFY(link.isPortOpen());
+    QVERIFY(link.IsPortOpen());
     recognition.SearchStep();
     QCOMPARE(line.receive(12),
              toByteArray(bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94})));
@@ -303,7 +303,7 @@ void TestQtSerialPort::toolOnPseudoTerminal() {
     QVERIFY(std::equal(answer.begin(), answer.end() - 2, handled.begin()));
 
     line.closeMaster();
-    QTRY_VERIFY_WITH_TIMEOUT(!link.isPortOpen(), 3000);
+    QTRY_VERIFY_WITH_TIMEOUT(!link.IsPortOpen(), 3000);
     recognition.SearchStep();
     QCOMPARE(start.caption(QStringLiteral("lblDevice")), QStringLiteral("COM port OFF"));
     QVERIFY(!life.closing());

@@ -104,11 +104,11 @@ void TestRecognition::searchCycle() {
          bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94}), 1},
     };
     for (const Step& step : steps) {
-        c.link.stopTimers();
+        c.link.StopTimers();
         c.recognition.SearchStep();
         QCOMPARE(c.start.caption(kLblDevice), QString::fromLatin1(step.text));
         QCOMPARE(c.t.port.written.last(), toByteArray(step.frame));
-        QCOMPARE(c.recognition.searchCounter(), step.counter);
+        QCOMPARE(c.recognition.SearchCounter(), step.counter);
         QVERIFY2(c.link.tmrZeroCommand().isEnabled(), "each step restarts the search timer");
     }
     QCOMPARE(c.t.port.written.size(), 4);
@@ -117,13 +117,13 @@ void TestRecognition::searchCycle() {
 void TestRecognition::searchWithPortClosedKeepsCounter() {
     Context c;
     c.recognition.SearchStep();
-    c.link.closePort();
-    c.link.stopTimers();
+    c.link.ClosePort();
+    c.link.StopTimers();
 
     c.recognition.SearchStep();
     c.recognition.SearchStep();
     QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
-    QCOMPARE(c.recognition.searchCounter(), 1);
+    QCOMPARE(c.recognition.SearchCounter(), 1);
     QCOMPARE(c.t.port.written.size(), 1);
     QVERIFY(!c.link.tmrZeroCommand().isEnabled());
 
@@ -165,14 +165,14 @@ void TestRecognition::rejected_data() {
 void TestRecognition::rejected() {
     QFETCH(Bytes, telegram);
     Context c;
-    c.link.stopTimers();
-    QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
+    c.link.StopTimers();
+    QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
 
     c.recognition.RcvDataHandle(telegram);
     QVERIFY(c.start.caption(kLblDevice).isEmpty());
     QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kDefault);
     QVERIFY(!c.link.tmrZeroCommand().isEnabled());
-    QVERIFY(c.link.isPortOpen());
+    QVERIFY(c.link.IsPortOpen());
     QVERIFY(c.t.launcher.started.isEmpty());
     QCOMPARE(own.count(), 0);
     QVERIFY(!c.t.values.get());
@@ -180,7 +180,7 @@ void TestRecognition::rejected() {
 
 void TestRecognition::ignoredWhileClosing() {
     Context c;
-    c.link.stopTimers();
+    c.link.StopTimers();
     c.t.life.setClosing();
     c.recognition.RcvDataHandle(kindTelegram(1, 48));
     c.recognition.RcvDataHandle(ownTelegram(1));
@@ -209,14 +209,14 @@ void TestRecognition::otherFamiliesHandOver() {
     QFETCH(QString, text);
     Context c;
     c.installSuite();
-    c.link.stopTimers();
-    QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
+    c.link.StopTimers();
+    QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
 
     c.recognition.RcvDataHandle(telegram);
     QCOMPARE(c.start.caption(kLblDevice), text);
     QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kGreen);
-    QCOMPARE(c.link.iconIndex() & 1, 1);
-    QVERIFY2(!c.link.isPortOpen(), "the suite opens the port itself");
+    QCOMPARE(c.link.IconIndex() & 1, 1);
+    QVERIFY2(!c.link.IsPortOpen(), "the suite opens the port itself");
     QCOMPARE(c.t.launcher.started.size(), 1);
     QCOMPARE(c.t.launcher.started[0].program, c.suitePath());
     QVERIFY(c.t.launcher.started[0].arguments.isEmpty());
@@ -227,10 +227,10 @@ void TestRecognition::otherFamiliesHandOver() {
 void TestRecognition::handOverOfLoadedFile() {
     Context c;
     c.installSuite();
-    c.link.closePort();
+    c.link.ClosePort();
     const QString file = QStringLiteral("/data/old device.ko3");
-    c.link.setLoadedFileName(file);
-    c.link.setDataFromFile(true);
+    c.link.SetLoadedFileName(file);
+    c.link.SetDataFromFile(true);
 
     c.recognition.RcvDataHandle(kindTelegram(1, 48));
     QCOMPARE(c.t.launcher.started.size(), 1);
@@ -239,7 +239,7 @@ void TestRecognition::handOverOfLoadedFile() {
 
 void TestRecognition::programNotFound() {
     Context c;
-    QSignalSpy closing(&c.recognition, &Recognition::closeRequested);
+    QSignalSpy closing(&c.recognition, &Recognition::CloseRequested);
     c.recognition.RcvDataHandle(kindTelegram(9, 291));
 
     QVERIFY2(c.t.launcher.started.isEmpty(), "a missing suite is not started");
@@ -251,7 +251,7 @@ void TestRecognition::programNotFound() {
     QCOMPARE(box.title, QStringLiteral("Error"));
     QCOMPARE(box.icon, UserDialogs::Icon::Critical);
     QCOMPARE(box.buttons, UserDialogs::Buttons::Ok);
-    QVERIFY(!c.link.isPortOpen());
+    QVERIFY(!c.link.IsPortOpen());
 }
 
 void TestRecognition::failedStartIsSaid() {
@@ -272,7 +272,7 @@ void TestRecognition::noStartOnceClosing() {
     c.recognition.StartExtKOMPA(QStringLiteral("x.ko3"));
     QVERIFY(c.t.launcher.started.isEmpty());
     QVERIFY(c.t.dialogs.shown.isEmpty());
-    QVERIFY(!c.link.isPortOpen());
+    QVERIFY(!c.link.IsPortOpen());
 }
 
 void TestRecognition::ownTelegramRoutes_data() {
@@ -298,11 +298,11 @@ void TestRecognition::ownTelegramRoutes() {
     QFETCH(bool, decoded);
     QFETCH(bool, connecting);
     Context c;
-    c.link.stopTimers();
+    c.link.StopTimers();
     c.t.session.setSerialNo(shownSerial);
     c.t.session.setSearchRunning(deviceSearch);
-    QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
-    QSignalSpy connectWindow(&c.recognition, &Recognition::connectionWindowRequested);
+    QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
+    QSignalSpy connectWindow(&c.recognition, &Recognition::ConnectionWindowRequested);
     const Bytes telegram = ownTelegram(command);
 
     c.recognition.RcvDataHandle(telegram);
@@ -315,12 +315,12 @@ void TestRecognition::ownTelegramRoutes() {
     QCOMPARE(connectWindow.count(), connecting ? 1 : 0);
     if (connecting) QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567"));
     QVERIFY(c.t.launcher.started.isEmpty());
-    QVERIFY(c.link.isPortOpen());
+    QVERIFY(c.link.IsPortOpen());
 }
 
 void TestRecognition::extendedFormReadsSerialBehindLongHeader() {
     Context c;
-    QSignalSpy connectWindow(&c.recognition, &Recognition::connectionWindowRequested);
+    QSignalSpy connectWindow(&c.recognition, &Recognition::ConnectionWindowRequested);
     const Bytes telegram = ownTelegram(1, 300);
     QCOMPARE(telegram[1], 255);
 
@@ -332,8 +332,8 @@ void TestRecognition::extendedFormReadsSerialBehindLongHeader() {
 // A late answer to a search telegram must not take over the device the user has chosen.
 void TestRecognition::chosenDeviceIsNotTakenOver() {
     Context c;
-    c.link.stopTimers();
-    QSignalSpy own(&c.recognition, &Recognition::ownTelegramAccepted);
+    c.link.StopTimers();
+    QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
 
     // 7654321 chosen; 1234567 answers late.
     c.t.session.setSerialNo(QStringLiteral("7654321"));

@@ -65,7 +65,7 @@ struct OpenLink {
     OpenLink() {
         t.settings.values[QStringLiteral("Port")] = QStringLiteral("1");
         link.SwitchToComPort(1);
-        link.stopTimers();
+        link.StopTimers();
     }
     // A burst arrives and its collecting window ends.
     void receive(const Bytes& burst) {
@@ -111,9 +111,9 @@ void TestSerialLink::startState() {
     QCOMPARE(link.tmrZeroCommand().interval(), 1789);
     QCOMPARE(link.tmrReceiveLED().interval(), 100);
     QCOMPARE(link.tmrSendLED().interval(), 100);
-    QVERIFY(!link.isPortOpen());
-    QVERIFY(link.lastSent().empty());
-    QCOMPARE(link.iconIndex(), 0);
+    QVERIFY(!link.IsPortOpen());
+    QVERIFY(link.LastSent().empty());
+    QCOMPARE(link.IconIndex(), 0);
 }
 
 void TestSerialLink::sendPutsFrameOnLine() {
@@ -123,7 +123,7 @@ void TestSerialLink::sendPutsFrameOnLine() {
 
     const Bytes frame = bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94});
     QCOMPARE(l.t.port.written, QList<QByteArray>{raw(frame)});
-    QCOMPARE(l.link.lastSent(), frame);
+    QCOMPARE(l.link.LastSent(), frame);
     const QString monitor = l.start.caption(QStringLiteral("txtComSend"));
     QVERIFY2(monitor.endsWith(u"\r\n\r\n02 08 0A 01 00 00 00 00 2C 53 00 94 "),
              qPrintable(monitor));
@@ -131,13 +131,13 @@ void TestSerialLink::sendPutsFrameOnLine() {
     QCOMPARE(l.start.foreColor(kPicReceive), colors::kRed);
     QVERIFY(l.link.tmrSendLED().isEnabled());
     QVERIFY(l.link.tmrZeroCommand().isEnabled());
-    QCOMPARE(l.link.iconIndex(), 2);
+    QCOMPARE(l.link.IconIndex(), 2);
     QCOMPARE(icon.count(), 1);
 
     Q_EMIT l.link.tmrSendLED().timeout();
     QCOMPARE(l.start.foreColor(kPicReceive), colors::kDefault);
     QVERIFY(!l.link.tmrSendLED().isEnabled());
-    QCOMPARE(l.link.iconIndex(), 0);
+    QCOMPARE(l.link.IconIndex(), 0);
     QCOMPARE(icon.count(), 2);
 }
 
@@ -147,11 +147,11 @@ void TestSerialLink::sendWithSendEnableCleared() {
     const Bytes frame = pollFrame(2);
     l.link.DataTx(frame);
     QVERIFY(l.t.port.written.isEmpty());
-    QCOMPARE(l.link.lastSent(), frame);
+    QCOMPARE(l.link.LastSent(), frame);
     QVERIFY(l.start.caption(QStringLiteral("txtComSend")).endsWith(hexOf(frame)));
     QCOMPARE(l.start.foreColor(kPicReceive), colors::kDefault);
     QVERIFY(!l.link.tmrSendLED().isEnabled());
-    QCOMPARE(l.link.iconIndex(), 0);
+    QCOMPARE(l.link.IconIndex(), 0);
     QVERIFY(l.link.tmrZeroCommand().isEnabled());
 }
 
@@ -161,7 +161,7 @@ void TestSerialLink::sendWithPortClosedDoesNothing() {
     link.DataTx(pollFrame(2));
     link.MakeSendString(bytes({0x0A, 0x01, 0, 0, 0, 0}), true);
     QVERIFY(t.port.written.isEmpty());
-    QVERIFY(link.lastSent().empty());
+    QVERIFY(link.LastSent().empty());
     QVERIFY(t.forms.frmMQ27D().caption(QStringLiteral("txtComSend")).isEmpty());
     QVERIFY(!link.tmrZeroCommand().isEnabled());
     QVERIFY(!link.tmrSendLED().isEnabled());
@@ -170,11 +170,11 @@ void TestSerialLink::sendWithPortClosedDoesNothing() {
 void TestSerialLink::unbuildableFrameIsDropped() {
     OpenLink l;
     l.link.DataTx(pollFrame(1));
-    l.link.stopTimers();
+    l.link.StopTimers();
     // Its sum would need more than two bytes.
     l.link.MakeSendString(Bytes(300, 0xFF), false);
     QCOMPARE(l.t.port.written.size(), 1);
-    QCOMPARE(l.link.lastSent(), pollFrame(1));
+    QCOMPARE(l.link.LastSent(), pollFrame(1));
     QVERIFY(!l.link.tmrZeroCommand().isEnabled());
 }
 
@@ -218,7 +218,7 @@ void TestSerialLink::receiveFilters() {
     QFETCH(bool, handled);
     OpenLink l;
     if (!lastSent.empty()) l.link.DataTx(lastSent);
-    l.link.stopTimers();
+    l.link.StopTimers();
 
     l.receive(burst);
     // A new device's telegram 1 switches the language, which clears the monitor and the
@@ -247,15 +247,15 @@ void TestSerialLink::laterFrameOfBurstWins() {
 
 void TestSerialLink::stampedTelegramAndFileFlag() {
     OpenLink l;
-    QSignalSpy own(&l.t.recognition, &Recognition::ownTelegramAccepted);
-    l.link.setDataFromFile(true);
+    QSignalSpy own(&l.t.recognition, &Recognition::OwnTelegramAccepted);
+    l.link.SetDataFromFile(true);
 
     l.receive(bytes({0x02, 0x00, 0x13}));
-    QVERIFY2(l.link.dataFromFile(), "bytes without a telegram leave the flag");
+    QVERIFY2(l.link.DataFromFile(), "bytes without a telegram leave the flag");
 
     const Bytes frame = answerFrame(1);
     l.receive(frame);
-    QVERIFY(!l.link.dataFromFile());
+    QVERIFY(!l.link.DataFromFile());
     QCOMPARE(own.count(), 1);
     const Bytes stamped = own.at(0).at(0).value<Bytes>();
     QCOMPARE(stamped.size(), frame.size() + 7);
@@ -267,11 +267,11 @@ void TestSerialLink::stampedTelegramAndFileFlag() {
 
 void TestSerialLink::unstampableTelegramIsDropped() {
     OpenLink l;
-    l.link.setDataFromFile(true);
+    l.link.SetDataFromFile(true);
     l.t.clock.time = QDateTime();
     l.receive(answerFrame(1));
     QVERIFY(!l.recognized());
-    QVERIFY(l.link.dataFromFile());
+    QVERIFY(l.link.DataFromFile());
 }
 
 void TestSerialLink::telegramSplitOverTwoReadsIsLost() {
@@ -319,19 +319,19 @@ void TestSerialLink::receiveLedAndIconIndex() {
     QVERIFY(monitor.contains(u"09:30:15"));
     QCOMPARE(l.start.backColor(kPicReceive), colors::kYellow);
     QVERIFY(l.link.tmrReceiveLED().isEnabled());
-    QCOMPARE(l.link.iconIndex(), 0);
+    QCOMPARE(l.link.IconIndex(), 0);
 
     l.receive(answerFrame(1));
     QCOMPARE(l.start.backColor(kPicReceive), colors::kGreen);
-    QCOMPARE(l.link.iconIndex(), 1);
+    QCOMPARE(l.link.IconIndex(), 1);
 
     l.link.SendLEDOn();
-    QCOMPARE(l.link.iconIndex(), 3);
+    QCOMPARE(l.link.IconIndex(), 3);
 
     Q_EMIT l.link.tmrReceiveLED().timeout();
     QCOMPARE(l.start.backColor(kPicReceive), colors::kDefault);
     QVERIFY(!l.link.tmrReceiveLED().isEnabled());
-    QCOMPARE(l.link.iconIndex(), 2);
+    QCOMPARE(l.link.IconIndex(), 2);
     QCOMPARE(l.start.foreColor(kPicReceive), colors::kRed);
 
     QCOMPARE(icon.count(), 3);
@@ -346,7 +346,7 @@ void TestSerialLink::lostPortLeavesToolRunning() {
     QVERIFY(l.link.tmrToRx().isEnabled());
 
     l.t.port.pull();
-    QVERIFY(!l.link.isPortOpen());
+    QVERIFY(!l.link.IsPortOpen());
     QVERIFY(!l.link.tmrToRx().isEnabled());
     Q_EMIT l.link.tmrToRx().timeout();
     QVERIFY2(!l.t.port.incoming.isEmpty(), "a closed port is not read");
@@ -358,7 +358,7 @@ void TestSerialLink::lostPortLeavesToolRunning() {
 
     // The user picks the port again.
     l.link.SwitchToComPort(1);
-    QVERIFY(l.link.isPortOpen());
+    QVERIFY(l.link.IsPortOpen());
     l.receive(answerFrame(2));
     QVERIFY(l.recognized());
 }
@@ -387,7 +387,7 @@ void TestSerialLink::switchToComPort() {
     if (!stored.isNull()) t.settings.values[QStringLiteral("Port")] = stored;
 
     t.link.SwitchToComPort(port);
-    QCOMPARE(t.link.isPortOpen(), open);
+    QCOMPARE(t.link.IsPortOpen(), open);
     if (open) QCOMPARE(t.port.portNumber(), port);
     QCOMPARE(t.settings.values.value(QStringLiteral("Port")), storedAfter);
 }
@@ -406,12 +406,12 @@ void TestSerialLink::portList() {
     for (int i = 4; i <= 16; ++i)
         QCOMPARE(entries.at(i), QStringLiteral("--"));
     QCOMPARE(window.value(kCboPort), 2.0);
-    QVERIFY2(l.link.isPortOpen() && l.t.port.portNumber() == 2, "probing gives the port back");
+    QVERIFY2(l.link.IsPortOpen() && l.t.port.portNumber() == 2, "probing gives the port back");
 
     l.link.SwitchToComPort(0);
     l.t.portWindow.ShowCOMPort();
     QCOMPARE(window.value(kCboPort), 0.0);
-    QVERIFY(!l.link.isPortOpen());
+    QVERIFY(!l.link.IsPortOpen());
 }
 
 // The reason stands beside "COM port OFF" in both windows, follows the language, says when
@@ -501,7 +501,7 @@ void TestSerialLink::interfaceButtons() {
     window.click(button);
 
     QCOMPARE(window.isShown(), windowStays);
-    QCOMPARE(l.link.isPortOpen(), openPort != 0);
+    QCOMPARE(l.link.IsPortOpen(), openPort != 0);
     if (openPort != 0) QCOMPARE(l.t.port.portNumber(), openPort);
     QCOMPARE(l.t.settings.values.value(QStringLiteral("Port")), storedAfter);
     if (openPort == 0) {

@@ -144,7 +144,7 @@ private Q_SLOTS:
         rig.choose(3);
         rig.device({{"localisation.locIsActive", 1}});
         w.click(ll::cmdLocSingleHoleLearningAbort);
-        QVERIFY(rig.engine.isWriteQueued());
+        QVERIFY(rig.engine.IsWriteQueued());
         rig.device({{"localisation.locIsActive", 0}, {"localisation.firePlaceSuckTime", 2600}});
         QCOMPARE(w.caption(ll::txtLocTime[3]), QStringLiteral("26.0"));
         QVERIFY(!rig.loc.LocSingleHoleAborted);
@@ -182,15 +182,15 @@ private Q_SLOTS:
     }
 
     void windowBoundsFromTimes() {
-        const auto w = Localisation::windowsFromTimes({10.0, 14.0, 20.0});
+        const auto w = Localisation::WindowsFromTimes({10.0, 14.0, 20.0});
         QVERIFY(w);
         QCOMPARE(w->minimum, (std::array<std::int32_t, 5>{500, 1201, 1701, 0, 0}));
         QCOMPARE(w->maximum, (std::array<std::int32_t, 5>{1200, 1700, 2300, 0, 0}));
         // Half-way values round to even: 0.25 s halved is 12.5 hundredths.
-        const auto half = Localisation::windowsFromTimes({0.25, 2.25});
+        const auto half = Localisation::WindowsFromTimes({0.25, 2.25});
         QVERIFY(half);
         QCOMPARE(half->minimum[0], 12);
-        QVERIFY(!Localisation::windowsFromTimes({10.0}));
+        QVERIFY(!Localisation::WindowsFromTimes({10.0}));
     }
 
     void assumeWritesTheWindowsAndWaitsForThem() {
@@ -209,14 +209,14 @@ private Q_SLOTS:
         rig.times({QStringLiteral("10"), QStringLiteral("14"), QStringLiteral("300")});
         w.click(ll::cmdLocParameterAssume);
         QCOMPARE(rig.color(2), colors::kYellow);
-        QVERIFY(!rig.engine.isWriteQueued());
+        QVERIFY(!rig.engine.IsWriteQueued());
         QVERIFY(rig.dialogs.shown.isEmpty());
 
         rig.times({QStringLiteral("10"), QStringLiteral("14"), QStringLiteral("21")});
         w.click(ll::cmdLocParameterAssume);
         QCOMPARE(w.caption(ll::txtLocTime[2]), QStringLiteral("21.0"));
         QCOMPARE(rig.loc.LocHoleMaxSet, (std::array<std::int32_t, 5>{1200, 1750, 2450, 0, 0}));
-        QVERIFY(rig.engine.isWriteQueued());
+        QVERIFY(rig.engine.IsWriteQueued());
         rig.engine.tmrAutoSend_Timer();
         QVERIFY(rig.loc.tmrCompareLocalizeSet().isEnabled());
         QVERIFY(w.isVisible(ll::lblLocWaiting));
@@ -244,20 +244,20 @@ private Q_SLOTS:
         // Writing the windows leaves it too: only on Yes.
         rig.dialogs.answers = {Answer::No, Answer::Yes};
         rig.w.click(ll::cmdLocParameterAssume);
-        QVERIFY(!rig.engine.isWriteQueued());
+        QVERIFY(!rig.engine.IsWriteQueued());
         rig.w.click(ll::cmdLocParameterAssume);
-        QCOMPARE(rig.engine.nextCommand(), 133);
-        rig.engine.cancelWrite();
+        QCOMPARE(rig.engine.NextCommand(), 133);
+        rig.engine.CancelWrite();
 
         rig.dialogs.answers = {Answer::No};
         rig.w.click(ll::cmdLocParameterAbort);
-        QVERIFY(!rig.engine.isWriteQueued());
+        QVERIFY(!rig.engine.IsWriteQueued());
         QCOMPARE(rig.dialogs.shown.last().defaultAnswer, Answer::No);
         QVERIFY(rig.dialogs.shown.last().text.contains(QStringLiteral("normal operating mode")));
 
         rig.dialogs.answers = {Answer::Yes};
         rig.w.click(ll::cmdLocParameterAbort);
-        QVERIFY(rig.engine.isWriteQueued());
+        QVERIFY(rig.engine.IsWriteQueued());
         QVERIFY(rig.loc.tmrUnload().isEnabled() && rig.loc.tmrTimeout().isEnabled());
         rig.loc.tmrUnload_Timer();
         QVERIFY(rig.w.isShown());
@@ -284,7 +284,7 @@ private Q_SLOTS:
     void lampsFollowTheMainViewsRhythm() {
         LearnRig rig;
         rig.device({{"localisation.learningIsOn", 1}, {"localisation.locIsActive", 1}});
-        LedRhythm& leds = rig.app->mainView().leds();
+        LedRhythm& leds = rig.app->mainView().Leds();
         QList<std::uint32_t> learn;
         for (int tick = 0; tick < 2; ++tick) {
             Q_EMIT leds.tmrFlash().timeout();

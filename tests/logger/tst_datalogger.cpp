@@ -9,7 +9,7 @@
 #include <QFile>
 #include <QTest>
 
-namespace el = frmLogdataDev;
+namespace lg = frmLogdataDev;
 
 namespace {
 
@@ -57,7 +57,7 @@ void TestDataLogger::init() {
     QDir().mkpath(m_folder);
     m_next = QDateTime(QDate(2026, 11, 23), QTime(9, 30, 15));
     window().load();
-    window().setTicked(el::lstDisplay[0], 1, true);
+    window().setTicked(lg::lstDisplay[0], 1, true);
 }
 
 void TestDataLogger::cleanup() {
@@ -72,8 +72,8 @@ void TestDataLogger::choose(const QString& tick, const QString& button, const QS
 }
 
 void TestDataLogger::showValues(const QStringList& names, const QStringList& values) {
-    window().setItems(el::lstDisplay[1], names);
-    window().setItems(el::lstDisplay[2], values);
+    window().setItems(lg::lstDisplay[1], names);
+    window().setItems(lg::lstDisplay[2], values);
 }
 
 void TestDataLogger::record(int count) {
@@ -87,10 +87,10 @@ void TestDataLogger::record(int count) {
 void TestDataLogger::bothFilesThinTheLogAndKeepTheirFormats() {
     const QString log = m_folder + QStringLiteral("/lauf.log");
     const QString dat = m_folder + QStringLiteral("/lauf.dat");
-    choose(el::chkSaveAsExcel, el::cmdSaveAsExcel, log);
-    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, dat);
-    QVERIFY(window().isEnabled(el::cmdStart));
-    window().click(el::cmdStart);
+    choose(lg::chkSaveAsExcel, lg::cmdSaveAsExcel, log);
+    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, dat);
+    QVERIFY(window().isEnabled(lg::cmdStart));
+    window().click(lg::cmdStart);
     showValues({QStringLiteral("Akt. Luftstrom [m/s]"), QStringLiteral("Softwarenummer"),
                 QStringLiteral("Zustand Summer")},
                {QStringLiteral("0,5"), QStringLiteral("1,2,3"), QStringLiteral("-1,25")});
@@ -114,33 +114,33 @@ void TestDataLogger::bothFilesThinTheLogAndKeepTheirFormats() {
     QCOMPARE(contents(m_folder + QStringLiteral("/lauf_dat_Info.txt")),
              QByteArray("START-> 2026 11 23 09 30 15 | Akt. Luftstrom [m/s] | Softwarenummer | "
                         "Zustand Summer\r\n"));
-    QCOMPARE(logger().excelRecords(), 2);
-    QCOMPARE(logger().mathCadRecords(), 7);
-    QCOMPARE(window().caption(el::lblSaveAsMathCadRecords), QStringLiteral("7 Datensätze"));
+    QCOMPARE(logger().ExcelRecords(), 2);
+    QCOMPARE(logger().MathCadRecords(), 7);
+    QCOMPARE(window().caption(lg::lblSaveAsMathCadRecords), QStringLiteral("7 Datensätze"));
     // Each write lights its path, and the blink timer puts the colour back.
-    QCOMPARE(window().backColor(el::lblSaveAsExcelFile), colors::kGreen);
+    QCOMPARE(window().backColor(lg::lblSaveAsExcelFile), colors::kGreen);
     QCOMPARE(logger().tmrBlink().interval(), 200);
     QVERIFY(logger().tmrBlink().isEnabled());
     logger().tmrBlink_Timer();
-    QCOMPARE(window().backColor(el::lblSaveAsMathCadFile), colors::kButtonFace);
+    QCOMPARE(window().backColor(lg::lblSaveAsMathCadFile), colors::kButtonFace);
     QVERIFY(!logger().tmrBlink().isEnabled());
 }
 
 void TestDataLogger::stopAndStartAppendASecondStartLine() {
     const QString log = m_folder + QStringLiteral("/a.log");
-    choose(el::chkSaveAsExcel, el::cmdSaveAsExcel, log);
+    choose(lg::chkSaveAsExcel, lg::cmdSaveAsExcel, log);
     showValues({QStringLiteral("Bargraphpegel")}, {QStringLiteral("3")});
-    window().click(el::cmdStart);
+    window().click(lg::cmdStart);
     record(2);
-    window().click(el::cmdStop);
-    QVERIFY(!window().isVisible(el::lblRunning));
-    QVERIFY(window().isEnabled(el::cmdSaveAsMathCad)); // both dialog buttons, whatever ticked
+    window().click(lg::cmdStop);
+    QVERIFY(!window().isVisible(lg::lblRunning));
+    QVERIFY(window().isEnabled(lg::cmdSaveAsMathCad)); // both dialog buttons, whatever ticked
     record(1);                                         // stopped: nothing is written
     showValues({QStringLiteral("Bargraphpegel"), QStringLiteral("Resetcounter")},
                {QStringLiteral("4"), QStringLiteral("17")});
-    window().click(el::cmdStart);
-    QVERIFY(window().isVisible(el::lblRunning));
-    QVERIFY(!window().isEnabled(el::lstDisplay[0]));
+    window().click(lg::cmdStart);
+    QVERIFY(window().isVisible(lg::lblRunning));
+    QVERIFY(!window().isEnabled(lg::lstDisplay[0]));
     record(1);
     QCOMPARE(contents(log), QByteArray("23.11.2026\t09:30:15\t3\r\n"
                                        "23.11.2026\t09:30:18\t4\t17\r\n"));
@@ -156,10 +156,10 @@ void TestDataLogger::infoPathCutsAtTheFirstPointOfThePath() {
              QStringLiteral("/m/run_dat_Info.txt"));
     // Where the cut lands is where a recording's info file goes, even outside its folder.
     QDir(m_folder).mkpath(QStringLiteral("data.old"));
-    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad,
+    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad,
            m_folder + QStringLiteral("/data.old/r.dat"));
     showValues({QStringLiteral("x")}, {QStringLiteral("1")});
-    window().click(el::cmdStart);
+    window().click(lg::cmdStart);
     record(1);
     QCOMPARE(contents(m_folder + QStringLiteral("/data_dat_Info.txt")),
              QByteArray("START-> 2026 11 23 09 30 15 | x\r\n"));
@@ -173,54 +173,54 @@ void TestDataLogger::choosingAFileAsksBeforeAppending() {
         file.write("2026 01 01 00 00 00 1\r\n2026 01 01 00 00 01 2\r\n");
     }
     m_t->dialogs.answers = {UserDialogs::Answer::No};
-    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, path);
+    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, path);
     QCOMPARE(m_t->dialogs.shown.size(), 1);
     QCOMPARE(m_t->dialogs.shown[0].text,
              QStringLiteral("Datei existiert bereits. Daten anhängen?"));
     QCOMPARE(m_t->dialogs.shown[0].title, QStringLiteral("KOMPA"));
     QCOMPARE(m_t->dialogs.lastFilter, QStringLiteral("*.dat|*.dat|"));
-    QCOMPARE(window().caption(el::lblSaveAsMathCadFile), QString());
+    QCOMPARE(window().caption(lg::lblSaveAsMathCadFile), QString());
 
-    window().click(el::cmdSaveAsMathCad); // the default answer appends
-    QCOMPARE(window().caption(el::lblSaveAsMathCadFile), path);
-    QCOMPARE(logger().mathCadRecords(), 2);
+    window().click(lg::cmdSaveAsMathCad); // the default answer appends
+    QCOMPARE(window().caption(lg::lblSaveAsMathCadFile), path);
+    QCOMPARE(logger().MathCadRecords(), 2);
     QCOMPARE(contents(path).size(), 46); // nothing empties a file
 
     // A new file is made at once and asks nothing; a cancelled dialog empties the label.
     m_t->dialogs.saveName = m_folder + QStringLiteral("/new.dat");
-    window().click(el::cmdSaveAsMathCad);
+    window().click(lg::cmdSaveAsMathCad);
     QVERIFY(QFile::exists(m_folder + QStringLiteral("/new.dat")));
     QCOMPARE(m_t->dialogs.shown.size(), 2);
     m_t->dialogs.saveName.reset();
-    window().click(el::cmdSaveAsMathCad);
-    QCOMPARE(window().caption(el::lblSaveAsMathCadFile), QString());
+    window().click(lg::cmdSaveAsMathCad);
+    QCOMPARE(window().caption(lg::lblSaveAsMathCadFile), QString());
 }
 
 void TestDataLogger::startNeedsATickAndEveryTickedFormatsFile() {
     const QString log = m_folder + QStringLiteral("/s.log");
-    choose(el::chkSaveAsExcel, el::cmdSaveAsExcel, log);
-    QVERIFY(window().isEnabled(el::cmdStart));
+    choose(lg::chkSaveAsExcel, lg::cmdSaveAsExcel, log);
+    QVERIFY(window().isEnabled(lg::cmdStart));
     // A ticked format without its file holds the start back.
-    window().userSetValue(el::chkSaveAsMathCad, 1);
-    window().click(el::chkSaveAsMathCad);
-    QVERIFY(window().isEnabled(el::cmdSaveAsMathCad));
-    QVERIFY(!window().isEnabled(el::cmdStart));
-    window().userSetValue(el::chkSaveAsMathCad, 0);
-    window().click(el::chkSaveAsMathCad);
-    QVERIFY(window().isEnabled(el::cmdStart));
+    window().userSetValue(lg::chkSaveAsMathCad, 1);
+    window().click(lg::chkSaveAsMathCad);
+    QVERIFY(window().isEnabled(lg::cmdSaveAsMathCad));
+    QVERIFY(!window().isEnabled(lg::cmdStart));
+    window().userSetValue(lg::chkSaveAsMathCad, 0);
+    window().click(lg::chkSaveAsMathCad);
+    QVERIFY(window().isEnabled(lg::cmdStart));
     // So does a list without a tick.
-    window().userSetTicked(el::lstDisplay[0], 1, false);
-    QVERIFY(!window().isEnabled(el::cmdStart));
+    window().userSetTicked(lg::lstDisplay[0], 1, false);
+    QVERIFY(!window().isEnabled(lg::cmdStart));
 }
 
 void TestDataLogger::aFileThatCannotBeWrittenStopsTheRecording() {
     // A full disk.
-    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, QStringLiteral("/dev/full"));
+    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, QStringLiteral("/dev/full"));
     showValues({QStringLiteral("x")}, {QStringLiteral("1")});
-    window().click(el::cmdStart);
+    window().click(lg::cmdStart);
     record(1);
     QVERIFY(!logger().LoggerRunning);
-    QVERIFY(window().isEnabled(el::cmdStart));
+    QVERIFY(window().isEnabled(lg::cmdStart));
     QCOMPARE(m_t->dialogs.shown.size(), 1);
     QVERIFY2(m_t->dialogs.shown[0].text.contains(QStringLiteral("/dev/full")),
              qPrintable(m_t->dialogs.shown[0].text));
@@ -229,8 +229,8 @@ void TestDataLogger::aFileThatCannotBeWrittenStopsTheRecording() {
     // A folder that is gone: the message names the file, the lines written so far stay.
     const QString folder = m_folder + QStringLiteral("/stick");
     QDir().mkpath(folder);
-    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, folder + QStringLiteral("/r.dat"));
-    window().click(el::cmdStart);
+    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, folder + QStringLiteral("/r.dat"));
+    window().click(lg::cmdStart);
     record(1);
     QVERIFY(QDir(folder).removeRecursively());
     record(2);
@@ -241,47 +241,47 @@ void TestDataLogger::aFileThatCannotBeWrittenStopsTheRecording() {
 
 void TestDataLogger::aDeletedFileComesBackWithTheNextRecord() {
     const QString dat = m_folder + QStringLiteral("/d.dat");
-    choose(el::chkSaveAsMathCad, el::cmdSaveAsMathCad, dat);
+    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, dat);
     showValues({QStringLiteral("x")}, {QStringLiteral("1")});
-    window().click(el::cmdStart);
+    window().click(lg::cmdStart);
     record(2);
     QVERIFY(QFile::remove(dat));
     record(1);
     QVERIFY(logger().LoggerRunning);
     QCOMPARE(contents(dat), QByteArray("2026 11 23 09 30 17 1\r\n"));
-    QCOMPARE(logger().mathCadRecords(), 1);
+    QCOMPARE(logger().MathCadRecords(), 1);
 }
 
 void TestDataLogger::aPassListsTheTickedRowsOnly() {
     // Before any device: every row to tick, no values.
-    const QStringList rows = window().items(el::lstDisplay[0]);
+    const QStringList rows = window().items(lg::lstDisplay[0]);
     QCOMPARE(rows.size(), 584);
-    window().setTicked(el::lstDisplay[0], 1, false);
-    window().userSetTicked(el::lstDisplay[0], 1, true);
-    QCOMPARE(window().items(el::lstDisplay[1]),
+    window().setTicked(lg::lstDisplay[0], 1, false);
+    window().userSetTicked(lg::lstDisplay[0], 1, true);
+    QCOMPARE(window().items(lg::lstDisplay[1]),
              QStringList{QStringLiteral("Akt. Luftstrom [m/s]")});
-    QCOMPARE(window().items(el::lstDisplay[2]), QStringList{QString()});
+    QCOMPARE(window().items(lg::lstDisplay[2]), QStringList{QString()});
 
     // A tick, as the user sets it, is a pass: the rows stay, the ticked ones are listed in
     // list order, and the numbers among them go to the trend.
     m_t->app->createValues();
-    window().userSetTicked(el::lstDisplay[0], 2, true);
-    window().userSetTicked(el::lstDisplay[0], 3, true);
-    QCOMPARE(window().items(el::lstDisplay[0]), rows);
-    QCOMPARE(window().items(el::lstDisplay[1]),
+    window().userSetTicked(lg::lstDisplay[0], 2, true);
+    window().userSetTicked(lg::lstDisplay[0], 3, true);
+    QCOMPARE(window().items(lg::lstDisplay[0]), rows);
+    QCOMPARE(window().items(lg::lstDisplay[1]),
              (QStringList{QStringLiteral("Akt. Luftstrom [m/s]"),
                           QStringLiteral("Luftstrom Sollwert [m/s]"),
                           QStringLiteral("Akt. Lufttemperatur [°C]")}));
-    QCOMPARE(window().items(el::lstDisplay[2]).size(), 3);
-    QCOMPARE(logger().trend().series().size(), 3u);
-    QCOMPARE(logger().trend().series()[2].unit, QStringLiteral("°C"));
+    QCOMPARE(window().items(lg::lstDisplay[2]).size(), 3);
+    QCOMPARE(logger().Trend().series().size(), 3u);
+    QCOMPARE(logger().Trend().series()[2].unit, QStringLiteral("°C"));
 
-    window().userSetTicked(el::lstDisplay[0], 1, false);
-    window().userSetTicked(el::lstDisplay[0], 2, false);
-    window().userSetTicked(el::lstDisplay[0], 3, false);
-    QVERIFY(window().items(el::lstDisplay[1]).isEmpty());
-    QVERIFY(window().items(el::lstDisplay[2]).isEmpty());
-    QVERIFY(logger().trend().series().empty());
+    window().userSetTicked(lg::lstDisplay[0], 1, false);
+    window().userSetTicked(lg::lstDisplay[0], 2, false);
+    window().userSetTicked(lg::lstDisplay[0], 3, false);
+    QVERIFY(window().items(lg::lstDisplay[1]).isEmpty());
+    QVERIFY(window().items(lg::lstDisplay[2]).isEmpty());
+    QVERIFY(logger().Trend().series().empty());
 }
 
 QTEST_GUILESS_MAIN(TestDataLogger)

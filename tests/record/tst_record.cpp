@@ -37,7 +37,7 @@ void checkGrid(const QString& text) {
     QVERIFY(lines.constLast().isEmpty());
     for (qsizetype i = 0; i + 1 < lines.size(); ++i) {
         const QString& line = lines[i];
-        QVERIFY2(record::lengthOf(line) <= record::PageWidth, qPrintable(line));
+        QVERIFY2(record::LengthOf(line) <= record::PageWidth, qPrintable(line));
         QVERIFY(line.startsWith(record::LeftMargin));
         for (const QChar c : line)
             QVERIFY2(c >= u' ' && c != u'\x7f', qPrintable(QStringLiteral("line %1").arg(i)));
@@ -152,7 +152,7 @@ private Q_SLOTS:
         const QString text = recordOf(rig, 2, comment, comment);
         checkGrid(text);
         const QString first = text.section(QStringLiteral("\r\n"), 0, 0);
-        QVERIFY(record::lengthOf(first) <= record::LeftMargin.size() + record::PrintWidth);
+        QVERIFY(record::LengthOf(first) <= record::LeftMargin.size() + record::PrintWidth);
         QVERIFY(!first.contains(QChar(0x202E)));
     }
 

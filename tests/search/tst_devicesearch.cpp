@@ -87,7 +87,7 @@ private slots:
 
     void searchOpensTheStoredPortWhenClosed() {
         Rig rig;
-        QVERIFY(!rig.app.link().isPortOpen());
+        QVERIFY(!rig.app.link().IsPortOpen());
         rig.search.mnuDeviceSearch_Click();
         QVERIFY(rig.t.port.isOpen());
         QCOMPARE(rig.t.port.portNumber(), 2);
@@ -159,7 +159,7 @@ private slots:
             rig.searchWindow.click("cmdCancel");
 
         QCOMPARE(rig.display.caption("lblSerialNo_0"), kShownText);
-        QCOMPARE(rig.engine.nextCommand(), 2);
+        QCOMPARE(rig.engine.NextCommand(), 2);
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.connectWindow.isShown());
         QVERIFY(!rig.app.session().searchRunning());
@@ -184,7 +184,7 @@ private slots:
             rig.searchWindow.click("cmdOK");
 
         QCOMPARE(rig.display.caption("lblSerialNo_0"), kOtherText);
-        QCOMPARE(rig.engine.nextCommand(), 1);
+        QCOMPARE(rig.engine.NextCommand(), 1);
         QVERIFY(!rig.app.session().searchRunning());
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
         QVERIFY(!rig.searchWindow.isLoaded());
@@ -209,7 +209,7 @@ private slots:
         rig.search.mnuDeviceSearch_Click();
         rig.app.decoder().DataDecoder(ownTelegram(2, kOther));
         rig.searchWindow.click("cmdOK");
-        QCOMPARE(rig.engine.nextCommand(), 2);
+        QCOMPARE(rig.engine.NextCommand(), 2);
         QVERIFY(rig.display.isShown());
         QVERIFY(!rig.connectWindow.isShown());
         QVERIFY(!rig.search.tmrBlink().isEnabled());

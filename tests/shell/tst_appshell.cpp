@@ -82,7 +82,7 @@ void TestAppShell::firstStartOnACleanStore() {
     QVERIFY(app.forms().frmDisplay().isLoaded());
     QVERIFY(!app.forms().frmDisplay().isShown());
     QVERIFY(app.forms().frmDisplay().isChecked("mnuCelsius"));
-    QVERIFY(app.shell().trayIconAdded());
+    QVERIFY(app.shell().TrayIconAdded());
 
     SerialLink& link = app.link();
     QVERIFY(link.tmrZeroCommand().isEnabled());
@@ -178,7 +178,7 @@ void TestAppShell::firstArgumentLoadsAFile() {
     start(t, commandLine.arg(folder));
 
     const QString expected = loaded ? QDir(folder).filePath(fileName) : QString();
-    QCOMPARE(t.app->link().loadedFileName(), expected);
+    QCOMPARE(t.app->link().LoadedFileName(), expected);
     QVERIFY(t.app->forms().frmMQ27D().isShown());
     // The logger switch opens the logger and nothing else.
     QCOMPARE(t.app->forms().frmLogdataDev().isShown(),
@@ -206,7 +206,7 @@ void TestAppShell::versionSuffix_data() {
 void TestAppShell::versionSuffix() {
     QFETCH(QString, version);
     QFETCH(QString, suffix);
-    QCOMPARE(AppShell::versionSuffix(version), suffix);
+    QCOMPARE(AppShell::VersionSuffix(version), suffix);
 }
 
 void TestAppShell::closeWithSilencedBuzzerAsks() {
@@ -245,7 +245,7 @@ void TestAppShell::answerNoLeavesEverythingRunning() {
     QVERIFY(app.link().tmrZeroCommand().isEnabled());
     QVERIFY(app.forms().frmMQ27D().isShown());
     QVERIFY(app.forms().frmDisplay().isLoaded());
-    QVERIFY(app.shell().trayIconAdded());
+    QVERIFY(app.shell().TrayIconAdded());
     QCOMPARE(quit.count(), 0);
 }
 
@@ -277,7 +277,7 @@ void TestAppShell::closeTakesEveryWindowDown() {
     QVERIFY(!app.link().tmrToRx().isEnabled());
     for (Form* form : app.forms().all())
         QVERIFY2(!form->isLoaded(), qPrintable(form->name()));
-    QVERIFY(!app.shell().trayIconAdded());
+    QVERIFY(!app.shell().TrayIconAdded());
     QVERIFY(!app.forms().frmMQ27D().isVisible("trayIcon"));
     QCOMPARE(quit.count(), 1);
 
@@ -354,12 +354,12 @@ void TestAppShell::trayIconFollowsTheLink() {
     QCOMPARE(startWindow.value("trayIcon"), 0.0);
 
     app.link().SendLEDOn();
-    QCOMPARE(startWindow.value("trayIcon"), double(app.link().iconIndex()));
-    QCOMPARE(app.link().iconIndex(), 2);
+    QCOMPARE(startWindow.value("trayIcon"), double(app.link().IconIndex()));
+    QCOMPARE(app.link().IconIndex(), 2);
 
     app.shell().TrayIconRemove();
     QVERIFY(!startWindow.isVisible("trayIcon"));
-    QVERIFY(!app.shell().trayIconAdded());
+    QVERIFY(!app.shell().TrayIconAdded());
     app.link().SendLEDOff();
     QCOMPARE(startWindow.value("trayIcon"), 2.0);
 }
@@ -377,7 +377,7 @@ void TestAppShell::trayClickRaisesTheVisibleWindows() {
             if (change == Form::WindowChange::Raised) raised << form->name();
         });
     }
-    app.shell().trayIconActivated();
+    app.shell().TrayIconActivated();
     QCOMPARE(raised, QStringList({"frmMQ27D", "frmConnect"}));
 }
 

@@ -78,7 +78,7 @@ void TestHelpLink::fileNameHasThreePlaces() {
     QFETCH(int, device);
     QFETCH(int, language);
     QFETCH(QString, name);
-    QCOMPARE(HelpLink::helpFileName(device, languageFromNumber(language)), name);
+    QCOMPARE(HelpLink::HelpFileName(device, languageFromNumber(language)), name);
 }
 
 void TestHelpLink::modeTwoShowsWhatWouldOpen() {
@@ -132,7 +132,7 @@ void TestHelpLink::everyRequestOpensAPageWithItsHeading() {
     TestApp t;
     t.app->languages().SwitchToLanguage(language);
     t.launcher.onPath["evince"] = "/usr/bin/evince";
-    const QString name = HelpLink::helpFileName(10, languageFromNumber(language));
+    const QString name = HelpLink::HelpFileName(10, languageFromNumber(language));
     const QString built = QDir(QStringLiteral(MQ27_BIN_DIR)).filePath(name);
     const QString file = QDir(t.programDir()).filePath(name);
     QVERIFY(QFile::copy(built, file));

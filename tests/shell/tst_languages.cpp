@@ -181,7 +181,7 @@ void TestLanguages::versionFollowsTheBuild() {
                                 .arg(MQ27_VERSION_MAJOR)
                                 .arg(MQ27_VERSION_MINOR, 2, 10, QLatin1Char('0'))
                                 .arg(MQ27_VERSION_PATCH, 2, 10, QLatin1Char('0'));
-    QCOMPARE(Languages::versionText(), " - V" + version);
+    QCOMPARE(Languages::VersionText(), " - V" + version);
 
     TestApp t;
     Program& app = *t.app;

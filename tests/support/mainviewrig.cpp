@@ -32,7 +32,7 @@ void MainViewRig::readOut() {
     const mq27sim::SimDevice device(m_profile, clock, false, nullptr);
     for (int command : {1, 2, 3, 5}) {
         const auto frame = device.readTelegram(command);
-        app->link().setDataFromFile(true);
+        app->link().SetDataFromFile(true);
         app->recognition().RcvDataHandle(
             telegram::StampTelegram(*frame, testsupport::kRecorded).value());
     }

@@ -78,7 +78,7 @@ int run(const RecordArgs& args) {
     program.languages().SwitchToLanguage(languageNumber(args.language));
     Protocol& protocol = program.protocol();
     protocol.Build(args.comments.value(0), args.comments.value(1));
-    const QStringList pages = protocol.pages();
+    const QStringList pages = protocol.Pages();
 
     if (!args.pdf.isEmpty()) {
         const QString failure =

@@ -97,7 +97,7 @@ QString present(const Form& v, const SettingDescriptor& s) {
 // Limits and unit, as the page's fields tell them.
 QString limits(const Form& v, const SettingDescriptor& s, Program& program) {
     const QString range =
-        SettingsPages::rangeText(s, program.mainView().limits(), program.preferences().locale());
+        SettingsPages::rangeText(s, program.mainView().Limits(), program.preferences().locale());
     switch (s.kind) {
     case Kind::Switch:
         return QStringLiteral("on|off");
@@ -261,7 +261,7 @@ int set(const QStringList& args) {
     if (listOnly) return list(program);
 
     const Form& v = program.forms().frmDisplay();
-    SettingsWriter& writer = program.mainView().settingsWriter();
+    SettingsWriter& writer = program.mainView().Writer();
     PollEngine& engine = program.engine();
     const QLocale& locale = program.preferences().locale();
 

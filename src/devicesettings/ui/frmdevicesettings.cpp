@@ -14,7 +14,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace el = frmDeviceSettings;
+namespace ds = frmDeviceSettings;
 
 namespace {
 
@@ -76,27 +76,27 @@ frmDeviceSettingsWindow::frmDeviceSettingsWindow(Form& form, std::function<QStri
     auto* pages = new QHBoxLayout;
     pages->setSpacing(12);
     pages->addWidget(
-        page(parts, {el::fraDeviceSettings[0], el::lblDeviceSettings, el::lblParameterName,
-                     el::lblParameterValue, el::txtParameterValue, el::lblParameterUnit, 3,
-                     el::cmdSettings, el::cmdSettingsAssume, el::cmdSettingsCancel,
-                     el::lblSettingsWaiting}),
+        page(parts, {ds::fraDeviceSettings[0], ds::lblDeviceSettings, ds::lblParameterName,
+                     ds::lblParameterValue, ds::txtParameterValue, ds::lblParameterUnit, 3,
+                     ds::cmdSettings, ds::cmdSettingsAssume, ds::cmdSettingsCancel,
+                     ds::lblSettingsWaiting}),
         1);
     pages->addWidget(
         page(parts,
-             {el::fraDeviceSettings[1], el::lblBetaFactorSettings, el::lblBetaFactorName,
-              el::lblBetaFactor, el::txtBetaFactor, el::lblBetaFactorUnit, 5, el::cmdBetaSettings,
-              el::cmdBetaSettingsAssume, el::cmdBetaSettingsCancel, el::lblBetaSettingsWaiting}),
+             {ds::fraDeviceSettings[1], ds::lblBetaFactorSettings, ds::lblBetaFactorName,
+              ds::lblBetaFactor, ds::txtBetaFactor, ds::lblBetaFactorUnit, 5, ds::cmdBetaSettings,
+              ds::cmdBetaSettingsAssume, ds::cmdBetaSettingsCancel, ds::lblBetaSettingsWaiting}),
         1);
 
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(16, 16, 16, 14);
     root->setSpacing(12);
     root->addLayout(pages, 1);
-    root->addLayout(windowparts::buttonRow({windowparts::button(el::cmdClose)}));
+    root->addLayout(windowparts::buttonRow({windowparts::button(ds::cmdClose)}));
     root->setSizeConstraint(QLayout::SetMinimumSize);
 
     m_view = std::make_unique<FormView>(form, this);
-    m_view->setEscapeElement(el::cmdClose);
+    m_view->setEscapeElement(ds::cmdClose);
 }
 
 frmDeviceSettingsWindow::~frmDeviceSettingsWindow() = default;

@@ -15,7 +15,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace el = frmExtinguishDetails;
+namespace ed = frmExtinguishDetails;
 using Says = AccessibleNames::Says;
 using namespace windowparts;
 
@@ -28,31 +28,31 @@ frmExtinguishDetailsWindow::frmExtinguishDetailsWindow(Form& form, std::function
 
     // The module chosen by its serial number, and whether it answers on the bus.
     auto* top = new QHBoxLayout;
-    auto* choice = named<QComboBox>(el::cboSerialNumber);
+    auto* choice = named<QComboBox>(ed::cboSerialNumber);
     choice->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     choice->setMinimumContentsLength(10);
-    m_names->add(choice, el::cboSerialNumber, el::lblSerialNoLegend);
+    m_names->add(choice, ed::cboSerialNumber, ed::lblSerialNoLegend);
     top->addWidget(choice);
     top->addSpacing(16);
-    top->addWidget(p.led(el::picExtOnline, el::lblExtOnlineLegend, {}, Says::LampState));
-    top->addWidget(p.legend(el::lblExtOnlineLegend));
+    top->addWidget(p.led(ed::picExtOnline, ed::lblExtOnlineLegend, {}, Says::LampState));
+    top->addWidget(p.legend(ed::lblExtOnlineLegend));
     top->addStretch(1);
 
     auto* faults = new QGridLayout;
     faults->setHorizontalSpacing(8);
-    faults->addWidget(p.legend(el::lblMessages), 0, 0, 1, 2);
+    faults->addWidget(p.legend(ed::lblMessages), 0, 0, 1, 2);
     for (int i = 0; i < 8; ++i) {
-        faults->addWidget(p.faultBox(el::picErr[i], el::lblErr[i]), i + 1, 0);
-        faults->addWidget(p.legend(el::lblErr[i]), i + 1, 1);
+        faults->addWidget(p.faultBox(ed::picErr[i], ed::lblErr[i]), i + 1, 0);
+        faults->addWidget(p.legend(ed::lblErr[i]), i + 1, 1);
     }
     faults->setColumnStretch(1, 1);
 
     auto* numbers = new QGridLayout;
     numbers->setHorizontalSpacing(12);
     const std::pair<QString, QString> rows[] = {
-        {el::lblSoftwareNoLegend, el::lblSoftwareNo},
-        {el::lblParameterNoLegend, el::lblParameterNo},
-        {el::lblSerialNoLegend, el::lblSerialNo},
+        {ed::lblSoftwareNoLegend, ed::lblSoftwareNo},
+        {ed::lblParameterNoLegend, ed::lblParameterNo},
+        {ed::lblSerialNoLegend, ed::lblSerialNo},
     };
     int row = 0;
     for (const auto& [legend, value] : rows) {
@@ -63,13 +63,13 @@ frmExtinguishDetailsWindow::frmExtinguishDetailsWindow(Form& form, std::function
 
     auto* key = new QHBoxLayout;
     for (int i = 0; i < 2; ++i) {
-        key->addWidget(p.faultBox(el::picLegend[i], el::lblLegend[i]));
-        key->addWidget(p.legend(el::lblLegend[i]));
+        key->addWidget(p.faultBox(ed::picLegend[i], ed::lblLegend[i]));
+        key->addWidget(p.legend(ed::lblLegend[i]));
         key->addSpacing(16);
     }
     key->addStretch(1);
 
-    QLabel* offline = p.waitingNote(el::lblExtOfflineNote);
+    QLabel* offline = p.waitingNote(ed::lblExtOfflineNote);
 
     auto* root = new QVBoxLayout(this);
     root->setContentsMargins(16, 16, 16, 14);
@@ -82,10 +82,10 @@ frmExtinguishDetailsWindow::frmExtinguishDetailsWindow(Form& form, std::function
     root->addLayout(numbers);
     root->addWidget(offline);
     root->addStretch(1);
-    root->addLayout(buttonRow({static_cast<QWidget*>(button(el::cmdClose, true))}));
+    root->addLayout(buttonRow({static_cast<QWidget*>(button(ed::cmdClose, true))}));
 
     m_view = std::make_unique<FormView>(form, this);
-    m_view->setEscapeElement(el::cmdClose);
+    m_view->setEscapeElement(ed::cmdClose);
 }
 
 frmExtinguishDetailsWindow::~frmExtinguishDetailsWindow() = default;

@@ -15,7 +15,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace el = frmExtinguishSettings;
+namespace es = frmExtinguishSettings;
 using Says = AccessibleNames::Says;
 using namespace windowparts;
 
@@ -28,46 +28,46 @@ frmExtinguishSettingsWindow::frmExtinguishSettingsWindow(Form& form,
     PageParts p(*m_names);
 
     auto* top = new QHBoxLayout;
-    QLabel* serialLegend = p.legend(el::lblSerialNoLegend);
-    auto* choice = named<QComboBox>(el::cboSerialNumber);
+    QLabel* serialLegend = p.legend(es::lblSerialNoLegend);
+    auto* choice = named<QComboBox>(es::cboSerialNumber);
     choice->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     choice->setMinimumContentsLength(10);
-    m_names->add(choice, el::cboSerialNumber, el::lblSerialNoLegend);
+    m_names->add(choice, es::cboSerialNumber, es::lblSerialNoLegend);
     serialLegend->setBuddy(choice);
     top->addWidget(serialLegend);
     top->addWidget(choice);
     top->addSpacing(16);
-    top->addWidget(p.led(el::picExtOnline, el::lblExtOnlineLegend, {}, Says::LampState));
-    top->addWidget(p.legend(el::lblExtOnlineLegend));
+    top->addWidget(p.led(es::picExtOnline, es::lblExtOnlineLegend, {}, Says::LampState));
+    top->addWidget(p.legend(es::lblExtOnlineLegend));
     top->addStretch(1);
 
     // Each setting: its name, the device's value and the field on one spot, its unit.
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(8);
-    grid->addWidget(p.legend(el::lblExtSettings), 0, 0, 1, 3);
+    grid->addWidget(p.legend(es::lblExtSettings), 0, 0, 1, 3);
     for (int i = 0; i < 3; ++i) {
-        QLabel* name = p.legend(el::lblParameterName[i]);
+        QLabel* name = p.legend(es::lblParameterName[i]);
         const QString widest = QStringLiteral("88888888");
-        QLineEdit* field = p.field(el::txtParameterValue[i], el::lblParameterName[i], widest);
+        QLineEdit* field = p.field(es::txtParameterValue[i], es::lblParameterName[i], widest);
         name->setBuddy(field);
         grid->addWidget(name, i + 1, 0);
         grid->addWidget(field, i + 1, 1);
-        grid->addWidget(p.value(el::lblParameterValue[i], el::lblParameterName[i], widest), i + 1,
+        grid->addWidget(p.value(es::lblParameterValue[i], es::lblParameterName[i], widest), i + 1,
                         1);
-        grid->addWidget(p.unit(el::lblParameterUnit[i]), i + 1, 2);
+        grid->addWidget(p.unit(es::lblParameterUnit[i]), i + 1, 2);
     }
     grid->setColumnStretch(3, 1);
 
     // The buttons, or in their place the note that the module has nothing to set.
-    auto* buttons = named<QWidget>(el::fraButtons[0]);
-    auto* buttonLayout = buttonRow({button(el::cmdSettings), button(el::cmdSettingsAssume, true),
-                                    button(el::cmdSettingsCancel)});
+    auto* buttons = named<QWidget>(es::fraButtons[0]);
+    auto* buttonLayout = buttonRow({button(es::cmdSettings), button(es::cmdSettingsAssume, true),
+                                    button(es::cmdSettingsCancel)});
     buttonLayout->setContentsMargins(0, 0, 0, 0);
     buttons->setLayout(buttonLayout);
-    auto* nothingToSet = named<QWidget>(el::fraButtons[1]);
+    auto* nothingToSet = named<QWidget>(es::fraButtons[1]);
     auto* noteLayout = new QHBoxLayout(nothingToSet);
     noteLayout->setContentsMargins(0, 0, 0, 0);
-    QLabel* note = label(el::lblNoManualRelease);
+    QLabel* note = label(es::lblNoManualRelease);
     note->setWordWrap(true);
     noteLayout->addWidget(note);
 
@@ -79,15 +79,15 @@ frmExtinguishSettingsWindow::frmExtinguishSettingsWindow(Form& form,
     root->addLayout(grid);
     root->addWidget(buttons);
     root->addWidget(nothingToSet);
-    root->addWidget(p.waitingNote(el::lblSettingsWaiting));
-    root->addWidget(p.waitingNote(el::lblExtOfflineNote));
+    root->addWidget(p.waitingNote(es::lblSettingsWaiting));
+    root->addWidget(p.waitingNote(es::lblExtOfflineNote));
     root->addStretch(1);
     root->addWidget(divider());
-    root->addLayout(buttonRow({static_cast<QWidget*>(button(el::cmdClose))}));
+    root->addLayout(buttonRow({static_cast<QWidget*>(button(es::cmdClose))}));
     setMinimumWidth(420);
 
     m_view = std::make_unique<FormView>(form, this);
-    m_view->setEscapeElement(el::cmdClose);
+    m_view->setEscapeElement(es::cmdClose);
 }
 
 frmExtinguishSettingsWindow::~frmExtinguishSettingsWindow() = default;

@@ -18,14 +18,14 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
-namespace el = frmLogdataDev;
+namespace lg = frmLogdataDev;
 using windowparts::button;
 using windowparts::label;
 
 namespace {
 
 QListWidget* list(int index, const QString& accessibleName) {
-    auto* l = named<QListWidget>(el::lstDisplay[index]);
+    auto* l = named<QListWidget>(lg::lstDisplay[index]);
     l->setAccessibleName(accessibleName);
     l->setUniformItemSizes(true);
     return l;
@@ -59,20 +59,20 @@ frmLogdataDevWindow::frmLogdataDevWindow(Form& form, DataLogger& logger,
     m_view = std::make_unique<FormView>(form, this);
 
     connect(&logger, &DataLogger::trendExportRequested, this, [this, &logger](const QString& path) {
-        logger.trendExported(path, m_chart->exportPng(path));
+        logger.TrendExported(path, m_chart->exportPng(path));
     });
 }
 
 frmLogdataDevWindow::~frmLogdataDevWindow() = default;
 
 QWidget* frmLogdataDevWindow::buildLists() {
-    auto* available = named<QGroupBox>(el::fraDataObjectsAvailable);
+    auto* available = named<QGroupBox>(lg::fraDataObjectsAvailable);
     QListWidget* all = list(0, QStringLiteral("Verfügbare Datenobjekte"));
     FormView::giveTickMarks(all);
     auto* availableLayout = new QVBoxLayout(available);
     availableLayout->addWidget(all);
 
-    auto* toLog = named<QGroupBox>(el::fraDataObjectsToLog);
+    auto* toLog = named<QGroupBox>(lg::fraDataObjectsToLog);
     QListWidget* names = list(1, QStringLiteral("Ausgewählte Datenobjekte"));
     QListWidget* values = list(2, QStringLiteral("Werte der ausgewählten Datenobjekte"));
     // Names and values are one table in two lists: they scroll together.
@@ -99,52 +99,52 @@ QWidget* frmLogdataDevWindow::buildLists() {
 
 QWidget* frmLogdataDevWindow::buildTrend(Form& form, DataLogger& logger,
                                          std::function<QString(int)> text) {
-    auto* trend = named<QGroupBox>(el::fraTrend);
-    QLabel* spanLegend = label(el::lblTrendSpan);
-    auto* span = named<QComboBox>(el::cboTrendSpan);
+    auto* trend = named<QGroupBox>(lg::fraTrend);
+    QLabel* spanLegend = label(lg::lblTrendSpan);
+    auto* span = named<QComboBox>(lg::cboTrendSpan);
     spanLegend->setBuddy(span);
     auto* controls = new QHBoxLayout;
     controls->addWidget(spanLegend);
     controls->addWidget(span);
     controls->addSpacing(12);
-    controls->addWidget(named<QCheckBox>(el::chkTrendPause));
+    controls->addWidget(named<QCheckBox>(lg::chkTrendPause));
     controls->addStretch(1);
 
-    m_chart = named<TrendChart>(el::picTrend, form, logger.trend(), std::move(text));
+    m_chart = named<TrendChart>(lg::picTrend, form, logger.Trend(), std::move(text));
     auto* layout = new QVBoxLayout(trend);
     layout->addLayout(controls);
     layout->addWidget(m_chart, 1);
-    layout->addLayout(windowparts::buttonRow({button(el::cmdTrendExport)}));
+    layout->addLayout(windowparts::buttonRow({button(lg::cmdTrendExport)}));
     return trend;
 }
 
 QWidget* frmLogdataDevWindow::buildRecording() {
-    auto* frame = named<QGroupBox>(el::fraAufzeichnung);
+    auto* frame = named<QGroupBox>(lg::fraAufzeichnung);
     auto* grid = new QGridLayout(frame);
     int row = 0;
     const QString files[2][4] = {
-        {el::chkSaveAsExcel, el::cmdSaveAsExcel, el::lblSaveAsExcelFile, el::lblSaveAsExcelRecords},
-        {el::chkSaveAsMathCad, el::cmdSaveAsMathCad, el::lblSaveAsMathCadFile,
-         el::lblSaveAsMathCadRecords}};
+        {lg::chkSaveAsExcel, lg::cmdSaveAsExcel, lg::lblSaveAsExcelFile, lg::lblSaveAsExcelRecords},
+        {lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, lg::lblSaveAsMathCadFile,
+         lg::lblSaveAsMathCadRecords}};
     for (const auto& f : files) {
         grid->addWidget(named<QCheckBox>(f[0]), row++, 0, 1, 3);
         QLabel* path = pathLabel(f[2]);
         QPushButton* choose = button(f[1]);
         choose->setAccessibleDescription(
-            f[0] == el::chkSaveAsExcel.name() ? QStringLiteral(".log") : QStringLiteral(".dat"));
+            f[0] == lg::chkSaveAsExcel.name() ? QStringLiteral(".log") : QStringLiteral(".dat"));
         grid->addWidget(choose, row, 0);
         grid->addWidget(path, row, 1);
         grid->addWidget(label(f[3]), row++, 2);
     }
     grid->setColumnStretch(1, 1);
 
-    QLabel* running = label(el::lblRunning);
+    QLabel* running = label(lg::lblRunning);
     QFont bold = running->font();
     bold.setBold(true);
     running->setFont(bold);
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(button(el::cmdStart));
-    buttons->addWidget(button(el::cmdStop));
+    buttons->addWidget(button(lg::cmdStart));
+    buttons->addWidget(button(lg::cmdStop));
     buttons->addSpacing(12);
     buttons->addWidget(running);
     buttons->addStretch(1);

@@ -23,7 +23,7 @@
 #include <limits>
 #include <map>
 
-namespace el = frmLogdataDev;
+namespace lg = frmLogdataDev;
 
 namespace {
 
@@ -62,7 +62,7 @@ TrendChart::TrendChart(Form& form, TrendStore& store, std::function<QString(int)
 TrendChart::~TrendChart() = default;
 
 void TrendChart::onElementChanged(const QString& element) {
-    if (element == el::cboTrendSpan || element == el::chkTrendPause || element == el::fraTrend)
+    if (element == lg::cboTrendSpan || element == lg::chkTrendPause || element == lg::fraTrend)
         refresh();
 }
 
@@ -72,12 +72,12 @@ void TrendChart::resizeEvent(QResizeEvent* event) {
 }
 
 bool TrendChart::paused() const {
-    return m_form.isChecked(el::chkTrendPause);
+    return m_form.isChecked(lg::chkTrendPause);
 }
 
 std::pair<qint64, qint64> TrendChart::visibleSpan() const {
     const qint64 to = m_store.newest();
-    const int choice = std::clamp(static_cast<int>(m_form.value(el::cboTrendSpan)), 0, 3);
+    const int choice = std::clamp(static_cast<int>(m_form.value(lg::cboTrendSpan)), 0, 3);
     if (kSpans[choice] > 0) return {to - kSpans[choice], to};
     qint64 from = to;
     for (const TrendStore::Series& s : m_store.series())
@@ -134,7 +134,7 @@ void TrendChart::refresh() {
     for (std::size_t i = 0; sameRows && i < series.size(); ++i)
         sameRows = series[i].row == m_rows[i] && series[i].name == m_names[i];
     if (!sameRows) rebuildSeries();
-    m_view->setAccessibleName(m_form.caption(el::fraTrend));
+    m_view->setAccessibleName(m_form.caption(lg::fraTrend));
     m_chart->setTitle(series.empty() ? m_text(kStringNothingTicked) : QString());
     if (paused() || series.empty()) return;
 

@@ -21,7 +21,7 @@
 #include <QVBoxLayout>
 
 using namespace windowparts;
-namespace el = frmProtocol;
+namespace pr = frmProtocol;
 
 namespace {
 
@@ -29,7 +29,7 @@ namespace {
 constexpr int kViewTitles[] = {655, 653, 654};
 
 QPlainTextEdit* pageView(int index) {
-    auto* edit = named<QPlainTextEdit>(el::rtxtProtocol[index]);
+    auto* edit = named<QPlainTextEdit>(pr::rtxtProtocol[index]);
     edit->setReadOnly(true);
     edit->setLineWrapMode(QPlainTextEdit::NoWrap);
     edit->setFont(recordprint::recordFont());
@@ -70,27 +70,27 @@ frmProtocolWindow::frmProtocolWindow(Form& form, Protocol& logic, std::function<
 
     auto* root = new QVBoxLayout(this);
     root->addWidget(m_views, 1);
-    auto* pdf = button(el::cmdPdf);
-    auto* row = buttonRow({button(el::cmdSave), button(el::cmdPrint), button(el::cmdSavePrint), pdf,
-                           button(el::cmdCancel)});
+    auto* pdf = button(pr::cmdPdf);
+    auto* row = buttonRow({button(pr::cmdSave), button(pr::cmdPrint), button(pr::cmdSavePrint), pdf,
+                           button(pr::cmdCancel)});
     root->addLayout(row);
     resize(minimumSizeHint().width(), 900);
 
     m_view = std::make_unique<FormView>(form, this);
-    m_view->setEscapeElement(el::cmdCancel);
+    m_view->setEscapeElement(pr::cmdCancel);
     applyTexts();
     connect(&form, &Form::windowChanged, this, [this](Form::WindowChange change) {
         if (change == Form::WindowChange::Shown || change == Form::WindowChange::Title)
             applyTexts();
     });
-    connect(&logic, &Protocol::printRequested, this,
-            [this, &logic](const QStringList& pages) { logic.printed(print(pages)); });
-    connect(&logic, &Protocol::pdfRequested, this,
+    connect(&logic, &Protocol::PrintRequested, this,
+            [this, &logic](const QStringList& pages) { logic.Printed(print(pages)); });
+    connect(&logic, &Protocol::PdfRequested, this,
             [this, &logic](const QString& path, const QStringList& pages) {
                 QApplication::setOverrideCursor(Qt::WaitCursor);
                 const QString failure = recordprint::writePdf(path, pages, windowTitle());
                 QApplication::restoreOverrideCursor();
-                logic.pdfWritten(path, failure);
+                logic.PdfWritten(path, failure);
             });
 }
 

@@ -70,27 +70,27 @@ ScreenshotRun::ScreenshotRun(ToolRuntime& runtime, const QString& folder, const 
 // The logger records a few values from the first read-out on, so that its picture shows a
 // trend of every read-out since and a recording under way.
 void ScreenshotRun::startRecording() {
-    namespace el = frmLogdataDev;
+    namespace lg = frmLogdataDev;
     Form& logger = m_runtime.app().forms().frmLogdataDev();
-    if (m_recording.path().isEmpty() || logger.isChecked(el::chkSaveAsMathCad)) return;
+    if (m_recording.path().isEmpty() || logger.isChecked(lg::chkSaveAsMathCad)) return;
     logger.load();
     // As the logic sets them, so that the window shows them too.
     for (const QString& row :
          {QStringLiteral("Akt. Luftstrom [m/s]"), QStringLiteral("Akt. Lufttemperatur [°C]"),
           QStringLiteral("Lüfter Sollspannung [mV]"),
           QStringLiteral("Detektor 1: Aktueller Zustand Bargraphanzeige [%]")}) {
-        const qsizetype index = logger.items(el::lstDisplay[0]).indexOf(row);
-        if (index >= 0) logger.setTicked(el::lstDisplay[0], index, true);
+        const qsizetype index = logger.items(lg::lstDisplay[0]).indexOf(row);
+        if (index >= 0) logger.setTicked(lg::lstDisplay[0], index, true);
     }
-    logger.setValue(el::cboTrendSpan, 3);
-    logger.setChecked(el::chkSaveAsMathCad, true);
-    logger.click(el::chkSaveAsMathCad);
-    logger.setCaption(el::lblSaveAsMathCadFile,
+    logger.setValue(lg::cboTrendSpan, 3);
+    logger.setChecked(lg::chkSaveAsMathCad, true);
+    logger.click(lg::chkSaveAsMathCad);
+    logger.setCaption(lg::lblSaveAsMathCadFile,
                       QDir(m_recording.path()).filePath(QStringLiteral("Messung 1.dat")));
     DataLogger& logic = m_runtime.app().logger();
     logic.DataToShow();
     logic.CheckLoggerReady();
-    logger.click(el::cmdStart);
+    logger.click(lg::cmdStart);
 }
 
 std::unique_ptr<ScreenshotRun> ScreenshotRun::fromEnvironment(ToolRuntime& runtime) {

@@ -61,5 +61,5 @@ void TrayIcon::sync() {
 
 void TrayIcon::onActivated(QSystemTrayIcon::ActivationReason reason) {
     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
-        m_shell.trayIconActivated();
+        m_shell.TrayIconActivated();
 }

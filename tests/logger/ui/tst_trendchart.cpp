@@ -12,7 +12,7 @@
 
 #include <limits>
 
-namespace el = frmLogdataDev;
+namespace lg = frmLogdataDev;
 
 class TestTrendChart : public QObject {
     Q_OBJECT
@@ -33,19 +33,19 @@ void TestTrendChart::drawsTheChosenWindowAndHonoursThePause() {
     for (int i = 0; i < 100; ++i)
         store.append(std::int64_t(i) * 6000, {1.0 + i, 20.0, i == 50 ? std::nan("") : 2.0});
 
-    form.setValue(el::cboTrendSpan, 3); // all
+    form.setValue(lg::cboTrendSpan, 3); // all
     QCOMPARE(chart.pointCounts(), (std::vector<qsizetype>{100, 100, 99}));
-    form.setValue(el::cboTrendSpan, 0); // the last minute: t from 534 s to 594 s
+    form.setValue(lg::cboTrendSpan, 0); // the last minute: t from 534 s to 594 s
     QCOMPARE(chart.pointCounts(), (std::vector<qsizetype>{11, 11, 11}));
     // Two units, two value axes and the time axis.
     auto* view = chart.findChild<QChartView*>();
     QVERIFY(view);
     QCOMPARE(view->chart()->axes(Qt::Vertical).size(), 2);
 
-    form.userSetValue(el::chkTrendPause, 1);
+    form.userSetValue(lg::chkTrendPause, 1);
     store.append(600'000, {std::numeric_limits<double>::infinity(), 21.0, 2.0});
     QCOMPARE(chart.pointCounts(), (std::vector<qsizetype>{11, 11, 11}));
-    form.userSetValue(el::chkTrendPause, 0);
+    form.userSetValue(lg::chkTrendPause, 0);
     QCOMPARE(chart.pointCounts(), (std::vector<qsizetype>{10, 11, 11}));
     // The flat temperature line gets room around it instead of a zero range.
     auto* celsius = qobject_cast<QValueAxis*>(view->chart()->axes(Qt::Vertical).last());

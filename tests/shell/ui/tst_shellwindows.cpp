@@ -192,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
         runtime->start(QString());
         Form& start = runtime->app().forms().frmMQ27D();
-        QVERIFY(runtime->app().shell().trayIconAdded());
+        QVERIFY(runtime->app().shell().TrayIconAdded());
         for (double value : {1.0, 2.0, 3.0, 0.0})
             start.setValue(QStringLiteral("trayIcon"), value);
         QVERIFY(!runtime->trayIcon().systemIcon());
