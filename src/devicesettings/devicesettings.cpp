@@ -1,10 +1,12 @@
 #include "devicesettings/devicesettings.h"
 
-#include "common/appstate.h"
 #include "common/colors.h"
 #include "common/fieldcheck.h"
+#include "common/formmodel.h"
 #include "common/numberformat.h"
+#include "common/services.h"
 #include "common/stringtable.h"
+#include "common/texts.h"
 #include "common/waitingnote.h"
 #include "devicesettings/devicesettings_elements.h"
 #include "display/mainview_elements.h"
@@ -57,10 +59,14 @@ const PageElements& elementsOf(Page page) {
 
 } // namespace
 
-DeviceSettings::DeviceSettings(AppState& state, DeviceCommands& commands, PollEngine& engine,
+DeviceSettings::DeviceSettings(Form& window, Form& display, const Preferences& preferences,
+                               const Texts& texts, DeviceCommands& commands, PollEngine& engine,
                                DeviceValues& values)
     : QObject()
-    , m_state(state)
+    , m_window(window)
+    , m_display(display)
+    , m_preferences(preferences)
+    , m_texts(texts)
     , m_commands(commands)
     , m_values(values) {
     Form& form = Window();
@@ -71,8 +77,7 @@ DeviceSettings::DeviceSettings(AppState& state, DeviceCommands& commands, PollEn
         m_tmrRefresh.disable();
         return true;
     });
-    connect(&m_state.forms.get(frmDisplay::kName), &Form::clicked, this,
-            &DeviceSettings::OnMainViewClicked);
+    connect(&m_display, &Form::clicked, this, &DeviceSettings::OnMainViewClicked);
     connect(&engine, &PollEngine::writeSent, this, &DeviceSettings::OnWriteSent);
     connect(&m_tmrRefresh, &FormTimer::timeout, this, &DeviceSettings::GetDeviceSettings);
     connect(&m_tmrCompare[Resistors], &FormTimer::timeout, this,
@@ -134,7 +139,7 @@ void DeviceSettings::ApplyTexts(Language language) {
     const StringTable& table = StringTable::instance();
     auto s = [&](int index) { return table.text(language, index); };
     Form& w = Window();
-    QString title = m_state.forms.get(frmDisplay::kName).caption(frmDisplay::mnuDeviceSettings);
+    QString title = m_display.caption(frmDisplay::mnuDeviceSettings);
     w.setTitle(title.remove(u'&'));
     w.setCaption(ds::lblDeviceSettings, s(412));
     w.setCaption(ds::lblParameterName[0], s(413));
@@ -171,7 +176,7 @@ void DeviceSettings::cmdSettingsAssume_Click() {
     const auto block = m_commands.AdvancedSettingsAssume(resistors);
     for (int i = 0; i < 3; ++i)
         showVerdict(w, ds::txtParameterValue[i], resistors.values[static_cast<std::size_t>(i)],
-                    m_state.preferences.locale());
+                    m_preferences.locale());
     if (!m_commands.Send(block)) return;
     m_sentAt[Resistors].start();
     m_tmrCompare[Resistors].enable();
@@ -200,7 +205,7 @@ void DeviceSettings::cmdBetaSettingsAssume_Click() {
     const auto block = m_commands.BetaFactorSettingsAssume(betas);
     for (int n = 0; n < kSensors; ++n)
         showVerdict(w, ds::txtBetaFactor[n], betas[static_cast<std::size_t>(n)],
-                    m_state.preferences.locale());
+                    m_preferences.locale());
     if (!m_commands.Send(block)) return;
     m_sentAt[BetaValues].start();
     m_tmrCompare[BetaValues].enable();
@@ -240,7 +245,7 @@ void DeviceSettings::OnClicked(const QString& element) {
 void DeviceSettings::OnMainViewClicked(const QString& element) {
     if (element != frmDisplay::mnuDeviceSettings) return;
     ShowDeviceSettings();
-    Window().centreOver(m_state.forms.get(frmDisplay::kName));
+    Window().centreOver(m_display);
     Window().show(true);
 }
 
@@ -308,18 +313,18 @@ QStringList DeviceSettings::Differences(Page page) const {
 }
 
 void DeviceSettings::ShowWaiting(Page page, const QStringList& differing) {
-    showWaitingNote(m_state.texts, Window(), elementsOf(page).waiting,
-                    StateOf(page) == State::Comparing, m_sentAt[page], differing);
+    showWaitingNote(m_texts, Window(), elementsOf(page).waiting, StateOf(page) == State::Comparing,
+                    m_sentAt[page], differing);
 }
 
 // A plain number: whole numbers in full, as they are typed, never in the exponent form that
 // the shortest text gives a round 100000; the device's other values are singles.
 QString DeviceSettings::Number(double value) const {
     if (std::isfinite(value) && value == std::trunc(value) && std::fabs(value) < 1e15)
-        return numberformat::fixed(value, 0, m_state.preferences.locale());
-    return numberformat::plain(static_cast<float>(value), m_state.preferences.locale());
+        return numberformat::fixed(value, 0, m_preferences.locale());
+    return numberformat::plain(static_cast<float>(value), m_preferences.locale());
 }
 
 Form& DeviceSettings::Window() const {
-    return m_state.forms.get(frmDeviceSettings::kName);
+    return m_window;
 }

@@ -9,7 +9,8 @@
 #include <QString>
 #include <QStringList>
 
-class AppState;
+class Form;
+class Texts;
 class DeviceCommands;
 class DeviceValues;
 class Form;
@@ -29,8 +30,8 @@ public:
     enum class State { Viewing, Editing, Comparing };
     enum Page { Resistors, BetaValues, kPageCount };
 
-    DeviceSettings(AppState& state, DeviceCommands& commands, PollEngine& engine,
-                   DeviceValues& values);
+    DeviceSettings(Form& window, Form& display, const Preferences& preferences, const Texts& texts,
+                   DeviceCommands& commands, PollEngine& engine, DeviceValues& values);
 
     State StateOf(Page page) const;
 
@@ -70,7 +71,10 @@ private:
     QString Number(double value) const;
     Form& Window() const;
 
-    AppState& m_state;
+    Form& m_window;
+    Form& m_display;
+    const Preferences& m_preferences;
+    const Texts& m_texts;
     DeviceCommands& m_commands;
     DeviceValues& m_values;
     FormTimer m_tmrRefresh{234};

@@ -34,7 +34,7 @@ bool hasHelpPage(int topic) {
 
 MainView::MainView(Form& view, Preferences& preferences, RegSettings& settings, const Texts& texts,
                    const DeviceSession& session, DeviceValues& values, DeviceCommands& commands,
-                   PollEngine& engine, AppState& pagesState)
+                   PollEngine& engine, UserDialogs* dialogs)
     : QObject()
     , m_view(view)
     , m_preferences(preferences)
@@ -44,7 +44,8 @@ MainView::MainView(Form& view, Preferences& preferences, RegSettings& settings, 
     , m_writer(commands, m_limits)
     , m_status(view, m_limits)
     , m_leds(view)
-    , m_pages(pagesState, m_writer, engine, values, m_limits, [this] { ShowData(); }) {
+    , m_pages(view, preferences, texts, dialogs, m_writer, engine, values, m_limits,
+              [this] { ShowData(); }) {
     m_clickHandlers = {
         {el::mnuSave, [this] { Q_EMIT SaveRequested(); }},
         {el::mnuDeviceSearch, [this] { Q_EMIT DeviceSearchRequested(); }},

@@ -15,7 +15,7 @@
 #include <QObject>
 #include <QString>
 
-class AppState;
+class UserDialogs;
 class DeviceCommands;
 class DeviceSession;
 class DeviceValues;
@@ -38,7 +38,7 @@ public:
     // `pagesState` serves the settings pages.
     MainView(Form& view, Preferences& preferences, RegSettings& settings, const Texts& texts,
              const DeviceSession& session, DeviceValues& values, DeviceCommands& commands,
-             PollEngine& engine, AppState& pagesState);
+             PollEngine& engine, UserDialogs* dialogs);
 
     Form& View() { return m_view; }
 

@@ -1,8 +1,11 @@
 #include "display/settingspages.h"
 
-#include "common/appstate.h"
 #include "common/fieldcheck.h"
+#include "common/formmodel.h"
 #include "common/numberformat.h"
+#include "common/preferences.h"
+#include "common/services.h"
+#include "common/texts.h"
 #include "common/waitingnote.h"
 #include "display/mainview_elements.h"
 #include "engine/commands.h"
@@ -67,17 +70,21 @@ const TypedNumber& numberOf(const SettingInput& input, int field) {
 
 } // namespace
 
-SettingsPages::SettingsPages(AppState& state, SettingsWriter& writer, PollEngine& engine,
+SettingsPages::SettingsPages(Form& view, const Preferences& preferences, const Texts& texts,
+                             UserDialogs* dialogs, SettingsWriter& writer, PollEngine& engine,
                              DeviceValues& values, const SettingLimits& limits,
                              std::function<void()> refresh)
     : QObject()
-    , m_state(state)
+    , m_view(view)
+    , m_preferences(preferences)
+    , m_texts(texts)
+    , m_dialogs(dialogs)
     , m_writer(writer)
     , m_values(values)
     , m_limits(limits)
     , m_refresh(std::move(refresh)) {
-    connect(&view(), &Form::clicked, this, &SettingsPages::onClicked);
-    connect(&view(), &Form::edited, this, &SettingsPages::onEdited);
+    connect(&m_view, &Form::clicked, this, &SettingsPages::onClicked);
+    connect(&m_view, &Form::edited, this, &SettingsPages::onEdited);
     connect(&engine, &PollEngine::writeSent, this, &SettingsPages::onWriteSent);
     connect(&m_tmrCompareSettings, &FormTimer::timeout, this,
             &SettingsPages::tmrCompareSettings_Timer);
@@ -289,7 +296,7 @@ void SettingsPages::onEdited(const QString& element) {
             if (s.upDownElement(field) != element) continue;
             view().setCaption(s.fieldElement(field),
                               numberformat::fixed(view().value(element) / upDownScaleOf(s),
-                                                  decimalsOf(s), m_state.preferences.locale()));
+                                                  decimalsOf(s), m_preferences.locale()));
             return;
         }
     }
@@ -320,7 +327,7 @@ void SettingsPages::openFields(Page page) {
         v.setBackColor(field, colors::kWindowBackground);
         v.setCaption(field, caption);
         bool isNumber = false;
-        const double value = m_state.preferences.locale().toDouble(caption, &isNumber);
+        const double value = m_preferences.locale().toDouble(caption, &isNumber);
         if (const auto whole = numberformat::toInt32(value * upDownScaleOf(s)); isNumber && whole)
             v.setValue(s.upDownElement(t.field), *whole);
         v.setVisible(field, true);
@@ -359,15 +366,14 @@ void SettingsPages::fillStandards(Page page) {
         const QString texts[] = {s->kind == Kind::MinutesSeconds
                                      ? QString::number(whole / 60)
                                      : numberformat::fixed(standard / s->upDownScale, s->decimals,
-                                                           m_state.preferences.locale()),
+                                                           m_preferences.locale()),
                                  QString::number(whole % 60)};
         for (int field = 0; field < s->fieldCount(); ++field) {
             v.setBackColor(s->fieldElement(field), colors::kWindowBackground);
             v.setCaption(s->fieldElement(field), texts[field]);
         }
     }
-    m_state.services.dialogs->information(m_state.texts.messages.standardValuesRemark,
-                                          m_state.texts.appTitle);
+    m_dialogs->information(m_texts.messages.standardValuesRemark, m_texts.appTitle);
 }
 
 // Every field is checked, also after a bad one; only a page that is good as a whole goes
@@ -377,7 +383,7 @@ bool SettingsPages::assume(Page page) {
     const std::optional<Bytes> block = m_writer.check(page, typed);
     for (const TextField& t : textFields(page))
         showVerdict(view(), t.setting->fieldElement(t.field), numberOf(typed[*t.setting], t.field),
-                    m_state.preferences.locale());
+                    m_preferences.locale());
     return block && m_writer.send(*block);
 }
 
@@ -428,7 +434,7 @@ QString SettingsPages::rangeText(const SettingDescriptor& s, const SettingLimits
 void SettingsPages::setToolTips(Page page) {
     for (const TextField& t : textFields(page))
         view().setToolTip(t.setting->fieldElement(t.field),
-                          rangeText(*t.setting, m_limits, m_state.preferences.locale()));
+                          rangeText(*t.setting, m_limits, m_preferences.locale()));
 }
 
 QStringList SettingsPages::differences(Page page) {
@@ -462,7 +468,7 @@ QStringList SettingsPages::differences(const Form& view, ValueStore* values, Pag
 }
 
 void SettingsPages::showWaiting(Page page, const QStringList& differing) {
-    showWaitingNote(m_state.texts, view(), waitingLabel(page), state(page) == State::Waiting,
+    showWaitingNote(m_texts, view(), waitingLabel(page), state(page) == State::Waiting,
                     m_sentAt[at(page)], differing);
 }
 
@@ -491,5 +497,5 @@ bool SettingsPages::finishIfEqual(Page page) {
 }
 
 Form& SettingsPages::view() const {
-    return m_state.forms.get(frmDisplay::kName);
+    return m_view;
 }

@@ -10,7 +10,9 @@
 #include <QObject>
 #include <QString>
 
-class AppState;
+class Preferences;
+class Texts;
+class UserDialogs;
 class DeviceValues;
 class Form;
 class PollEngine;
@@ -37,8 +39,9 @@ public:
     static constexpr int kPageCount = kSettingPageCount;
 
     // `refresh` redraws the main view from the store (after the relay page's cancel).
-    SettingsPages(AppState& state, SettingsWriter& writer, PollEngine& engine, DeviceValues& values,
-                  const SettingLimits& limits, std::function<void()> refresh);
+    SettingsPages(Form& view, const Preferences& preferences, const Texts& texts,
+                  UserDialogs* dialogs, SettingsWriter& writer, PollEngine& engine,
+                  DeviceValues& values, const SettingLimits& limits, std::function<void()> refresh);
 
     State state(Page page) const;
     bool anyWaiting() const;
@@ -107,7 +110,10 @@ private:
 
     Form& view() const;
 
-    AppState& m_state;
+    Form& m_view;
+    const Preferences& m_preferences;
+    const Texts& m_texts;
+    UserDialogs* m_dialogs;
     SettingsWriter& m_writer;
     DeviceValues& m_values;
     const SettingLimits& m_limits;

@@ -4,7 +4,6 @@
 
 #include <QObject>
 
-class AppState;
 class DeviceSession;
 class DeviceValues;
 class SerialLink;

@@ -1,9 +1,11 @@
 #include "extinguish/extinguishsettings.h"
 
-#include "common/appstate.h"
 #include "common/colors.h"
 #include "common/fieldcheck.h"
+#include "common/formmodel.h"
 #include "common/numberformat.h"
+#include "common/services.h"
+#include "common/texts.h"
 #include "common/waitingnote.h"
 #include "display/mainview_elements.h"
 #include "engine/commands.h"
@@ -37,10 +39,14 @@ QString shown(double value, const QLocale& locale) {
 
 } // namespace
 
-ExtinguishSettings::ExtinguishSettings(AppState& state, DeviceValues& values,
+ExtinguishSettings::ExtinguishSettings(Form& window, Form& display, const Preferences& preferences,
+                                       const Texts& texts, DeviceValues& values,
                                        DeviceCommands& commands, PollEngine& engine)
     : QObject()
-    , m_state(state)
+    , m_window(window)
+    , m_display(display)
+    , m_preferences(preferences)
+    , m_texts(texts)
     , m_values(values)
     , m_commands(commands) {
     Form& w = Window();
@@ -52,14 +58,13 @@ ExtinguishSettings::ExtinguishSettings(AppState& state, DeviceValues& values,
     connect(&m_tmrRefresh, &FormTimer::timeout, this, &ExtinguishSettings::GetExtSettings);
     connect(&m_tmrCompareSettings, &FormTimer::timeout, this,
             &ExtinguishSettings::tmrCompareSettings_Timer);
-    connect(&m_state.forms.get(frmDisplay::kName), &Form::clicked, this,
-            [this](const QString& element) {
-                if (element == frmDisplay::mnuExtinguishSettings) ShowExtSettings(0);
-            });
+    connect(&m_display, &Form::clicked, this, [this](const QString& element) {
+        if (element == frmDisplay::mnuExtinguishSettings) ShowExtSettings(0);
+    });
 }
 
 Form& ExtinguishSettings::Window() const {
-    return m_state.forms.get(frmExtinguishSettings::kName);
+    return m_window;
 }
 
 ExtinguishSettings::State ExtinguishSettings::CurrentState() const {
@@ -76,7 +81,7 @@ void ExtinguishSettings::ShowExtSettings(int Index) {
     SetHints();
     cmdSettingsCancel_Click();
     m_tmrRefresh.enable();
-    w.centreOver(m_state.forms.get(frmDisplay::kName));
+    w.centreOver(m_display);
     w.show(true);
 }
 
@@ -84,7 +89,7 @@ void ExtinguishSettings::GetExtSettings() {
     ValueStore* values = m_values.get();
     if (!values) return;
     Form& w = Window();
-    const QLocale& locale = m_state.preferences.locale();
+    const QLocale& locale = m_preferences.locale();
     modulechoice::followBus(w, es::cboSerialNumber, *values, locale);
     const auto m = static_cast<std::int16_t>(m_extModuleIndex);
     const bool hasLine = values->EXT_GetHasManualActivationLine(m) != 0;
@@ -108,8 +113,7 @@ void ExtinguishSettings::GetExtSettings() {
 
 void ExtinguishSettings::ApplyTexts() {
     Form& w = Window();
-    const AppState& s = m_state;
-    w.setTitle(s.texts.appTitle + QStringLiteral(" - ") + s.texts.str(kStringBusModules));
+    w.setTitle(m_texts.appTitle + QStringLiteral(" - ") + m_texts.str(kStringBusModules));
     const std::pair<QString, int> texts[] = {
         {es::lblExtSettings, 412},
         {es::lblSerialNoLegend, 47},
@@ -127,7 +131,7 @@ void ExtinguishSettings::ApplyTexts() {
         {es::lblNoManualRelease, kStringNoManualRelease},
     };
     for (const auto& [element, index] : texts)
-        w.setCaption(element, s.texts.str(index));
+        w.setCaption(element, m_texts.str(index));
     w.setCaption(es::lblParameterUnit[2], QStringLiteral("%"));
     if (w.isLoaded()) SetHints();
     if (CurrentState() == State::Waiting) ShowWaiting(Differences());
@@ -136,7 +140,7 @@ void ExtinguishSettings::ApplyTexts() {
 // Each field tells its range: low bound, " - ", high bound, a blank and the unit.
 void ExtinguishSettings::SetHints() {
     Form& w = Window();
-    const QLocale& locale = m_state.preferences.locale();
+    const QLocale& locale = m_preferences.locale();
     const struct {
         double low, high;
         QString unit;
@@ -194,7 +198,7 @@ void ExtinguishSettings::cmdSettingsAssume_Click() {
         selected ? modules[static_cast<qsizetype>(row)] : QStringLiteral("0"), resistors);
     for (int i = 0; i < kRows; ++i)
         showVerdict(w, es::txtParameterValue[i], resistors.values[static_cast<std::size_t>(i)],
-                    m_state.preferences.locale());
+                    m_preferences.locale());
     if (m_commands.Send(block)) m_sentAt.start();
     m_tmrCompareSettings.enable();
     ShowWaiting(Differences());
@@ -236,8 +240,8 @@ QStringList ExtinguishSettings::Differences() const {
 }
 
 void ExtinguishSettings::ShowWaiting(const QStringList& differing) {
-    showWaitingNote(m_state.texts, Window(), es::lblSettingsWaiting,
-                    CurrentState() == State::Waiting, m_sentAt, differing);
+    showWaitingNote(m_texts, Window(), es::lblSettingsWaiting, CurrentState() == State::Waiting,
+                    m_sentAt, differing);
 }
 
 void ExtinguishSettings::Form_Load() {

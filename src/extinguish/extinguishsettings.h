@@ -8,7 +8,8 @@
 #include <QString>
 #include <QStringList>
 
-class AppState;
+class Preferences;
+class Texts;
 class DeviceCommands;
 class DeviceValues;
 class PollEngine;
@@ -25,7 +26,8 @@ class ExtinguishSettings : public QObject {
 public:
     enum class State { Viewing, Editing, Waiting };
 
-    ExtinguishSettings(AppState& state, DeviceValues& values, DeviceCommands& commands,
+    ExtinguishSettings(Form& window, Form& display, const Preferences& preferences,
+                       const Texts& texts, DeviceValues& values, DeviceCommands& commands,
                        PollEngine& engine);
 
     // Opens the window modally on module `Index` (0 to 9), showing the device's values.
@@ -57,7 +59,10 @@ private:
     void ShowWaiting(const QStringList& differing);
     void SetHints();
 
-    AppState& m_state;
+    Form& m_window;
+    Form& m_display;
+    const Preferences& m_preferences;
+    const Texts& m_texts;
     DeviceValues& m_values;
     DeviceCommands& m_commands;
     FormTimer m_tmrRefresh{234};

@@ -1,8 +1,10 @@
 #include "localize/localisation.h"
 
-#include "common/appstate.h"
 #include "common/fieldcheck.h"
+#include "common/formmodel.h"
 #include "common/numberformat.h"
+#include "common/services.h"
+#include "common/texts.h"
 #include "common/waitingnote.h"
 #include "display/mainview.h"
 #include "display/mainview_elements.h"
@@ -65,10 +67,15 @@ QStringList entryElements() {
 
 } // namespace
 
-Localisation::Localisation(AppState& state, DeviceValues& values, DeviceCommands& commands,
-                           PollEngine& engine, MainView& mainView)
+Localisation::Localisation(Form& window, Form& display, const Preferences& preferences,
+                           const Texts& texts, UserDialogs* dialogs, DeviceValues& values,
+                           DeviceCommands& commands, PollEngine& engine, MainView& mainView)
     : QObject()
-    , m_state(state)
+    , m_window(window)
+    , m_display(display)
+    , m_preferences(preferences)
+    , m_texts(texts)
+    , m_dialogs(dialogs)
     , m_values(values)
     , m_commands(commands)
     , m_mainView(mainView) {
@@ -102,11 +109,11 @@ Localisation::Localisation(AppState& state, DeviceValues& values, DeviceCommands
 }
 
 Form& Localisation::Window() const {
-    return m_state.forms.get(frmLocalizeLearn::kName);
+    return m_window;
 }
 
 Form& Localisation::View() const {
-    return m_state.forms.get(frmDisplay::kName);
+    return m_display;
 }
 
 std::optional<double> Localisation::Number(const QString& text) {
@@ -133,7 +140,7 @@ void Localisation::ShowLocData() {
     ShowTransportTimes();
     ShowNumberOfHoles();
     Form& display = View();
-    const QLocale& locale = m_state.preferences.locale();
+    const QLocale& locale = m_preferences.locale();
     display.setCaption(el::lblBlowTime, numberformat::plain(v.DET_GetBlowTime(), locale));
     display.setCaption(el::lblSuckFanVoltage,
                        fixed(static_cast<double>(v.DET_GetSuckFanLocVoltage()) / 1000, 1, locale));
@@ -181,7 +188,7 @@ void Localisation::ShowTransportTimes() {
                           : 2.0 * LocHoleMaxRead[i - 1] / 100 - times[i - 1];
     }
     for (int i = 0; i < kHoles; ++i)
-        View().setCaption(el::lblLocTime[i], fixed(times[i], 1, m_state.preferences.locale()));
+        View().setCaption(el::lblLocTime[i], fixed(times[i], 1, m_preferences.locale()));
 }
 
 // The first hole without a time, counted from the last: a gap anywhere ends the pipe there.
@@ -191,7 +198,7 @@ void Localisation::ShowNumberOfHoles() {
     for (int i = kHoles - 1; i >= 0; --i) {
         bool isNumber = false;
         const double time =
-            m_state.preferences.locale().toDouble(display.caption(el::lblLocTime[i]), &isNumber);
+            m_preferences.locale().toDouble(display.caption(el::lblLocTime[i]), &isNumber);
         if (isNumber && time == 0) holes = i;
     }
     display.setCaption(el::lblLocNumberOfHoles, QString::number(holes));
@@ -248,7 +255,7 @@ void Localisation::EvaluateMeasurement(double holes) {
     }
     for (int i = 0; i < n; ++i) {
         if (!w.isChecked(ll::optLocHole[i])) continue;
-        w.setCaption(ll::txtLocTime[i], fixed(suckTime / 100, 1, m_state.preferences.locale()));
+        w.setCaption(ll::txtLocTime[i], fixed(suckTime / 100, 1, m_preferences.locale()));
         LocHolesDone = static_cast<std::uint16_t>(LocHolesDone | (1U << i));
     }
     for (int i = 0; i < n; ++i)
@@ -278,9 +285,8 @@ void Localisation::cmdShowLocLearnMode_Click(int Index) {
     if (Index < 0 || Index > 1) return;
     Form& display = View();
     if (!display.isChecked(el::chkLocalization[0])) {
-        if (UserDialogs* dialogs = m_state.services.dialogs)
-            dialogs->information(m_state.texts.messages.notPossibleWithReason,
-                                 m_state.texts.appTitle);
+        if (UserDialogs* dialogs = m_dialogs)
+            dialogs->information(m_texts.messages.notPossibleWithReason, m_texts.appTitle);
         return;
     }
     Q_EMIT LanguageRefreshNeeded();
@@ -362,9 +368,9 @@ void Localisation::ShowLocLearnMode(int Index) {
     w.setCaption(ll::txtSuckFanVoltage, display.caption(el::lblSuckFanVoltage));
     w.setCaption(ll::txtBlowFanVoltage, display.caption(el::lblBlowFanVoltage));
     const SettingLimits::Range fan = m_mainView.Limits().ofField(fanVoltage());
-    const QString fanRange = numberformat::plain(fan.minimum, m_state.preferences.locale()) +
+    const QString fanRange = numberformat::plain(fan.minimum, m_preferences.locale()) +
                              QStringLiteral(" - ") +
-                             numberformat::plain(fan.maximum, m_state.preferences.locale());
+                             numberformat::plain(fan.maximum, m_preferences.locale());
     w.setToolTip(ll::txtSuckFanVoltage, fanRange + u' ' + w.caption(ll::lblSuckFanVoltageUnit));
     w.setToolTip(ll::txtBlowFanVoltage, fanRange + u' ' + w.caption(ll::lblBlowFanVoltageUnit));
 
@@ -415,8 +421,7 @@ void Localisation::cmdLocSingleHoleLearningStart_Click() {
     Form& w = Window();
     for (int i = 0; i < kHoles; ++i)
         w.setBackColor(ll::picLocFirePlaceTest[i], colors::kWindowBackground);
-    if (CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0, m_state.preferences.locale()))
-        return;
+    if (CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0, m_preferences.locale())) return;
     const int n = HolesOf(Number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
     bool chosen = false;
     for (int i = 0; i < n && !chosen; ++i)
@@ -440,12 +445,10 @@ void Localisation::LearnSingleHole(bool start) {
                                           readNumber(w, ll::txtBlowFanVoltage),
                                           readNumber(w, ll::txtSuckFanVoltage)};
     const auto block = m_commands.LocSingleHoleLearning(learning, start, m_mainView.Limits());
-    showVerdict(w, ll::txtLocTemporaryBlowTimeMinutes, learning.minutes,
-                m_state.preferences.locale());
-    showVerdict(w, ll::txtLocTemporaryBlowTimeSeconds, learning.seconds,
-                m_state.preferences.locale());
-    showVerdict(w, ll::txtBlowFanVoltage, learning.blowFanVoltage, m_state.preferences.locale());
-    showVerdict(w, ll::txtSuckFanVoltage, learning.suckFanVoltage, m_state.preferences.locale());
+    showVerdict(w, ll::txtLocTemporaryBlowTimeMinutes, learning.minutes, m_preferences.locale());
+    showVerdict(w, ll::txtLocTemporaryBlowTimeSeconds, learning.seconds, m_preferences.locale());
+    showVerdict(w, ll::txtBlowFanVoltage, learning.blowFanVoltage, m_preferences.locale());
+    showVerdict(w, ll::txtSuckFanVoltage, learning.suckFanVoltage, m_preferences.locale());
     m_commands.Send(block);
 }
 
@@ -472,13 +475,11 @@ Localisation::WindowsFromTimes(const std::vector<double>& times) {
 
 void Localisation::cmdLocParameterAssume_Click() {
     Form& w = Window();
-    if (CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0, m_state.preferences.locale()))
-        return;
+    if (CheckTextInput(w, ll::txtLocNumberOfHoles, 2, kHoles, 0, m_preferences.locale())) return;
     const int n = HolesOf(Number(w.caption(ll::txtLocNumberOfHoles)).value_or(0));
     bool bad = false;
     for (int i = 0; i < n; ++i)
-        bad =
-            CheckTextInput(w, ll::txtLocTime[i], 0, 655.35, 1, m_state.preferences.locale()) || bad;
+        bad = CheckTextInput(w, ll::txtLocTime[i], 0, 655.35, 1, m_preferences.locale()) || bad;
     if (bad) return;
     std::vector<double> times;
     for (int i = 0; i < n; ++i)
@@ -509,9 +510,9 @@ void Localisation::cmdLocParameterAssume_Click() {
     // A window the device cannot take marks its hole's time.
     for (int i = 0; i < kHoles; ++i)
         if (written.holeRefused[at(i)]) w.setBackColor(ll::txtLocTime[i], colors::kYellow);
-    showVerdict(w, ll::txtBlowTime, written.blowTime, m_state.preferences.locale());
-    showVerdict(w, ll::txtBlowFanVoltage, written.blowFanVoltage, m_state.preferences.locale());
-    showVerdict(w, ll::txtSuckFanVoltage, written.suckFanVoltage, m_state.preferences.locale());
+    showVerdict(w, ll::txtBlowTime, written.blowTime, m_preferences.locale());
+    showVerdict(w, ll::txtBlowFanVoltage, written.blowFanVoltage, m_preferences.locale());
+    showVerdict(w, ll::txtSuckFanVoltage, written.suckFanVoltage, m_preferences.locale());
     if (!block) return;
     if (LocLearnModeActive && !LeaveLearnMode()) return;
     m_commands.Send(block);
@@ -519,11 +520,11 @@ void Localisation::cmdLocParameterAssume_Click() {
 
 // Writing the parameters ends the learn mode: only when the engineer says so.
 bool Localisation::LeaveLearnMode() {
-    UserDialogs* dialogs = m_state.services.dialogs;
+    UserDialogs* dialogs = m_dialogs;
     if (!dialogs) return false;
     const UserDialogs::Answer answer = dialogs->messageBox(
-        m_state.texts.messages.normalModeWarning, m_state.texts.appTitle,
-        UserDialogs::Buttons::YesNo, UserDialogs::Icon::Warning, UserDialogs::Answer::No);
+        m_texts.messages.normalModeWarning, m_texts.appTitle, UserDialogs::Buttons::YesNo,
+        UserDialogs::Icon::Warning, UserDialogs::Answer::No);
     return answer == UserDialogs::Answer::Yes;
 }
 
@@ -546,12 +547,12 @@ void Localisation::tmrTimeout_Timer() {
     const QString mode = w.isVisible(ll::lblLocTestModeLEDLegend)
                              ? w.caption(ll::lblLocTestModeLEDLegend)
                              : w.caption(ll::lblLocLearnModeLEDLegend);
-    UserDialogs* dialogs = m_state.services.dialogs;
+    UserDialogs* dialogs = m_dialogs;
     if (!dialogs) return;
     const UserDialogs::Answer answer =
-        dialogs->messageBox(m_state.texts.messages.notPossible + u' ' + mode + u'!',
-                            m_state.texts.appTitle, UserDialogs::Buttons::AbortRetryIgnore,
-                            UserDialogs::Icon::Warning, UserDialogs::Answer::Retry);
+        dialogs->messageBox(m_texts.messages.notPossible + u' ' + mode + u'!', m_texts.appTitle,
+                            UserDialogs::Buttons::AbortRetryIgnore, UserDialogs::Icon::Warning,
+                            UserDialogs::Answer::Retry);
     if (answer == UserDialogs::Answer::Retry) {
         m_commands.Send(m_commands.LocParameterAbort());
         m_tmrUnload.enable();
@@ -566,7 +567,7 @@ QStringList Localisation::Differences() const {
     for (int i = 0; i < kHoles; ++i)
         if (LocHoleMinSet[at(i)] != LocHoleMinRead[at(i)] ||
             LocHoleMaxSet[at(i)] != LocHoleMaxRead[at(i)])
-            differing << m_state.texts.str(kStringHole) + u' ' + QString::number(i + 1);
+            differing << m_texts.str(kStringHole) + u' ' + QString::number(i + 1);
     const Form& w = Window();
     const Form& display = View();
     const std::pair<QString, QString> texts[] = {
@@ -606,7 +607,7 @@ void Localisation::OnWriteSent(int command) {
 // write went out and what still differs.
 void Localisation::ShowWaiting() {
     const bool waiting = m_tmrCompareLocalizeSet.isEnabled();
-    showWaitingNote(m_state.texts, Window(), ll::lblLocWaiting, waiting, m_sentAt,
+    showWaitingNote(m_texts, Window(), ll::lblLocWaiting, waiting, m_sentAt,
                     waiting ? Differences() : QStringList());
 }
 

@@ -12,7 +12,10 @@
 #include <QString>
 #include <QStringList>
 
-class AppState;
+class Form;
+class Preferences;
+class Texts;
+class UserDialogs;
 class DeviceCommands;
 class DeviceValues;
 class Form;
@@ -30,7 +33,8 @@ class Localisation : public QObject {
     Q_OBJECT
 
 public:
-    Localisation(AppState& state, DeviceValues& values, DeviceCommands& commands,
+    Localisation(Form& window, Form& display, const Preferences& preferences, const Texts& texts,
+                 UserDialogs* dialogs, DeviceValues& values, DeviceCommands& commands,
                  PollEngine& engine, MainView& mainView);
 
     // At the head of every refresh of the main view.
@@ -116,7 +120,11 @@ private:
     // The holes a field's count stands for, as a loop up to it counts them.
     int HolesOf(double count) const;
 
-    AppState& m_state;
+    Form& m_window;
+    Form& m_display;
+    const Preferences& m_preferences;
+    const Texts& m_texts;
+    UserDialogs* m_dialogs;
     DeviceValues& m_values;
     DeviceCommands& m_commands;
     MainView& m_mainView;

@@ -1,13 +1,16 @@
 #include "record/protocol.h"
 
-#include "common/appstate.h"
+#include "common/formmodel.h"
 #include "common/numberformat.h"
 #include "common/savefile.h"
+#include "common/services.h"
 #include "common/stringtable.h"
+#include "common/texts.h"
 #include "devicesettings/devicesettings_elements.h"
 #include "display/mainview_elements.h"
 #include "engine/settingtable.h"
 #include "extinguish/extinguish_elements.h"
+#include "link/devicesession.h"
 #include "record/record_elements.h"
 #include "record/recordlayout.h"
 #include "values/devicevalues.h"
@@ -40,19 +43,18 @@ std::int16_t widthOf(qsizetype width) {
 // The cells of one page, from the windows' elements as they stand.
 class Cells {
 public:
-    Cells(AppState& state)
-        : m_state(state)
-        , m_view(state.forms.get(frmDisplay::kName)) {}
+    Cells(const Form& view, UserDialogs* dialogs)
+        : m_dialogs(dialogs)
+        , m_view(view) {}
 
     QString left(const QString& text, qsizetype width) const {
-        return FormatColumn(m_state.services.dialogs, text, widthOf(width), 1, QStringLiteral(" "));
+        return FormatColumn(m_dialogs, text, widthOf(width), 1, QStringLiteral(" "));
     }
     QString plain(const QString& text, qsizetype width) const {
-        return FormatColumn(m_state.services.dialogs, text, widthOf(width), 0, QStringLiteral(" "));
+        return FormatColumn(m_dialogs, text, widthOf(width), 0, QStringLiteral(" "));
     }
     QString dashes(qsizetype width) const {
-        return FormatColumn(m_state.services.dialogs, QString(), widthOf(width), 1,
-                            QStringLiteral("-"));
+        return FormatColumn(m_dialogs, QString(), widthOf(width), 1, QStringLiteral("-"));
     }
     // A cell exactly as wide as its text.
     QString fitted(const QString& text, int extra = 0) const {
@@ -101,8 +103,8 @@ public:
         page.blank();
     }
 
-    AppState& m_state;
-    Form& m_view;
+    UserDialogs* m_dialogs;
+    const Form& m_view;
 };
 
 // The lines of one section of the settings, in the order of their places in the table; a
@@ -167,16 +169,20 @@ void settingLines(record::PageGrid& page, const Cells& c, ValueStore& v, int sec
 
 } // namespace
 
-Protocol::Protocol(AppState& state, DeviceValues& values)
+Protocol::Protocol(const Windows& windows, const Preferences& preferences, const Texts& texts,
+                   UserDialogs* dialogs, const DeviceSession& session, DeviceValues& values)
     : QObject()
-    , m_state(state)
+    , m_windows(windows)
+    , m_preferences(preferences)
+    , m_texts(texts)
+    , m_dialogs(dialogs)
+    , m_session(session)
     , m_values(values) {
     connect(&Window(), &Form::clicked, this, &Protocol::OnClicked);
     connect(&CommentWindow(), &Form::clicked, this, &Protocol::OnClicked);
-    connect(&m_state.forms.get(frmDisplay::kName), &Form::clicked, this,
-            [this](const QString& element) {
-                if (element == dv::mnuProtocolCreate) Q_EMIT createRequested();
-            });
+    connect(&m_windows.display, &Form::clicked, this, [this](const QString& element) {
+        if (element == dv::mnuProtocolCreate) Q_EMIT createRequested();
+    });
     Window().setCloseHandler([this] {
         cmdCancel_Click();
         return false;
@@ -186,11 +192,11 @@ Protocol::Protocol(AppState& state, DeviceValues& values)
 Protocol::~Protocol() = default;
 
 Form& Protocol::Window() const {
-    return m_state.forms.get(frmProtocol::kName);
+    return m_windows.record;
 }
 
 Form& Protocol::CommentWindow() const {
-    return m_state.forms.get(frmProtocolComment::kName);
+    return m_windows.comment;
 }
 
 ValueStore& Protocol::Store() {
@@ -235,7 +241,7 @@ void Protocol::OnClicked(const QString& element) {
 void Protocol::Protocol_Create() {
     Form& c = CommentWindow();
     c.load();
-    c.centreOver(m_state.forms.get(frmDisplay::kName));
+    c.centreOver(m_windows.display);
     c.show(true);
 }
 
@@ -250,7 +256,7 @@ void Protocol::cmdOK_Click() {
     Build(comment1, comment2);
     Form& w = Window();
     w.load();
-    w.centreOver(m_state.forms.get(frmDisplay::kName));
+    w.centreOver(m_windows.display);
     w.show(true);
 }
 
@@ -269,7 +275,7 @@ QStringList Protocol::Pages() const {
 
 QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
     ValueStore& v = Store();
-    const Cells c(m_state);
+    const Cells c(m_windows.display, m_dialogs);
     const Form& d = c.m_view;
     const bool hasBattery = v.CTRL_GetHasBattery() != 0;
     const bool two = v.GetHasTwoDetectors() != 0;
@@ -382,11 +388,11 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
 
 QString Protocol::Page_Two() {
     ValueStore& v = Store();
-    const Cells c(m_state);
-    const QLocale& locale = m_state.preferences.locale();
-    const Form& settings = m_state.forms.get(frmDeviceSettings::kName);
-    const Form& details = m_state.forms.get(frmExtinguishDetails::kName);
-    const Form& modules = m_state.forms.get(frmExtinguishSettings::kName);
+    const Cells c(m_windows.display, m_dialogs);
+    const QLocale& locale = m_preferences.locale();
+    const Form& settings = m_windows.deviceSettings;
+    const Form& details = m_windows.extinguishDetails;
+    const Form& modules = m_windows.extinguishSettings;
     namespace ds = frmDeviceSettings;
     namespace es = frmExtinguishSettings;
 
@@ -487,20 +493,19 @@ QString Protocol::Page_Two() {
 }
 
 QString Protocol::SuggestedName(const QString& suffix) const {
-    const QString serial =
-        m_state.forms.get(frmDisplay::kName).caption(dv::lblSerialNo[0]).trimmed();
-    return m_state.texts.str(72) + (serial.isEmpty() ? QString() : u'_' + serial) + suffix;
+    const QString serial = m_session.serialNo().trimmed();
+    return m_texts.str(72) + (serial.isEmpty() ? QString() : u'_' + serial) + suffix;
 }
 
 void Protocol::TellFailure(const QString& path, const QString& failure) {
-    m_state.services.dialogs->messageBox(m_state.texts.str(651) + u'\n' + path + u'\n' + failure,
-                                         Window().title(), UserDialogs::Buttons::Ok,
-                                         UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
+    m_dialogs->messageBox(m_texts.str(651) + u'\n' + path + u'\n' + failure, Window().title(),
+                          UserDialogs::Buttons::Ok, UserDialogs::Icon::Warning,
+                          UserDialogs::Answer::Ok);
 }
 
 void Protocol::cmdSave_Click() {
-    const auto path = m_state.services.dialogs->saveFileName(SuggestedName(QStringLiteral(".txt")),
-                                                             QStringLiteral("*.txt|*.txt|"));
+    const auto path = m_dialogs->saveFileName(SuggestedName(QStringLiteral(".txt")),
+                                              QStringLiteral("*.txt|*.txt|"));
     if (!path || path->isEmpty()) return;
     Form& w = Window();
     const QString whole = w.caption(pr::rtxtProtocol[1]) + w.caption(pr::rtxtProtocol[2]);
@@ -519,8 +524,8 @@ void Protocol::cmdSavePrint_Click() {
 }
 
 void Protocol::cmdPdf_Click() {
-    const auto path = m_state.services.dialogs->saveFileName(SuggestedName(QStringLiteral(".pdf")),
-                                                             QStringLiteral("PDF|*.pdf|"));
+    const auto path = m_dialogs->saveFileName(SuggestedName(QStringLiteral(".pdf")),
+                                              QStringLiteral("PDF|*.pdf|"));
     if (!path || path->isEmpty()) return;
     Q_EMIT PdfRequested(*path, Pages());
 }
@@ -531,8 +536,8 @@ void Protocol::cmdCancel_Click() {
 
 void Protocol::Printed(const QString& failure) {
     if (failure.isEmpty()) return;
-    m_state.services.dialogs->messageBox(failure, Window().title(), UserDialogs::Buttons::Ok,
-                                         UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
+    m_dialogs->messageBox(failure, Window().title(), UserDialogs::Buttons::Ok,
+                          UserDialogs::Icon::Warning, UserDialogs::Answer::Ok);
 }
 
 void Protocol::PdfWritten(const QString& path, const QString& failure) {

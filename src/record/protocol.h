@@ -8,7 +8,10 @@
 #include <QString>
 #include <QStringList>
 
-class AppState;
+class DeviceSession;
+class Form;
+class Texts;
+class UserDialogs;
 class DeviceValues;
 class Form;
 class ValueStore;
@@ -21,7 +24,18 @@ class Protocol : public QObject {
     Q_OBJECT
 
 public:
-    Protocol(AppState& state, DeviceValues& values);
+    // The record's own two windows, and those whose elements it prints.
+    struct Windows {
+        Form& record;
+        Form& comment;
+        Form& display;
+        Form& deviceSettings;
+        Form& extinguishDetails;
+        Form& extinguishSettings;
+    };
+
+    Protocol(const Windows& windows, const Preferences& preferences, const Texts& texts,
+             UserDialogs* dialogs, const DeviceSession& session, DeviceValues& values);
     ~Protocol() override;
 
     // The comment window, shown modally; its OK builds the pages and shows the record.
@@ -64,7 +78,11 @@ private:
     QString SuggestedName(const QString& suffix) const;
     void TellFailure(const QString& path, const QString& failure);
 
-    AppState& m_state;
+    Windows m_windows;
+    const Preferences& m_preferences;
+    const Texts& m_texts;
+    UserDialogs* m_dialogs;
+    const DeviceSession& m_session;
     DeviceValues& m_values;
     std::unique_ptr<ValueStore> m_empty; // the record of no device: labels only
 };

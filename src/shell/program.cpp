@@ -1,6 +1,5 @@
 #include "shell/program.h"
 
-#include "common/appstate.h"
 #include "devicesettings/devicesettings.h"
 #include "display/mainview.h"
 #include "engine/commands.h"
@@ -25,8 +24,6 @@ Program::Program(const Services& services, SerialPortDevice* port, QObject* pare
     : QObject(parent)
     , m_services(withClock(services, m_systemClock))
     , m_settings(*m_services.settings) {
-    m_pagesState = std::make_unique<AppState>(
-        AppState{m_forms, m_preferences, m_texts, m_services, m_settings, m_life});
     makeParts(port);
     connectParts();
 }
@@ -39,7 +36,6 @@ Services Program::withClock(Services services, Clock& fallback) {
 }
 
 void Program::makeParts(SerialPortDevice* port) {
-    AppState& state = *m_pagesState;
     UserDialogs& dialogs = *m_services.dialogs;
     m_link = std::make_unique<SerialLink>(m_settings, m_texts, *m_services.clock, m_life, port);
     m_recognition = std::make_unique<Recognition>(m_session, *m_link, m_values, m_life, dialogs,
@@ -51,20 +47,28 @@ void Program::makeParts(SerialPortDevice* port) {
                                             m_values);
     m_mainView =
         std::make_unique<MainView>(m_forms.frmDisplay(), m_preferences, m_settings, m_texts,
-                                   m_session, m_values, *m_commands, *m_engine, state);
+                                   m_session, m_values, *m_commands, *m_engine, m_services.dialogs);
     m_search = std::make_unique<DeviceSearch>(m_forms.frmDeviceSearch(), m_forms.frmConnect(),
                                               m_forms.frmDisplay(), m_forms.frmMQ27D(), m_texts,
                                               m_settings, m_life, m_session, *m_link, *m_engine);
-    m_localisation =
-        std::make_unique<Localisation>(state, m_values, *m_commands, *m_engine, *m_mainView);
-    m_deviceSettings = std::make_unique<DeviceSettings>(state, *m_commands, *m_engine, m_values);
+    m_localisation = std::make_unique<Localisation>(
+        m_forms.frmLocalizeLearn(), m_forms.frmDisplay(), m_preferences, m_texts,
+        m_services.dialogs, m_values, *m_commands, *m_engine, *m_mainView);
+    m_deviceSettings =
+        std::make_unique<DeviceSettings>(m_forms.frmDeviceSettings(), m_forms.frmDisplay(),
+                                         m_preferences, m_texts, *m_commands, *m_engine, m_values);
     m_extinguishDetails = std::make_unique<ExtinguishDetails>(
         m_forms.frmExtinguishDetails(), m_forms.frmDisplay(), m_texts, m_preferences, m_values);
-    m_extinguishSettings =
-        std::make_unique<ExtinguishSettings>(state, m_values, *m_commands, *m_engine);
+    m_extinguishSettings = std::make_unique<ExtinguishSettings>(
+        m_forms.frmExtinguishSettings(), m_forms.frmDisplay(), m_preferences, m_texts, m_values,
+        *m_commands, *m_engine);
     m_logger = std::make_unique<DataLogger>(m_forms.frmLogdataDev(), m_forms.frmDisplay(), m_texts,
                                             m_preferences, m_services, m_values);
-    m_protocol = std::make_unique<Protocol>(state, m_values);
+    m_protocol = std::make_unique<Protocol>(
+        Protocol::Windows{m_forms.frmProtocol(), m_forms.frmProtocolComment(), m_forms.frmDisplay(),
+                          m_forms.frmDeviceSettings(), m_forms.frmExtinguishDetails(),
+                          m_forms.frmExtinguishSettings()},
+        m_preferences, m_texts, m_services.dialogs, m_session, m_values);
     m_languages = std::make_unique<Languages>(m_forms, m_preferences, m_texts, m_settings);
     m_help = std::make_unique<HelpLink>(m_services, m_texts, m_forms.frmAbout());
     m_startWindow = std::make_unique<StartWindow>(m_forms.frmMQ27D(), *m_link, *m_recognition);

@@ -15,7 +15,6 @@
 #include <QObject>
 #include <QString>
 
-struct AppState;
 class SerialPortDevice;
 class SerialLink;
 class Recognition;
@@ -101,7 +100,6 @@ private:
     Texts m_texts{m_preferences};
     RegSettings m_settings;
     Lifetime m_life;
-    std::unique_ptr<AppState> m_pagesState;
     DeviceSession m_session;
     DeviceValues m_values;
     std::unique_ptr<SerialLink> m_link;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/appstate.h"
 #include "common/platformservices.h"
+#include "common/services.h"
 
 #include <QTemporaryDir>
 
