@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
                      });
 
     double sentAt = 0;
-    QObject::connect(&tool.app().engine(), &PollEngine::writeSent,
+    QObject::connect(&tool.app().engine(), &PollEngine::WriteSent,
                      [&] { sentAt = static_cast<double>(clock.nsecsElapsed()) / 1e6; });
 
     Figures f;

@@ -78,7 +78,7 @@ DeviceSettings::DeviceSettings(Form& window, Form& display, const Preferences& p
         return true;
     });
     connect(&m_display, &Form::clicked, this, &DeviceSettings::OnMainViewClicked);
-    connect(&engine, &PollEngine::writeSent, this, &DeviceSettings::OnWriteSent);
+    connect(&engine, &PollEngine::WriteSent, this, &DeviceSettings::OnWriteSent);
     connect(&m_tmrRefresh, &FormTimer::timeout, this, &DeviceSettings::GetDeviceSettings);
     connect(&m_tmrCompare[Resistors], &FormTimer::timeout, this,
             &DeviceSettings::tmrCompareSettings_Timer);

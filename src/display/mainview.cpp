@@ -109,7 +109,7 @@ void MainView::ShowData() {
     ValueStore* values = m_values.get();
     if (!values) return;
     const QLocale& locale = m_preferences.locale();
-    Q_EMIT aboutToShowData();
+    Q_EMIT AboutToShowData();
     m_features = DeviceFeatures::read(*values);
     CustomizeForm(m_view, m_features, *values, locale);
     if (!m_status.ShowSmokeThresholds(*values)) return;

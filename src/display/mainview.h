@@ -76,7 +76,7 @@ public:
 
 Q_SIGNALS:
     // The refresh begins: the localisation brings its labels up to date first.
-    void aboutToShowData();
+    void AboutToShowData();
     // Help file of `device`, opened (mode 1) or described (mode 2) at `topic`.
     void HelpRequested(int device, int mode, int topic, const QString& text);
     // mnuDeviceSearch: the device search is to list the devices on the line.

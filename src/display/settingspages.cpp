@@ -85,7 +85,7 @@ SettingsPages::SettingsPages(Form& view, const Preferences& preferences, const T
     , m_refresh(std::move(refresh)) {
     connect(&m_view, &Form::clicked, this, &SettingsPages::onClicked);
     connect(&m_view, &Form::edited, this, &SettingsPages::onEdited);
-    connect(&engine, &PollEngine::writeSent, this, &SettingsPages::onWriteSent);
+    connect(&engine, &PollEngine::WriteSent, this, &SettingsPages::onWriteSent);
     connect(&m_tmrCompareSettings, &FormTimer::timeout, this,
             &SettingsPages::tmrCompareSettings_Timer);
     connect(&m_tmrCompareAirFlowSet, &FormTimer::timeout, this,

@@ -129,5 +129,5 @@ void PollEngine::SendWrite() {
     m_nextCommand = readBackAfter(command);
     if (block.empty()) return;
     m_link.MakeSendString(block, true);
-    Q_EMIT writeSent(command);
+    Q_EMIT WriteSent(command);
 }

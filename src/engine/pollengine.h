@@ -38,7 +38,7 @@ public:
 
 Q_SIGNALS:
     // A write telegram went out; the page that waits for its read-back starts comparing.
-    void writeSent(int command);
+    void WriteSent(int command);
 
 private:
     void SendRead();

@@ -15,7 +15,7 @@ void TelegramDecoder::DataDecoder(const Bytes& telegram) {
     const std::optional<QDateTime> recorded = engine::TelegramTime(telegram);
     if (!recorded) return;
     m_session.setTelegramTime(*recorded);
-    Q_EMIT telegramTimed(*recorded);
+    Q_EMIT TelegramTimed(*recorded);
 
     const engine::TelegramHead head = engine::ReadTelegramHead(telegram);
     if (m_session.searchRunning()) {

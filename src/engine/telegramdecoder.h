@@ -25,7 +25,7 @@ public:
 
 Q_SIGNALS:
     // A telegram recorded at `time` has arrived; for a loaded file, the time it was recorded.
-    void telegramTimed(const QDateTime& time);
+    void TelegramTimed(const QDateTime& time);
     // While the device search runs: a device has answered.
     void SearchAnswer(double serialNo);
     // A new serial number has been taken on: the store was cleared for it, and its read-out

@@ -54,7 +54,7 @@ ExtinguishSettings::ExtinguishSettings(Form& window, Form& display, const Prefer
     connect(&w, &Form::clicked, this, &ExtinguishSettings::OnClicked);
     connect(&w, &Form::edited, this, &ExtinguishSettings::OnEdited);
     connect(&w, &Form::windowChanged, this, &ExtinguishSettings::OnWindowChanged);
-    connect(&engine, &PollEngine::writeSent, this, &ExtinguishSettings::OnWriteSent);
+    connect(&engine, &PollEngine::WriteSent, this, &ExtinguishSettings::OnWriteSent);
     connect(&m_tmrRefresh, &FormTimer::timeout, this, &ExtinguishSettings::GetExtSettings);
     connect(&m_tmrCompareSettings, &FormTimer::timeout, this,
             &ExtinguishSettings::tmrCompareSettings_Timer);

@@ -43,19 +43,19 @@ Recognition::Recognition(DeviceSession& session, SerialLink& link, DeviceValues&
 void Recognition::SearchStep() {
     SerialLink& link = m_link;
     if (!link.IsPortOpen()) {
-        Q_EMIT lineStatusChanged(QStringLiteral("COM port OFF"));
+        Q_EMIT LineStatusChanged(QStringLiteral("COM port OFF"));
         link.ShowPortReason();
         return;
     }
     ++m_counter;
     if (m_counter == 1) {
-        Q_EMIT lineStatusChanged(QStringLiteral("searching for MQ27..//...."));
+        Q_EMIT LineStatusChanged(QStringLiteral("searching for MQ27..//...."));
         link.MakeSendString(kSearchOwnFamily, true);
     } else if (m_counter == 2) {
-        Q_EMIT lineStatusChanged(QStringLiteral("searching for MQ20....//.."));
+        Q_EMIT LineStatusChanged(QStringLiteral("searching for MQ20....//.."));
         link.MakeSendString(kSearchSecondFamily, true);
     } else {
-        Q_EMIT lineStatusChanged(QStringLiteral("searching for MQLR......//"));
+        Q_EMIT LineStatusChanged(QStringLiteral("searching for MQLR......//"));
         link.DataTx(telegram::ZeroCommand());
         m_counter = 0;
     }
@@ -68,7 +68,7 @@ void Recognition::RcvDataHandle(const Bytes& t) {
 
     SerialLink& link = m_link;
     link.ReceiveLEDGreen();
-    Q_EMIT lineStatusChanged(telegram::DeviceKindName(accepted->deviceKind) +
+    Q_EMIT LineStatusChanged(telegram::DeviceKindName(accepted->deviceKind) +
                              QStringLiteral(" recognized"));
     link.RestartSearchTimer();
 

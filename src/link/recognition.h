@@ -42,7 +42,7 @@ public:
 Q_SIGNALS:
     // What the line is doing, for the start window: "COM port OFF", the family searched for,
     // the family recognised.
-    void lineStatusChanged(const QString& status);
+    void LineStatusChanged(const QString& status);
     // A telegram of the own family for the decoder.
     void OwnTelegramAccepted(const Bytes& t);
     // The window texts are to be rewritten in the current language.

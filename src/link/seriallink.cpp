@@ -257,5 +257,5 @@ void SerialLink::SetIconBit(int bit, bool on) {
     const int index = on ? (m_iconIndex | mask) : (m_iconIndex & ~mask);
     if (index == m_iconIndex) return;
     m_iconIndex = index;
-    Q_EMIT iconIndexChanged(m_iconIndex);
+    Q_EMIT IconIndexChanged(m_iconIndex);
 }

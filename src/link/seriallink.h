@@ -103,7 +103,7 @@ public:
     void StopTimers();
 
 Q_SIGNALS:
-    void iconIndexChanged(int index);
+    void IconIndexChanged(int index);
     // The hexadecimal monitor of what went out and what came in.
     void MonitorSent(const QString& text);
     void MonitorReceived(const QString& text);

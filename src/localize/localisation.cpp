@@ -93,7 +93,7 @@ Localisation::Localisation(Form& window, Form& display, const Preferences& prefe
         m_blinkLit = !m_blinkLit;
         PaintLamps(m_flashLit, m_blinkLit);
     });
-    connect(&engine, &PollEngine::writeSent, this, &Localisation::OnWriteSent);
+    connect(&engine, &PollEngine::WriteSent, this, &Localisation::OnWriteSent);
     connect(&View(), &Form::clicked, this, &Localisation::OnDisplayClicked);
     Form& w = Window();
     connect(&w, &Form::clicked, this, &Localisation::OnWindowClicked);

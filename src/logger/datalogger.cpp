@@ -409,7 +409,7 @@ void DataLogger::ExportTrend() {
         QString(), m_texts.str(kStringPicture) + QStringLiteral(" (*.png)|*.png|"));
     if (!path || path->isEmpty()) return;
     if (QFileInfo(*path).suffix().isEmpty()) *path += QStringLiteral(".png");
-    Q_EMIT trendExportRequested(*path);
+    Q_EMIT TrendExportRequested(*path);
 }
 
 void DataLogger::TrendExported(const QString& path, const QString& failure) {

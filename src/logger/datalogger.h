@@ -68,7 +68,7 @@ public:
 
 Q_SIGNALS:
     // The user asked for the visible trend as a picture at `path`.
-    void trendExportRequested(const QString& path);
+    void TrendExportRequested(const QString& path);
 
 public:
     // The window's answer to that request: empty when saved, else the reason.

@@ -181,7 +181,7 @@ Protocol::Protocol(const Windows& windows, const Preferences& preferences, const
     connect(&Window(), &Form::clicked, this, &Protocol::OnClicked);
     connect(&CommentWindow(), &Form::clicked, this, &Protocol::OnClicked);
     connect(&m_windows.display, &Form::clicked, this, [this](const QString& element) {
-        if (element == dv::mnuProtocolCreate) Q_EMIT createRequested();
+        if (element == dv::mnuProtocolCreate) Q_EMIT CreateRequested();
     });
     Window().setCloseHandler([this] {
         cmdCancel_Click();

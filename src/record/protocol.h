@@ -63,7 +63,7 @@ public:
 
 Q_SIGNALS:
     // The main view's record entry: the language is refreshed, then Protocol_Create runs.
-    void createRequested();
+    void CreateRequested();
     // The user asked to print the pages, each as a job of its own.
     void PrintRequested(const QStringList& pages);
     // The user asked for both pages as one PDF at `path`.

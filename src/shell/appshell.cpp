@@ -77,8 +77,8 @@ AppShell::AppShell(AllForms& forms, Preferences& preferences, Texts& texts, RegS
         connect(window, &Form::clicked, this, &AppShell::OnMenuClicked);
     }
     connect(&m_forms.frmAbout(), &Form::clicked, this, &AppShell::OnAboutClicked);
-    connect(&m_link, &SerialLink::iconIndexChanged, this, &AppShell::TrayIconUpdate);
-    connect(&m_languages, &Languages::languageSwitched, this, &AppShell::ShowAutoSaveFolder);
+    connect(&m_link, &SerialLink::IconIndexChanged, this, &AppShell::TrayIconUpdate);
+    connect(&m_languages, &Languages::LanguageSwitched, this, &AppShell::ShowAutoSaveFolder);
 }
 
 void AppShell::Startup(const QString& rawCommandLineArgs) {
@@ -252,7 +252,7 @@ void AppShell::UnloadAll() {
         if (forms.exists(name)) forms.get(name).unload();
     }
     forms.frmMQ27D().unload();
-    Q_EMIT quitRequested();
+    Q_EMIT QuitRequested();
 }
 
 void AppShell::ShowAutoSaveFolder() {

@@ -67,7 +67,7 @@ public:
 
 Q_SIGNALS:
     // Shutdown has unloaded the start window; the program ends.
-    void quitRequested();
+    void QuitRequested();
     // The command line asks for the data logger.
     void LoggerRequested();
 

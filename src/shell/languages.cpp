@@ -67,7 +67,7 @@ void Languages::SwitchToLanguage(int language) {
     const int number = languageNumber(s.language());
     if (m_settings.GetLanguage() != number) m_settings.SetLanguage(number);
     m_preferences.setLanguage(s.language());
-    Q_EMIT languageSwitched(s.language());
+    Q_EMIT LanguageSwitched(s.language());
 }
 
 void Languages::ShowLanguage() {

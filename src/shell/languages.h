@@ -31,7 +31,7 @@ public:
     static QString VersionNumber();
 
 Q_SIGNALS:
-    void languageSwitched(Language language);
+    void LanguageSwitched(Language language);
 
 private:
     // The texts of one language, as a switch applies them.

@@ -43,7 +43,7 @@ StartWindow::StartWindow(Form& window, SerialLink& link, Recognition& recognitio
     connect(&link, &SerialLink::PortReasonChanged, this, [this](const QString& reason) {
         setReason(m_window, frmMQ27D::lblPortReason, reason);
     });
-    connect(&recognition, &Recognition::lineStatusChanged, this,
+    connect(&recognition, &Recognition::LineStatusChanged, this,
             [this](const QString& status) { m_window.setCaption(frmMQ27D::lblDevice, status); });
 }
 

@@ -97,7 +97,7 @@ void Program::connectParts() {
     connectTelegramRoad();
     connectWindows();
     connectLanguage();
-    connect(m_shell.get(), &AppShell::quitRequested, this, &Program::quitRequested,
+    connect(m_shell.get(), &AppShell::QuitRequested, this, &Program::quitRequested,
             Qt::DirectConnection);
 }
 
@@ -123,7 +123,7 @@ void Program::connectTelegramRoad() {
     const auto direct = Qt::DirectConnection;
     MainView* mainView = m_mainView.get();
     TelegramDecoder* decoder = m_decoder.get();
-    connect(decoder, &TelegramDecoder::telegramTimed, mainView, &MainView::ShowTelegramTime,
+    connect(decoder, &TelegramDecoder::TelegramTimed, mainView, &MainView::ShowTelegramTime,
             direct);
     connect(decoder, &TelegramDecoder::SearchAnswer, m_search.get(), &DeviceSearch::AddDevice,
             direct);
@@ -164,7 +164,7 @@ void Program::connectWindows() {
     connect(
         m_search.get(), &DeviceSearch::ConnectionCancelled, this,
         [this] { m_forms.frmMQ27D().show(); }, direct);
-    connect(m_mainView.get(), &MainView::aboutToShowData, m_localisation.get(),
+    connect(m_mainView.get(), &MainView::AboutToShowData, m_localisation.get(),
             &Localisation::ShowLocData, direct);
     connect(
         m_mainView.get(), &MainView::HelpRequested, this,
@@ -190,7 +190,7 @@ void Program::connectLanguage() {
             direct);
     // The record reads the labels, so they are brought to the language first.
     connect(
-        m_protocol.get(), &Protocol::createRequested, this,
+        m_protocol.get(), &Protocol::CreateRequested, this,
         [this, refreshLanguage] {
             refreshLanguage();
             m_protocol->Protocol_Create();
@@ -199,24 +199,24 @@ void Program::connectLanguage() {
 
     Languages* languages = m_languages.get();
     connect(
-        languages, &Languages::languageSwitched, m_logger.get(), [this] { m_logger->ApplyTexts(); },
+        languages, &Languages::LanguageSwitched, m_logger.get(), [this] { m_logger->ApplyTexts(); },
         direct);
-    connect(languages, &Languages::languageSwitched, m_protocol.get(), &Protocol::ApplyTexts,
+    connect(languages, &Languages::LanguageSwitched, m_protocol.get(), &Protocol::ApplyTexts,
             direct);
     connect(
-        languages, &Languages::languageSwitched, this,
+        languages, &Languages::LanguageSwitched, this,
         [this](Language language) {
             ApplyLocalizeLearnTexts(m_forms.frmLocalizeLearn(), language);
         },
         direct);
     connect(
-        languages, &Languages::languageSwitched, this, [this] { m_help->ShowManualPath(); },
+        languages, &Languages::LanguageSwitched, this, [this] { m_help->ShowManualPath(); },
         direct);
-    connect(languages, &Languages::languageSwitched, m_extinguishDetails.get(),
+    connect(languages, &Languages::LanguageSwitched, m_extinguishDetails.get(),
             &ExtinguishDetails::ApplyTexts, direct);
-    connect(languages, &Languages::languageSwitched, m_extinguishSettings.get(),
+    connect(languages, &Languages::LanguageSwitched, m_extinguishSettings.get(),
             &ExtinguishSettings::ApplyTexts, direct);
     // After the main view's texts: the window's title is the main view's menu entry.
-    connect(languages, &Languages::languageSwitched, m_deviceSettings.get(),
+    connect(languages, &Languages::LanguageSwitched, m_deviceSettings.get(),
             &DeviceSettings::ApplyTexts, direct);
 }

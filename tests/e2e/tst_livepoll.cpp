@@ -179,7 +179,7 @@ void TestLivePoll::queuedWriteGoesOutOnce() {
     // Reset of every latched fault, as the main view queues it.
     ValueStore& values = *tool.app().values();
     values.SetResetAlarmAndFault(Bytes{10, 131, 0, 0, 0x03, 0xE9, 0xFF, 0xFF});
-    QSignalSpy sent(&tool.app().engine(), &PollEngine::writeSent);
+    QSignalSpy sent(&tool.app().engine(), &PollEngine::WriteSent);
     tool.app().engine().SendCommand(131);
     QVERIFY(sent.wait(5000));
 

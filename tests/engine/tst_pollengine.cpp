@@ -196,7 +196,7 @@ private slots:
         QFETCH(int, command);
         QFETCH(int, readBack);
         Rig rig;
-        QSignalSpy written(&rig.engine, &PollEngine::writeSent);
+        QSignalSpy written(&rig.engine, &PollEngine::WriteSent);
         rig.queueWrite(command);
         QVERIFY(rig.engine.IsWriteQueued());
         QCOMPARE(rig.engine.tmrAutoSend().interval(), 299);
@@ -221,7 +221,7 @@ private slots:
 
     void writeNeverPreparedSendsNothing() {
         Rig rig;
-        QSignalSpy written(&rig.engine, &PollEngine::writeSent);
+        QSignalSpy written(&rig.engine, &PollEngine::WriteSent);
         rig.engine.SendCommand(132);
         rig.engine.tmrAutoSend_Timer();
         QVERIFY(rig.takeSent().isEmpty());

@@ -118,7 +118,7 @@ void TestSerialLink::startState() {
 
 void TestSerialLink::sendPutsFrameOnLine() {
     OpenLink l;
-    QSignalSpy icon(&l.link, &SerialLink::iconIndexChanged);
+    QSignalSpy icon(&l.link, &SerialLink::IconIndexChanged);
     l.link.MakeSendString(bytes({0x0A, 0x01, 0, 0, 0, 0}), true);
 
     const Bytes frame = bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94});
@@ -311,7 +311,7 @@ void TestSerialLink::collectingWindowCountsFromFirstByte() {
 
 void TestSerialLink::receiveLedAndIconIndex() {
     OpenLink l;
-    QSignalSpy icon(&l.link, &SerialLink::iconIndexChanged);
+    QSignalSpy icon(&l.link, &SerialLink::IconIndexChanged);
 
     l.receive(bytes({0x55, 0x66, 0x0A}));
     const QString monitor = l.start.caption(QStringLiteral("txtComReceive"));

@@ -141,7 +141,7 @@ void TestLanguages::switchRewritesOpenAndClosedWindowsAtOnce() {
     // A view has written its own text over a legend meanwhile.
     view.setCaption("lblSerialNoLegend_3", "12345");
 
-    QSignalSpy switched(&app.languages(), &Languages::languageSwitched);
+    QSignalSpy switched(&app.languages(), &Languages::LanguageSwitched);
     app.languages().SwitchToLanguage(2);
 
     QCOMPARE(switched.count(), 1);

@@ -327,7 +327,7 @@ int set(const QStringList& args) {
         });
     }
     std::vector<int> sent;
-    QObject::connect(&engine, &PollEngine::writeSent, &session, [&](int command) {
+    QObject::connect(&engine, &PollEngine::WriteSent, &session, [&](int command) {
         sent.push_back(command);
         for (std::size_t i = 0; i < writes.size(); ++i)
             if (commandOf(writes[i].page) == command && !writes[i].confirmed)

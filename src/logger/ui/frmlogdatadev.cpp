@@ -58,7 +58,7 @@ frmLogdataDevWindow::frmLogdataDevWindow(Form& form, DataLogger& logger,
     resize(1400, 860);
     m_view = std::make_unique<FormView>(form, this);
 
-    connect(&logger, &DataLogger::trendExportRequested, this, [this, &logger](const QString& path) {
+    connect(&logger, &DataLogger::TrendExportRequested, this, [this, &logger](const QString& path) {
         logger.TrendExported(path, m_chart->exportPng(path));
     });
 }

@@ -72,7 +72,7 @@ ToolRuntime::ToolRuntime(Options options)
     createWindows();
     m_trayIcon = std::make_unique<TrayIcon>(m_app->forms().frmMQ27D(), m_app->shell());
     connect(m_app.get(), &Program::quitRequested, this, &ToolRuntime::onQuitRequested);
-    connect(&m_app->languages(), &Languages::languageSwitched, this,
+    connect(&m_app->languages(), &Languages::LanguageSwitched, this,
             [this](Language language) { switchQtTexts(language); });
 }
 
