@@ -354,9 +354,11 @@ void FormView::applyCaption(QObject* target, const Element& e) {
     } else if (auto* frame = qobject_cast<QGroupBox*>(target)) {
         frame->setTitle(text);
     } else if (auto* menu = qobject_cast<QMenu*>(target)) {
-        menu->setTitle(text);
+        menu->setTitle(accessibility::literal(text));
+        assignMnemonics();
     } else if (auto* action = qobject_cast<QAction*>(target)) {
-        action->setText(text);
+        action->setText(accessibility::literal(text));
+        assignMnemonics();
     }
 }
 
