@@ -17,7 +17,23 @@ QString literal(const QString& caption);
 // first, then each page's buttons, tick boxes and labels of fields, page by page.
 void assignMnemonics(QWidget* window);
 
-// Assistive tools see the tool's drawn pictures (the logo, lamps, the LED pair) as images.
+// Assistive tools see the tool's drawn pictures (the logo) as images.
 void presentDrawnWidgetsAsImages();
+
+// Assistive tools see `widget` (a lamp, an LED, a fault box, a relay contact) as an indicator
+// named "<accessible name>: <state>", the state being the widget's accessible description in
+// words ("Störung: an"). Its tool tip becomes the description.
+void presentAsIndicator(QWidget* widget);
+// The application's style, as the desktop gives it, with one addition: a default button and
+// a list that have the keyboard focus show it. Some styles draw a focused button with the
+// very frame of the default one, and show a list's focus only on its current row, so that
+// Tab seems to stop nowhere on them.
+void showFocusOnDefaultButtons();
+
+// `widget` is pure decoration, beside a text that says the same: assistive tools pass over it.
+void hideDecoration(QWidget* widget);
+
+// The state of an indicator changed: its name did too.
+void indicatorStateChanged(QWidget* widget);
 
 } // namespace accessibility

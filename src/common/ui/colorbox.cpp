@@ -5,7 +5,7 @@
 
 ColorBox::ColorBox(QWidget* parent)
     : QWidget(parent) {
-    accessibility::presentDrawnWidgetsAsImages();
+    accessibility::presentAsIndicator(this);
 }
 
 void ColorBox::setBackColor(std::uint32_t color) {

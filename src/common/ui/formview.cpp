@@ -232,7 +232,10 @@ void FormView::connectInput(const QString& name, QObject* target) {
         connect(tabs, &QTabWidget::currentChanged, this,
                 [this, name](int index) { reportValue(name, index); });
     } else if (auto* line = qobject_cast<QLineEdit*>(target)) {
-        connect(line, &QLineEdit::textEdited, this,
+        // Every change of the text, not only typing: paste, undo, a drop and assistive tools
+        // (which set the text as a program does) must reach the model before a button acts.
+        // The view's own changes are dropped while it applies the model.
+        connect(line, &QLineEdit::textChanged, this,
                 [this, name](const QString& text) { reportCaption(name, text); });
     } else if (auto* text = qobject_cast<QPlainTextEdit*>(target)) {
         connect(text, &QPlainTextEdit::textChanged, this,
@@ -351,9 +354,11 @@ void FormView::applyCaption(QObject* target, const Element& e) {
     } else if (auto* frame = qobject_cast<QGroupBox*>(target)) {
         frame->setTitle(text);
     } else if (auto* menu = qobject_cast<QMenu*>(target)) {
-        menu->setTitle(text);
+        menu->setTitle(accessibility::literal(text));
+        assignMnemonics();
     } else if (auto* action = qobject_cast<QAction*>(target)) {
-        action->setText(text);
+        action->setText(accessibility::literal(text));
+        assignMnemonics();
     }
 }
 

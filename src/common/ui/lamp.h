@@ -3,7 +3,7 @@
 #include "common/ui/colorbox.h"
 
 // A signal lamp: a box filled with its back colour, drawn as a lit dome. Unlit, with the
-// default colour, it shows the field colour of the window.
+// default colour or the window's, it is a dark lens.
 class Lamp : public ColorBox {
     Q_OBJECT
 

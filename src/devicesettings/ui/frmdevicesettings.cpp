@@ -56,8 +56,9 @@ QGroupBox* page(PageParts& p, const PageLayout& l) {
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
+    // The two pages have the same buttons; each says in its description which page it is on.
     for (const QString& name : {l.open, l.assume, l.cancel})
-        buttons->addWidget(p.button(name));
+        buttons->addWidget(p.button(name, l.head));
     column->addLayout(buttons);
     column->addWidget(p.waitingNote(l.waiting));
     column->addStretch(1);

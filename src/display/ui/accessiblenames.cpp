@@ -1,13 +1,16 @@
 #include "display/ui/accessiblenames.h"
 
 #include "common/colors.h"
+#include "common/ui/accessibility.h"
 
 #include <QWidget>
 
 namespace {
 
-constexpr int kOn = 52;
-constexpr int kOff = 53;
+constexpr int kOn = 511;
+constexpr int kOff = 512;
+constexpr int kClosed = 513;
+constexpr int kOpen = 514;
 constexpr int kPending = 62;
 constexpr int kLatched = 63;
 constexpr int kBlinking = 504;
@@ -24,13 +27,29 @@ AccessibleNames::AccessibleNames(Form& form, std::function<QString(int)> text)
 
 void AccessibleNames::add(QWidget* widget, const QString& element, const QString& legend,
                           const QString& suffix, Says says, const QString& columnLegend) {
-    m_entries.push_back(Entry{widget, element, legend, suffix, says, columnLegend});
+    m_entries.push_back(Entry{widget, element, legend, suffix, says, columnLegend, false, -1});
     const std::size_t index = m_entries.size() - 1;
     m_byLegend.insert(legend, index);
     if (!columnLegend.isEmpty()) m_byLegend.insert(columnLegend, index);
     if (says != Says::Nothing) m_byElement.insert(element, index);
     rename(m_entries.back());
     describe(m_entries.back());
+}
+
+void AccessibleNames::addContext(QWidget* widget, const QString& context, const QString& suffix) {
+    m_entries.push_back(
+        Entry{widget, QString(), context, suffix, Says::Nothing, QString(), true, -1});
+    m_byLegend.insert(context, m_entries.size() - 1);
+    rename(m_entries.back());
+}
+
+void AccessibleNames::addCaptioned(QWidget* widget, int text, const QString& context,
+                                   const QString& suffix, const QString& detail) {
+    m_entries.push_back(
+        Entry{widget, QString(), context, suffix, Says::Nothing, detail, true, text});
+    m_byLegend.insert(context, m_entries.size() - 1);
+    if (!detail.isEmpty()) m_byLegend.insert(detail, m_entries.size() - 1);
+    rename(m_entries.back());
 }
 
 void AccessibleNames::onElementChanged(const QString& element, ElementProperty property) {
@@ -50,8 +69,15 @@ void AccessibleNames::rename(const Entry& entry) {
     if (!entry.widget) return;
     QString name = m_form.caption(entry.legend);
     if (!entry.suffix.isEmpty()) name += u' ' + entry.suffix;
-    if (!entry.columnLegend.isEmpty())
+    if (!entry.columnLegend.isEmpty() && !m_form.caption(entry.columnLegend).isEmpty())
         name += QStringLiteral(", ") + m_form.caption(entry.columnLegend);
+    if (entry.contextOnly) {
+        if (entry.widget->accessibleDescription() != name)
+            entry.widget->setAccessibleDescription(name);
+        if (entry.text >= 0 && entry.widget->accessibleName() != m_text(entry.text))
+            entry.widget->setAccessibleName(m_text(entry.text));
+        return;
+    }
     if (entry.widget->accessibleName() != name) entry.widget->setAccessibleName(name);
 }
 
@@ -72,11 +98,16 @@ void AccessibleNames::describe(const Entry& entry) {
     case Says::FaultState:
         description = faultState(e);
         break;
+    case Says::RelayState:
+        description = m_text(e.value != 0 ? kClosed : kOpen);
+        break;
     case Says::Nothing:
         break;
     }
-    if (entry.widget->accessibleDescription() != description)
+    if (entry.widget->accessibleDescription() != description) {
         entry.widget->setAccessibleDescription(description);
+        accessibility::indicatorStateChanged(entry.widget);
+    }
 }
 
 // The state the device reports, not the phase of the rhythm that paints it.

@@ -24,16 +24,30 @@ public:
     AccessibleNames(Form& form, std::function<QString(int)> text);
 
     // What the accessible description tells: the element's caption, the state an LED is painted
-    // from, a lamp lit by its colour, a fault box's state.
+    // from, a lamp lit by its colour, a fault box's state, a relay contact closed or open.
     Form& form() const { return m_form; }
 
-    enum class Says { Nothing, Value, LedState, LampState, FaultState };
+    enum class Says { Nothing, Value, LedState, LampState, FaultState, RelayState };
 
     // `widget` shows `element` and is named by the caption of `legend`, then `suffix`, then
     // the caption of `columnLegend` where a grid has one ("Fire alarm 1, Relay 3").
     void add(QWidget* widget, const QString& element, const QString& legend,
              const QString& suffix = {}, Says says = Says::Nothing,
              const QString& columnLegend = {});
+
+    // `widget` keeps the name its own caption gives it; the caption of `context`, then
+    // `suffix`, tells in its description what it acts on ("Übernehmen", "Einstellungen"),
+    // so that a screen reader and voice control find a button by what it shows.
+    void addContext(QWidget* widget, const QString& context, const QString& suffix = {});
+
+    // String numbers of the arrows beside a field.
+    static constexpr int kStepUp = 509;
+    static constexpr int kStepDown = 510;
+
+    // `widget` shows no caption: it is named by string `text`, and its description is the
+    // caption of `context`, then `suffix`, then the caption of `detail` where it has one.
+    void addCaptioned(QWidget* widget, int text, const QString& context, const QString& suffix,
+                      const QString& detail);
 
 private:
     struct Entry {
@@ -43,6 +57,8 @@ private:
         QString suffix;
         Says says;
         QString columnLegend;
+        bool contextOnly = false;
+        int text = -1;
     };
 
     void onElementChanged(const QString& element, ElementProperty property);

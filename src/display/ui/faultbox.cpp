@@ -1,5 +1,6 @@
 #include "display/ui/faultbox.h"
 
+#include "common/ui/accessibility.h"
 #include "display/ui/instruments.h"
 
 #include <cmath>
@@ -16,6 +17,7 @@ bool isEmpty(std::uint32_t color) {
 
 FaultBox::FaultBox(QWidget* parent)
     : QWidget(parent) {
+    accessibility::presentAsIndicator(this);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::NoFocus);
 }
@@ -55,17 +57,21 @@ void FaultBox::paintEvent(QPaintEvent*) {
     const qreal top = std::floor((height() - side) / 2);
     const QRectF box(left + line / 2, top + line / 2, side - line, side - line);
 
-    const QColor base = pal.color(QPalette::Base);
-    const QColor fill = isEmpty(m_back) ? base : instruments::tone(m_back, pal, QPalette::Base);
-    const QColor rim = isEmpty(m_back) ? instruments::mix(pal.color(QPalette::Window),
-                                                          pal.color(QPalette::WindowText), 0.45)
-                                       : fill.darker(150);
+    // An empty box is a shade of the window, sunk into it, not the white field of a tick box
+    // with its frame: it shows a state and takes no input.
+    const QColor window = pal.color(QPalette::Window);
+    const QColor fill = isEmpty(m_back)
+                            ? instruments::mix(window, pal.color(QPalette::WindowText), 0.14)
+                            : instruments::tone(m_back, pal, QPalette::Base);
 
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(rim, line));
+    painter.setPen(Qt::NoPen);
     painter.setBrush(fill);
-    painter.drawRoundedRect(box, line, line);
+    painter.drawRect(box);
+    // A shadow along the upper and left edge sinks the square in.
+    painter.setPen(QPen(fill.darker(isEmpty(m_back) ? 125 : 140), line));
+    painter.drawPolyline(QPolygonF({box.bottomLeft(), box.topLeft(), box.topRight()}));
 
     if (m_dot == colors::kDefault) return;
     const QColor dot = instruments::tone(m_dot, pal, QPalette::Base);

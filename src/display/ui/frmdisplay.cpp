@@ -10,6 +10,7 @@
 
 #include <QActionGroup>
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
 #include <QScrollArea>
@@ -56,10 +57,10 @@ frmDisplayWindow::~frmDisplayWindow() = default;
 
 void frmDisplayWindow::buildMenus() {
     QMenu* file = namedMenu(menuBar(), el::mnuFile);
-    namedEntry(file, el::mnuLoad);
-    namedEntry(file, el::mnuSave);
+    namedEntry(file, el::mnuLoad)->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    namedEntry(file, el::mnuSave)->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
     namedSeparator(file);
-    namedEntry(file, el::mnuExit);
+    namedEntry(file, el::mnuExit)->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     QMenu* settings = namedMenu(menuBar(), el::mnuSettings);
     namedEntry(settings, el::mnuInterface);
@@ -81,7 +82,7 @@ void frmDisplayWindow::buildMenus() {
     QMenu* logger = namedMenu(menuBar(), el::mnuLogger);
     namedEntry(logger, el::mnuLogDataDev);
     QMenu* help = namedMenu(menuBar(), el::mnuHelp);
-    namedEntry(help, el::mnuPDFHelp);
+    namedEntry(help, el::mnuPDFHelp)->setShortcut(QKeySequence(Qt::Key_F1));
     namedEntry(help, el::mnuInfo);
 }
 
@@ -94,7 +95,8 @@ QWidget* frmDisplayWindow::buildPage(int page, QWidget* content) {
     m_names->add(serial, el::lblSerialNo[page], el::lblSerialNoLegend[page], {},
                  AccessibleNames::Says::Value);
     auto* lamp = named<Lamp>(el::picReceiveLED[page]);
-    m_names->add(lamp, el::picReceiveLED[page], el::lblReceiveLEDLegend[page]);
+    m_names->add(lamp, el::picReceiveLED[page], el::lblReceiveLEDLegend[page], {},
+                 AccessibleNames::Says::LampState);
 
     auto* header = new QHBoxLayout;
     header->addWidget(label(el::lblSerialNoLegend[page]));

@@ -1,5 +1,6 @@
 #include "display/ui/ledlamp.h"
 
+#include "common/ui/accessibility.h"
 #include "display/ui/instruments.h"
 
 #include <cmath>
@@ -74,6 +75,7 @@ bool isDark(std::uint32_t color) {
 
 LedLamp::LedLamp(QWidget* parent)
     : QWidget(parent) {
+    accessibility::presentAsIndicator(this);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::NoFocus);
 }

@@ -18,6 +18,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <QToolButton>
 
 using Says = AccessibleNames::Says;
 
@@ -100,7 +103,7 @@ FaultBox* PageParts::faultBox(const QString& name, const QString& legendName) {
 RelayElement* PageParts::relay(const QString& name, const QString& legendName,
                                const QString& suffix) {
     auto* relay = named<RelayElement>(name);
-    m_names.add(relay, name, legendName, suffix);
+    m_names.add(relay, name, legendName, suffix, Says::RelayState);
     return relay;
 }
 
@@ -120,14 +123,38 @@ BarGraph* PageParts::barGraph(const QString& name, const QString& legendName,
 QPushButton* PageParts::button(const QString& name, const QString& purpose, const QString& suffix) {
     QPushButton* button = windowparts::button(name);
     button->setAutoDefault(false);
-    // A button says what it acts on where its own caption ("Reset") does not.
-    if (!purpose.isEmpty()) m_names.add(button, name, purpose, suffix);
+    // A button is called by its caption; what it acts on, where the caption ("Reset") does
+    // not say, is its description.
+    if (!purpose.isEmpty()) m_names.addContext(button, purpose, suffix);
     return button;
 }
 
+namespace {
+
+// A tick box that only shows: drawn as every read-only tick of the window is, greyed like
+// the boxes that the logic disables while a page is only viewed, yet not reported as
+// unavailable to assistive tools.
+class ReadOnlyCheck : public QCheckBox {
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        option.state &= ~QStyle::State_Enabled;
+        option.palette.setCurrentColorGroup(QPalette::Disabled);
+        painter.drawControl(QStyle::CE_CheckBox, option);
+    }
+};
+
+} // namespace
+
 QCheckBox* PageParts::shownCheck(const QString& name, const QString& legendName,
                                  const QString& suffix) {
-    QCheckBox* box = check(name, legendName, suffix);
+    auto* box = named<ReadOnlyCheck>(name);
+    m_names.add(box, name, legendName, suffix);
     box->setAttribute(Qt::WA_TransparentForMouseEvents);
     box->setFocusPolicy(Qt::NoFocus);
     return box;
@@ -191,7 +218,14 @@ void PageParts::settingCells(QGridLayout* grid, int row, int column, const QStri
     QLabel* shown = value(label, legendName, widest, suffix);
     grid->addWidget(input, row, column);
     grid->addWidget(shown, row, column);
-    grid->addWidget(upDown(upDownName, legendName, suffix), row, column + 1);
+    UpDown* steps = upDown(upDownName, legendName, suffix);
+    steps->driveFrom(input);
+    // The arrows say which way they step and, with the unit, which value: the minutes and
+    // seconds of one setting share their legend.
+    m_names.addCaptioned(steps->upArrow(), AccessibleNames::kStepUp, legendName, suffix, unitName);
+    m_names.addCaptioned(steps->downArrow(), AccessibleNames::kStepDown, legendName, suffix,
+                         unitName);
+    grid->addWidget(steps, row, column + 1);
     UnitLabel* unitLabel = unit(unitName);
     unitLabel->follow(shown, input);
     grid->addWidget(unitLabel, row, column + 2);

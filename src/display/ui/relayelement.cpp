@@ -1,6 +1,7 @@
 #include "display/ui/relayelement.h"
 
 #include "common/colors.h"
+#include "common/ui/accessibility.h"
 #include "display/ui/instruments.h"
 
 #include <cmath>
@@ -16,6 +17,7 @@ constexpr qreal kOpenAngle = 28.0;
 
 RelayElement::RelayElement(QWidget* parent)
     : QWidget(parent) {
+    accessibility::presentAsIndicator(this);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::NoFocus);
 }
@@ -43,20 +45,13 @@ void RelayElement::paintEvent(QPaintEvent*) {
     const QPalette& pal = palette();
     const qreal line = instruments::lineWidth(this);
     const QRectF frame = QRectF(rect()).adjusted(line / 2, line / 2, -line / 2, -line / 2);
-    const QColor base = pal.color(QPalette::Base);
     QColor green = instruments::tone(colors::kGreen, pal, QPalette::Base).darker(115);
     if (!isEnabled()) green = instruments::mix(green, pal.color(QPalette::Window), 0.5);
-    const QColor ink = m_closed ? green : pal.color(QPalette::Text);
+    const QColor ink = m_closed ? green : pal.color(QPalette::WindowText);
 
+    // The contact alone, on the window: a housing with a frame would read as a button.
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(m_closed ? green
-                                 : instruments::mix(pal.color(QPalette::Window),
-                                                    pal.color(QPalette::WindowText), 0.4),
-                        line));
-    painter.setBrush(m_closed ? instruments::mix(base, green, 0.16) : base);
-    const qreal corner = frame.height() / 6;
-    painter.drawRoundedRect(frame, corner, corner);
 
     // The contact sits low in its housing, leaving the open blade room above.
     const qreal w = frame.width();
@@ -75,7 +70,7 @@ void RelayElement::paintEvent(QPaintEvent*) {
     painter.drawLine(pivot, pivot + QPointF(std::cos(angle), -std::sin(angle)) * blade);
 
     painter.setPen(QPen(ink, line));
-    painter.setBrush(m_closed ? QBrush(ink) : QBrush(base));
+    painter.setBrush(m_closed ? QBrush(ink) : QBrush(pal.color(QPalette::Window)));
     painter.drawEllipse(pivot, terminal, terminal);
     painter.drawEllipse(contact, terminal, terminal);
 }

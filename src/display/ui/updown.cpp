@@ -9,12 +9,14 @@
 
 UpDown::UpDown(QWidget* parent)
     : QWidget(parent) {
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::NoFocus);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(arrow(Qt::UpArrow, 1));
-    column->addWidget(arrow(Qt::DownArrow, -1));
+    m_up = arrow(Qt::UpArrow, 1);
+    m_down = arrow(Qt::DownArrow, -1);
+    column->addWidget(m_up);
+    column->addWidget(m_down);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -46,21 +48,29 @@ void UpDown::applyElement(const Element& element, ElementProperty changed) {
     }
 }
 
-void UpDown::keyPressEvent(QKeyEvent* event) {
-    switch (event->key()) {
+void UpDown::driveFrom(QWidget* field) {
+    field->installEventFilter(this);
+}
+
+bool UpDown::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !isVisible() || !isEnabled())
+        return QWidget::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->modifiers() & ~Qt::KeypadModifier) return false;
+    switch (key->key()) {
     case Qt::Key_Up:
         stepBy(1);
-        break;
+        return true;
     case Qt::Key_Down:
         stepBy(-1);
-        break;
+        return true;
     case Qt::Key_PageUp:
         stepBy(10);
-        break;
+        return true;
     case Qt::Key_PageDown:
         stepBy(-10);
-        break;
+        return true;
     default:
-        QWidget::keyPressEvent(event);
+        return false;
     }
 }

@@ -60,10 +60,11 @@ QLineEdit* narrow(QLineEdit* field) {
     return field;
 }
 
-// The help buttons carry a question mark only, so they are as small as a tool button.
+// The help buttons carry a question mark only, so they are as small as a tool button; what
+// each one helps with is its description.
 QToolButton* helpButton(PageParts& p, const QString& name, const QString& purpose) {
     auto* button = named<QToolButton>(name);
-    p.names().add(button, name, purpose);
+    p.names().addContext(button, purpose);
     return button;
 }
 
@@ -96,7 +97,8 @@ frmLocalizeLearnWindow::frmLocalizeLearnWindow(Form& form, std::function<QString
         auto* cell = new QHBoxLayout;
         cell->addStretch(1);
         auto* option = named<QRadioButton>(ll::optLocHole[i]);
-        m_names->add(option, ll::optLocHole[i], legend, number);
+        // Called by its number, as it reads; the legend above the row says what it counts.
+        m_names->addContext(option, legend);
         cell->addWidget(option);
         cell->addWidget(p.led(ll::picLocFirePlaceTest[i], legend, number, Says::LampState));
         cell->addWidget(p.legend(ll::lblLocPlace[i]));
@@ -169,8 +171,11 @@ frmLocalizeLearnWindow::frmLocalizeLearnWindow(Form& form, std::function<QString
     auto* buttons = new QHBoxLayout;
     // Start and abort share one spot: only one of them shows.
     auto* startOrAbort = new QGridLayout;
+    // The window's own Cancel closes it; this one ends the learning.
+    QPushButton* abortLearning = windowparts::button(ll::cmdLocSingleHoleLearningAbort);
+    m_names->addContext(abortLearning, ll::lblLocSingleHoleLearningLegend);
     startOrAbort->addWidget(windowparts::button(ll::cmdLocSingleHoleLearningStart), 0, 0);
-    startOrAbort->addWidget(windowparts::button(ll::cmdLocSingleHoleLearningAbort), 0, 0);
+    startOrAbort->addWidget(abortLearning, 0, 0);
     buttons->addLayout(startOrAbort);
     buttons->addWidget(windowparts::button(ll::cmdLocParameterAssume));
     buttons->addStretch(1);

@@ -49,6 +49,9 @@ TrendChart::TrendChart(Form& form, TrendStore& store, std::function<QString(int)
     m_view->setChart(m_chart);
     m_view->setRenderHint(QPainter::Antialiasing);
     m_view->setMinimumSize(360, 240);
+    // A picture of the ticked values, which the lists name: not a stop for the keyboard.
+    m_view->setFocusPolicy(Qt::NoFocus);
+    m_view->viewport()->setFocusPolicy(Qt::NoFocus);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view);

@@ -59,6 +59,8 @@ frmProtocolWindow::frmProtocolWindow(Form& form, Protocol& logic, std::function<
     , m_text(std::move(text)) {
     setObjectName(form.name());
     m_views = new QTabWidget;
+    // The tab bar takes the focus and names the pages; the widget around it need not.
+    m_views->setFocusPolicy(Qt::NoFocus);
     for (const int index : {1, 2, 0}) {
         // The view sits on a page of its own: a tab page's caption is the tab's text.
         auto* page = new QWidget;

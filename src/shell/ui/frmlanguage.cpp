@@ -1,5 +1,6 @@
 #include "shell/ui/frmlanguage.h"
 
+#include "common/ui/accessibility.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/windowparts.h"
@@ -7,6 +8,7 @@
 
 #include <QButtonGroup>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -22,7 +24,7 @@ const char* const kOptionTexts[] = {"Default", "Deutsch", "English", "Français"
 frmLanguageWindow::frmLanguageWindow(Form& form, QWidget* parent)
     : QDialog(parent) {
     setObjectName(form.name());
-    auto* options = new QButtonGroup(this);
+    m_options = new QButtonGroup(this);
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(8);
@@ -32,12 +34,14 @@ frmLanguageWindow::frmLanguageWindow(Form& form, QWidget* parent)
     for (int i = 0; i <= 4; ++i) {
         auto* option =
             named<QRadioButton>(frmLanguage::optLanguage[i], QString::fromUtf8(kOptionTexts[i]));
-        options->addButton(option, i);
+        m_options->addButton(option, i);
+        option->installEventFilter(this);
         grid->addWidget(option, i, 1);
         if (i == 0) continue;
         auto* flag = label(frmLanguage::imgFlag[i]);
         flag->setPixmap(artwork::flag(i, flagSize, devicePixelRatioF()));
-        flag->setAccessibleName(option->text());
+        // The flag says again what its option says.
+        accessibility::hideDecoration(flag);
         flag->setBuddy(option);
         flag->setFixedSize(flagSize);
         grid->addWidget(flag, i, 0);
@@ -54,3 +58,20 @@ frmLanguageWindow::frmLanguageWindow(Form& form, QWidget* parent)
 }
 
 frmLanguageWindow::~frmLanguageWindow() = default;
+
+bool frmLanguageWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->modifiers() & ~Qt::KeypadModifier) return false;
+    int step = 0;
+    if (key->key() == Qt::Key_Down || key->key() == Qt::Key_Right) step = 1;
+    if (key->key() == Qt::Key_Up || key->key() == Qt::Key_Left) step = -1;
+    const int from = m_options->id(qobject_cast<QAbstractButton*>(watched));
+    if (step == 0 || from < 0) return false;
+    const int count = static_cast<int>(m_options->buttons().size());
+    QAbstractButton* next = m_options->button((from + step + count) % count);
+    next->setFocus(Qt::TabFocusReason);
+    // A click, so that the choice reaches the window model as the mouse's would.
+    next->click();
+    return true;
+}

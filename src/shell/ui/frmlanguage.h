@@ -6,6 +6,7 @@
 
 class Form;
 class FormView;
+class QButtonGroup;
 
 // The language dialog: five options, the four languages with their flags.
 class frmLanguageWindow : public QDialog {
@@ -17,6 +18,11 @@ public:
 
     FormView& view() { return *m_view; }
 
+protected:
+    // The arrow keys choose the next or previous language, as in any group of options.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    QButtonGroup* m_options = nullptr;
     std::unique_ptr<FormView> m_view;
 };

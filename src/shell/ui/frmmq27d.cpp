@@ -1,6 +1,7 @@
 #include "shell/ui/frmmq27d.h"
 
 #include "common/colors.h"
+#include "common/ui/accessibility.h"
 #include "common/ui/artwork.h"
 #include "common/ui/formview.h"
 #include "common/ui/ledpair.h"
@@ -11,6 +12,7 @@
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -38,10 +40,10 @@ frmMQ27DWindow::~frmMQ27DWindow() = default;
 
 void frmMQ27DWindow::buildMenus() {
     QMenu* file = namedMenu(menuBar(), frmMQ27D::mnuFile);
-    namedEntry(file, frmMQ27D::mnuLoad);
+    namedEntry(file, frmMQ27D::mnuLoad)->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
     namedEntry(file, frmMQ27D::mnuAutoSaveFolder);
     namedSeparator(file, frmMQ27D::mnuSep1);
-    namedEntry(file, frmMQ27D::mnuCloseApp);
+    namedEntry(file, frmMQ27D::mnuCloseApp)->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     QMenu* settings = namedMenu(menuBar(), frmMQ27D::mnuSettings);
     namedEntry(settings, frmMQ27D::mnuInterface);
     namedEntry(settings, frmMQ27D::mnuLanguage);
@@ -111,6 +113,7 @@ void frmMQ27DWindow::describeLeds() {
     auto* leds = qobject_cast<QWidget*>(m_view->target(frmMQ27D::picReceive));
     leds->setAccessibleName(receive + QStringLiteral(" / ") + send);
     leds->setAccessibleDescription(lit.join(QStringLiteral(", ")));
+    accessibility::indicatorStateChanged(leds);
 }
 
 QWidget* frmMQ27DWindow::buildMonitorFrame(const QString& frame, const QString& text,

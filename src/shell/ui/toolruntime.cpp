@@ -1,6 +1,7 @@
 #include "shell/ui/toolruntime.h"
 
 #include "common/platformservices.h"
+#include "common/ui/accessibility.h"
 #include "common/ui/artwork.h"
 #include "common/ui/desktoplauncher.h"
 #include "common/ui/widgetdialogs.h"
@@ -58,6 +59,7 @@ ToolRuntime::ToolRuntime(Options options)
     // The tool ends by its own shutdown, not when its last window is hidden.
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(artwork::trayIcon(0));
+    accessibility::showFocusOnDefaultButtons();
 
     Services services;
     services.dialogs = lentOrOwn(m_options.dialogs, m_own->dialogs);
