@@ -23,7 +23,6 @@ constexpr int kRows = 3;
 constexpr int kModuleSettingsCommand = 136;
 constexpr int kStringOffline = 540;
 constexpr int kStringNoManualRelease = 541;
-constexpr int kStringBusModules = 369;
 constexpr int kStringOhm = 414;
 
 // A whole number in full, as the field's check writes it back ("50000000", never "5e+07"),
@@ -109,7 +108,9 @@ void ExtinguishSettings::GetExtSettings() {
 void ExtinguishSettings::ApplyTexts() {
     Form& w = Window();
     const AppState& s = m_state;
-    w.setTitle(s.texts.appTitle + QStringLiteral(" - ") + s.texts.str(kStringBusModules));
+    // The window is named as the menu entry that opens it.
+    QString title = s.forms.get(frmDisplay::kName).caption(frmDisplay::mnuExtinguishSettings);
+    w.setTitle(title.remove(u'&'));
     const std::pair<QString, int> texts[] = {
         {es::lblExtSettings, 412},
         {es::lblSerialNoLegend, 47},

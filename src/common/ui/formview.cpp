@@ -125,6 +125,8 @@ bool differsFromDesign(const Element& e, ElementProperty property) {
         return e.left != design.left;
     case ElementProperty::Dot:
         return e.dotColor != design.dotColor;
+    case ElementProperty::MousePointer:
+        return e.mousePointer != design.mousePointer;
     }
     return false;
 }
@@ -286,6 +288,8 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
         return &FormView::applyTicks;
     case ElementProperty::Left:
         return &FormView::applyLeft;
+    case ElementProperty::MousePointer:
+        return &FormView::applyMousePointer;
     case ElementProperty::Top:
     case ElementProperty::Dot:
         return &FormView::applyNothing;
@@ -296,11 +300,11 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
 void FormView::applyAll() {
     // Items and range first, so that a value finds its entry and its limits.
     static constexpr ElementProperty kOrder[] = {
-        ElementProperty::Items,   ElementProperty::Ticks,     ElementProperty::Range,
-        ElementProperty::Value,   ElementProperty::Caption,   ElementProperty::Visible,
-        ElementProperty::Enabled, ElementProperty::BackColor, ElementProperty::ForeColor,
-        ElementProperty::ToolTip, ElementProperty::Top,       ElementProperty::Left,
-        ElementProperty::Dot};
+        ElementProperty::Items,   ElementProperty::Ticks,       ElementProperty::Range,
+        ElementProperty::Value,   ElementProperty::Caption,     ElementProperty::Visible,
+        ElementProperty::Enabled, ElementProperty::BackColor,   ElementProperty::ForeColor,
+        ElementProperty::ToolTip, ElementProperty::Top,         ElementProperty::Left,
+        ElementProperty::Dot,     ElementProperty::MousePointer};
     for (const QString& name : m_form.elementNames()) {
         const Element& e = m_form.element(name);
         for (ElementProperty property : kOrder)
@@ -316,9 +320,9 @@ void FormView::applyElement(const QString& name, ElementProperty property) {
     if (!target && !mirrored) return;
     ApplyingScope applying(m_applying);
     const Element& e = m_form.element(name);
-    const bool generic = property == ElementProperty::Visible ||
-                         property == ElementProperty::Enabled ||
-                         property == ElementProperty::ToolTip;
+    const bool generic =
+        property == ElementProperty::Visible || property == ElementProperty::Enabled ||
+        property == ElementProperty::ToolTip || property == ElementProperty::MousePointer;
     auto apply = [&](QObject* to) {
         if (auto* drawn = dynamic_cast<ElementWidget*>(to); drawn && !generic)
             drawn->applyElement(e, property);
@@ -473,6 +477,15 @@ void FormView::applyColor(QObject* target, std::uint32_t color, bool background)
 // A widget that places itself by the twips of the logic reads them from this property.
 void FormView::applyLeft(QObject* target, const Element& e) {
     target->setProperty("mq27LeftTwips", e.left);
+}
+
+void FormView::applyMousePointer(QObject* target, const Element& e) {
+    if (auto* widget = qobject_cast<QWidget*>(target)) {
+        if (e.mousePointer == MousePointer::HelpLink)
+            widget->setCursor(Qt::PointingHandCursor);
+        else
+            widget->unsetCursor();
+    }
 }
 
 void FormView::applyToolTip(QObject* target, const Element& e) {
