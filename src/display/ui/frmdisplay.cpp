@@ -9,10 +9,12 @@
 #include "display/ui/pageparts.h"
 
 #include <QActionGroup>
+#include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
 #include <QScrollArea>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -50,6 +52,21 @@ frmDisplayWindow::frmDisplayWindow(Form& form, std::function<QString(int)> text,
     setCentralWidget(m_tabs);
     resize(1200, 760);
     m_view = std::make_unique<FormView>(form, this);
+    // Values of a device that no longer answers stand back behind the banner.
+    connect(&form, &Form::elementChanged, this,
+            [this, &form](const QString& element, ElementProperty property) {
+                if (property != ElementProperty::Value || element != el::lblStateBanner[0]) return;
+                const bool silent = form.value(element) == 1;
+                for (QWidget* content : std::as_const(m_contents)) {
+                    if (!silent) {
+                        content->setGraphicsEffect(nullptr);
+                        continue;
+                    }
+                    auto* dim = new QGraphicsOpacityEffect(content);
+                    dim->setOpacity(0.45);
+                    content->setGraphicsEffect(dim);
+                }
+            });
 }
 
 frmDisplayWindow::~frmDisplayWindow() = default;
@@ -103,6 +120,16 @@ QWidget* frmDisplayWindow::buildPage(int page, QWidget* content) {
     header->addWidget(lamp);
     header->addWidget(label(el::lblReceiveLEDLegend[page]));
 
+    // Says on every page when the values are not those of a device that answers now.
+    auto* banner = label(el::lblStateBanner[page]);
+    banner->setWordWrap(true);
+    banner->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    banner->setAutoFillBackground(true);
+    banner->setFrameShape(QFrame::StyledPanel);
+    banner->setMargin(style()->pixelMetric(QStyle::PM_LayoutTopMargin) / 2);
+    banner->setFont(bold);
+    m_contents << content;
+
     auto* scroll = new QScrollArea;
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
@@ -112,6 +139,7 @@ QWidget* frmDisplayWindow::buildPage(int page, QWidget* content) {
     auto* tab = named<QWidget>(el::tabDisplay[page]);
     auto* layout = new QVBoxLayout(tab);
     layout->addLayout(header);
+    layout->addWidget(banner);
     layout->addWidget(divider());
     layout->addWidget(scroll, 1);
     return tab;
