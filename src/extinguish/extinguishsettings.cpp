@@ -237,8 +237,13 @@ QStringList ExtinguishSettings::Differences() const {
 }
 
 void ExtinguishSettings::ShowWaiting(const QStringList& differing) {
-    showWaitingNote(m_state.texts, Window(), es::lblSettingsWaiting,
-                    CurrentState() == State::Waiting, m_sentAt, differing);
+    const bool waiting = CurrentState() == State::Waiting;
+    QList<ComparedRow> rows;
+    for (int i = 0; i < kRows; ++i)
+        rows.append({es::lblParameterName[i], es::lblParameterValue[i], es::txtParameterValue[i],
+                     es::lblParameterUnit[i]});
+    const QStringList notes = markRefusedRows(m_state.texts, Window(), rows, differing, waiting);
+    showWaitingNote(m_state.texts, Window(), es::lblSettingsWaiting, waiting, m_sentAt, notes);
 }
 
 void ExtinguishSettings::Form_Load() {
