@@ -32,6 +32,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QSpinBox>
+#include <QStyle>
 #include <QTabWidget>
 
 namespace {
@@ -147,6 +148,33 @@ private:
 
 Qt::CheckState tickOf(const Element& e, qsizetype row) {
     return row < e.ticks.size() && e.ticks[row] ? Qt::Checked : Qt::Unchecked;
+}
+
+// A window opens no larger than the free area of its screen, less the frame the window
+// manager adds, so that its buttons stay in reach on a laptop screen; a layout that needs
+// more than that is the window's own fault and shows as such.
+void fitToScreen(QWidget* window) {
+    QScreen* screen = window->screen();
+    if (!screen) return;
+    window->ensurePolished();
+    if (QLayout* layout = window->layout()) layout->activate();
+    QSize frame = window->frameGeometry().size() - window->geometry().size();
+    if (frame.height() <= 0)
+        frame = QSize(0, window->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, window));
+    const QRect available = screen->availableGeometry();
+    const QSize room = available.size() - frame;
+    const QSize wanted =
+        window->testAttribute(Qt::WA_Resized) ? window->size() : window->sizeHint();
+    if (wanted.width() > room.width() || wanted.height() > room.height())
+        window->resize(wanted.boundedTo(room).expandedTo(window->minimumSizeHint()));
+    if (!window->testAttribute(Qt::WA_Moved)) return;
+    const QSize size = window->size() + frame;
+    QPoint topLeft = window->pos();
+    topLeft.setX(std::clamp(topLeft.x(), available.left(),
+                            std::max(available.left(), available.right() + 1 - size.width())));
+    topLeft.setY(std::clamp(topLeft.y(), available.top(),
+                            std::max(available.top(), available.bottom() + 1 - size.height())));
+    window->move(topLeft);
 }
 
 } // namespace
@@ -562,6 +590,7 @@ void FormView::showWindow() {
         m_window->hide();
         m_window->setWindowModality(modality);
     }
+    fitToScreen(m_window);
     m_window->show();
     bringToFront();
 }
@@ -607,7 +636,8 @@ bool FormView::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         return true;
     }
-    if (event->type() == QEvent::KeyPress && qobject_cast<QDialog*>(m_window)) {
+    if (event->type() == QEvent::KeyPress &&
+        (qobject_cast<QDialog*>(m_window) || !m_escapeElement.isEmpty())) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Escape && key->modifiers() == Qt::NoModifier)
             return pressEscape();
