@@ -21,6 +21,7 @@ private Q_SLOTS:
     void helpButtonOneOnlyDescribes();
     void helpLinksShowTheirPointer();
     void windowsNamedAsTheirMenus();
+    void temperatureColoursExplained();
     void silenceAndFileSaidOnEveryPage();
 };
 
@@ -193,6 +194,21 @@ void TestMainView::windowsNamedAsTheirMenus() {
                  view.caption("mnuExtinguishSettings").remove(u'&'));
         QCOMPARE(t.app->forms().frmDeviceSettings().title(),
                  view.caption("mnuDeviceSettings").remove(u'&'));
+    }
+}
+
+// Each sensor's tool tip says, in each language, what its yellow and red mean.
+void TestMainView::temperatureColoursExplained() {
+    TestApp t;
+    QSet<QString> seen;
+    for (int language = 1; language <= 4; ++language) {
+        t.app->languages().SwitchToLanguage(language);
+        const Form& view = t.app->forms().frmDisplay();
+        for (int n = 0; n < 5; ++n) {
+            const QString tip = view.toolTip(QStringLiteral("lblSensorTemp_%1").arg(n));
+            QVERIFY2(tip.contains(QString::number(n + 1)) && !seen.contains(tip), qPrintable(tip));
+            seen.insert(tip);
+        }
     }
 }
 
