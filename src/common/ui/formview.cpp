@@ -592,6 +592,8 @@ void FormView::showWindow() {
     }
     fitToScreen(m_window);
     m_window->show();
+    // The frame the window manager adds is known only now.
+    fitToScreen(m_window);
     bringToFront();
 }
 
