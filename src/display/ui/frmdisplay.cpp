@@ -9,10 +9,10 @@
 #include "display/ui/pageparts.h"
 
 #include <QActionGroup>
-#include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPalette>
 #include <QScrollArea>
 #include <QStyle>
 #include <QTabWidget>
@@ -52,19 +52,23 @@ frmDisplayWindow::frmDisplayWindow(Form& form, std::function<QString(int)> text,
     setCentralWidget(m_tabs);
     resize(1200, 760);
     m_view = std::make_unique<FormView>(form, this);
-    // Values of a device that no longer answers stand back behind the banner.
+    // Values of a device that no longer answers stand back behind the banner: their texts
+    // take the style's colour of disabled text, while the controls stay usable. (An opacity
+    // effect over a scrolled page leaves half-painted texts behind as values change.)
     connect(&form, &Form::elementChanged, this,
             [this, &form](const QString& element, ElementProperty property) {
                 if (property != ElementProperty::Value || element != el::lblStateBanner[0]) return;
                 const bool silent = form.value(element) == 1;
                 for (QWidget* content : std::as_const(m_contents)) {
                     if (!silent) {
-                        content->setGraphicsEffect(nullptr);
+                        content->setPalette(QPalette());
                         continue;
                     }
-                    auto* dim = new QGraphicsOpacityEffect(content);
-                    dim->setOpacity(0.45);
-                    content->setGraphicsEffect(dim);
+                    QPalette dimmed = content->palette();
+                    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+                        for (auto group : {QPalette::Active, QPalette::Inactive})
+                            dimmed.setColor(group, role, dimmed.color(QPalette::Disabled, role));
+                    content->setPalette(dimmed);
                 }
             });
 }
