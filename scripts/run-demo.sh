@@ -56,6 +56,20 @@ else
     mv "$config.new" "$config"
 fi
 
+# A first demo start speaks the system's language, English where the tool has none of it;
+# a language chosen in the tool later stays.
+if ! grep -q '^Language=' "$config"; then
+    case ${LC_ALL:-${LC_MESSAGES:-${LANG:-}}} in
+    de*) language=1 ;;
+    fr*) language=3 ;;
+    nl*) language=4 ;;
+    *) language=2 ;;
+    esac
+    awk -v language="$language" '{ print } $0 == "[General]" { print "Language=" language }' \
+        "$config" >"$config.new"
+    mv "$config.new" "$config"
+fi
+
 "$sim" --profile "$repo/tools/profiles/full.json" --link "$link" --log "$log" \
     >"$work/mq27sim.out" 2>&1 &
 sim_pid=$!

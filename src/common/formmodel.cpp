@@ -140,6 +140,10 @@ void Form::setDot(const QString& element, std::uint32_t color) {
     assign(element, &Element::dotColor, color, ElementProperty::Dot);
 }
 
+void Form::setMousePointer(const QString& element, MousePointer pointer) {
+    assign(element, &Element::mousePointer, pointer, ElementProperty::MousePointer);
+}
+
 void Form::setTitle(const QString& title) {
     if (m_title == title) return;
     m_title = title;

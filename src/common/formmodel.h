@@ -10,6 +10,9 @@
 #include <QString>
 #include <QStringList>
 
+// The pointer over an element: a help link says that a click opens help.
+enum class MousePointer { Default, HelpLink };
+
 // What one named element of a window holds. Which fields matter depends on its kind: a
 // label shows its caption, a tick box its value, a gauge its value within its range.
 struct Element {
@@ -29,6 +32,7 @@ struct Element {
     int top = 0;       // vertical position, in twips, where the logic places an element
     int left = 0;      // horizontal position, in twips, from the left edge of what it follows
     std::uint32_t dotColor = colors::kDefault; // fill of a dot drawn into a box; none by default
+    MousePointer mousePointer = MousePointer::Default;
 };
 
 enum class ElementProperty {
@@ -44,7 +48,8 @@ enum class ElementProperty {
     Ticks,
     Top,
     Left,
-    Dot
+    Dot,
+    MousePointer
 };
 
 // The state of one window, by element name. The logic reads and writes it; a view
@@ -82,6 +87,7 @@ public:
     int top(const QString& element) const { return this->element(element).top; }
     int left(const QString& element) const { return this->element(element).left; }
     std::uint32_t dotColor(const QString& e) const { return element(e).dotColor; }
+    MousePointer mousePointer(const QString& e) const { return element(e).mousePointer; }
 
     void setCaption(const QString& element, const QString& caption);
     void setValue(const QString& element, double value);
@@ -101,6 +107,7 @@ public:
     void setLeft(const QString& element, int left);
     // A filled dot of `color` in the middle of a box; colors::kDefault takes it away.
     void setDot(const QString& element, std::uint32_t color);
+    void setMousePointer(const QString& element, MousePointer pointer);
 
     // The window itself.
     QString title() const { return m_title; }

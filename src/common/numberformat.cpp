@@ -59,11 +59,13 @@ std::string roundDigits(const std::string& digits, int decimals) {
 
 template <class Number>
 std::string shortest(Number value) {
-    char buffer[64];
-    // Whole numbers in full ("100000", not the shorter "1e+05"), as far as they fit.
-    const bool whole = std::trunc(value) == value && std::fabs(value) < Number(1e21);
+    // The largest double has 309 whole digits.
+    char buffer[400];
+    // Whole numbers in full and exact ("100000", not "1e+05"; the largest single as its 39
+    // digits, as the main view's fixed formats show it), so that no whole number gets a mark.
+    const bool whole = std::trunc(value) == value;
     const auto result =
-        whole ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed)
+        whole ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 0)
               : std::to_chars(buffer, buffer + sizeof buffer, value);
     return std::string(buffer, result.ptr);
 }

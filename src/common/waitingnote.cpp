@@ -1,5 +1,6 @@
 #include "common/waitingnote.h"
 
+#include "common/colors.h"
 #include "common/formmodel.h"
 #include "common/texts.h"
 
@@ -9,6 +10,7 @@ namespace {
 
 constexpr int kStringWaiting = 506;
 constexpr int kStringStillDifferent = 507;
+constexpr int kStringDeviceReports = 823;
 
 } // namespace
 
@@ -25,4 +27,20 @@ void showWaitingNote(const Texts& texts, Form& form, const QString& label, bool 
         text +=
             u' ' + texts.str(kStringStillDifferent) + u' ' + differing.join(QStringLiteral(", "));
     form.setCaption(label, text);
+}
+
+QStringList markRefusedRows(const Texts& texts, Form& form, std::span<const ComparedRow> rows,
+                            const QStringList& differing, bool waiting) {
+    QStringList notes;
+    if (!waiting) return notes;
+    for (const ComparedRow& row : rows) {
+        const QString name = form.caption(row.name);
+        const bool refused = differing.contains(name);
+        form.setBackColor(row.field, refused ? colors::kYellow : colors::kWindowBackground);
+        if (!refused) continue;
+        const QString reported =
+            (form.caption(row.label) + u' ' + form.caption(row.unit)).trimmed();
+        notes << texts.str(kStringDeviceReports).arg(name, reported);
+    }
+    return notes;
 }

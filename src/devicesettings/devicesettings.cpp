@@ -313,8 +313,13 @@ QStringList DeviceSettings::Differences(Page page) const {
 }
 
 void DeviceSettings::ShowWaiting(Page page, const QStringList& differing) {
-    showWaitingNote(m_texts, Window(), elementsOf(page).waiting, StateOf(page) == State::Comparing,
-                    m_sentAt[page], differing);
+    const PageElements& e = elementsOf(page);
+    const bool waiting = StateOf(page) == State::Comparing;
+    QList<ComparedRow> rows;
+    for (int i = 0; i < e.rows; ++i)
+        rows.append({e.name[i], e.label[i], e.field[i], e.unit[i]});
+    const QStringList notes = markRefusedRows(m_texts, Window(), rows, differing, waiting);
+    showWaitingNote(m_texts, Window(), e.waiting, waiting, m_sentAt[page], notes);
 }
 
 // A plain number: whole numbers in full, as they are typed, never in the exponent form that

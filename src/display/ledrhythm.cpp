@@ -64,6 +64,18 @@ void LedRhythm::tmrFlash_Timer() {
     paint(Rhythm::Flash, m_flashPhase);
 }
 
+void LedRhythm::Hold(bool held) {
+    if (held) {
+        m_tmrBlink.disable();
+        m_tmrFlash.disable();
+        paint(Rhythm::Blink, true);
+        paint(Rhythm::Flash, true);
+    } else {
+        m_tmrBlink.enable();
+        m_tmrFlash.enable();
+    }
+}
+
 void LedRhythm::paint(Rhythm rhythm, bool lit) {
     for (const Led& led : ledTable()) {
         const double state = m_view.value(led.element);

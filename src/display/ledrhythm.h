@@ -21,6 +21,9 @@ public:
 
     void tmrBlink_Timer();
     void tmrFlash_Timer();
+    // Held, the lamps stand still: a lamp the device reported lit in any rhythm stays lit,
+    // because the device is no longer heard. Let go, the rhythms go on.
+    void Hold(bool held);
 
     // The elements the timers paint.
     static QSet<QString> elements();

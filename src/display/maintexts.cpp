@@ -247,6 +247,9 @@ void toolTips(Words& s) {
         v.setToolTip(el::picFirePlace[i], s(24) + u' ' + QChar(u'A' + i));
     for (int i = 0; i < 34; ++i)
         v.setToolTip(el::picErr[i], v.caption(el::lblErr[i]));
+    // The colours of a temperature are the device's verdict on that sensor, not a scale.
+    for (int n = 0; n < 5; ++n)
+        v.setToolTip(el::lblSensorTemp[n], s(824).arg(n + 1));
 }
 
 } // namespace

@@ -150,6 +150,7 @@ void MainView::Form_Load() {
           el::lblChamber[0], el::lblChamber[1], el::lblChamberLegend[0], el::lblChamberLegend[1]})
         view.setBackColor(element, colors::kButtonFace);
     view.setEnabled(el::picManAct[20], false);
+    InitLegendFonts();
     // The chamber gauges span -100 % to 100 %; the air-flow gauge takes its range from the
     // device at every refresh.
     // The smoke bars show the percentage of the alarm threshold, 0 to 100.
@@ -169,6 +170,17 @@ void MainView::Form_Load() {
     m_pages.cmdRelayCancel_Click();
     m_pages.cmdSensorTempAlarmCancel_Click();
     CheckUnitMenus();
+}
+
+// What a click opens help on shows it by the pointer.
+void MainView::InitLegendFonts() {
+    Form& view = m_view;
+    for (const QString& element :
+         {el::lblAirFlowLegend.name(), el::lblAirFlow.name(), el::lblChamberLegend[0],
+          el::lblChamberLegend[1], el::lblChamber[0], el::lblChamber[1]})
+        view.setMousePointer(element, MousePointer::HelpLink);
+    for (int i = 0; i < 34; ++i)
+        view.setMousePointer(el::picErr[i], MousePointer::HelpLink);
 }
 
 void MainView::CheckUnitMenus() {

@@ -86,6 +86,7 @@ Q_SIGNALS:
 
 private:
     void Form_Load();
+    void InitLegendFonts();
     void CheckUnitMenus();
     void OnClicked(const QString& element);
     void OnMouseClicked(const QString& element, int button);

@@ -37,7 +37,8 @@
     MANY(lblSerialNoLegend, Label, 0, 7)                                                           \
     MANY(lblSerialNo, Label, 0, 7)                                                                 \
     MANY(picReceiveLED, Box, 0, 7)                                                                 \
-    MANY(lblReceiveLEDLegend, Label, 0, 7)
+    MANY(lblReceiveLEDLegend, Label, 0, 7)                                                         \
+    MANY(lblStateBanner, Label, 0, 7)
 
 // Page 0, the state of the device at a glance: lamps, alarms, relays, inputs, identity.
 #define FRMDISPLAY_STATUS(ONE, MANY, MORE)                                                         \

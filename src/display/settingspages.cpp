@@ -24,6 +24,9 @@ namespace {
 // the device's value, or after the field and its up/down element while editing.
 constexpr int kUnitAfterLabel = 850;
 constexpr int kUnitAfterField = 1080;
+constexpr int kStringOn = 52;
+constexpr int kStringOff = 53;
+constexpr int kStringDeviceReports = 823;
 
 int at(Page page) {
     return static_cast<int>(page);
@@ -467,9 +470,36 @@ QStringList SettingsPages::differences(const Form& view, ValueStore* values, Pag
     return differing;
 }
 
+// The note names what the device reports for each field it has not taken, and those fields
+// stay marked while the page waits, so that a refused value is seen at once.
 void SettingsPages::showWaiting(Page page, const QStringList& differing) {
-    showWaitingNote(m_texts, view(), waitingLabel(page), state(page) == State::Waiting,
-                    m_sentAt[at(page)], differing);
+    Form& v = view();
+    const bool waiting = state(page) == State::Waiting;
+    QStringList notes;
+    for (const QString& legend : differing) {
+        QString reported;
+        for (const SettingDescriptor* s : settingsOf(page)) {
+            if (v.caption(s->legendElement()) != legend) continue;
+            if (s->kind == Kind::Switch) {
+                reported = m_texts.str(v.isChecked(s->shownBox()) ? kStringOn : kStringOff);
+                continue;
+            }
+            if (s->kind == Kind::Relay) continue;
+            QStringList parts;
+            for (int field = 0; field < s->fieldCount(); ++field)
+                parts << v.caption(s->labelElement(field)) + u' ' +
+                             v.caption(s->unitElement(field));
+            reported = parts.join(u' ');
+        }
+        notes << (reported.isEmpty() ? legend
+                                     : m_texts.str(kStringDeviceReports).arg(legend, reported));
+    }
+    for (const TextField& t : textFields(page)) {
+        const bool refused = waiting && differing.contains(v.caption(t.setting->legendElement()));
+        v.setBackColor(t.setting->fieldElement(t.field),
+                       refused ? colors::kYellow : colors::kWindowBackground);
+    }
+    showWaitingNote(m_texts, v, waitingLabel(page), waiting, m_sentAt[at(page)], notes);
 }
 
 bool SettingsPages::finishIfEqual(Page page) {

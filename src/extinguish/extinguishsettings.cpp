@@ -25,7 +25,6 @@ constexpr int kRows = 3;
 constexpr int kModuleSettingsCommand = 136;
 constexpr int kStringOffline = 540;
 constexpr int kStringNoManualRelease = 541;
-constexpr int kStringBusModules = 369;
 constexpr int kStringOhm = 414;
 
 // A whole number in full, as the field's check writes it back ("50000000", never "5e+07"),
@@ -113,7 +112,9 @@ void ExtinguishSettings::GetExtSettings() {
 
 void ExtinguishSettings::ApplyTexts() {
     Form& w = Window();
-    w.setTitle(m_texts.appTitle + QStringLiteral(" - ") + m_texts.str(kStringBusModules));
+    // The window is named as the menu entry that opens it.
+    QString title = m_display.caption(frmDisplay::mnuExtinguishSettings);
+    w.setTitle(title.remove(u'&'));
     const std::pair<QString, int> texts[] = {
         {es::lblExtSettings, 412},
         {es::lblSerialNoLegend, 47},
@@ -240,8 +241,13 @@ QStringList ExtinguishSettings::Differences() const {
 }
 
 void ExtinguishSettings::ShowWaiting(const QStringList& differing) {
-    showWaitingNote(m_texts, Window(), es::lblSettingsWaiting, CurrentState() == State::Waiting,
-                    m_sentAt, differing);
+    const bool waiting = CurrentState() == State::Waiting;
+    QList<ComparedRow> rows;
+    for (int i = 0; i < kRows; ++i)
+        rows.append({es::lblParameterName[i], es::lblParameterValue[i], es::txtParameterValue[i],
+                     es::lblParameterUnit[i]});
+    const QStringList notes = markRefusedRows(m_texts, Window(), rows, differing, waiting);
+    showWaitingNote(m_texts, Window(), es::lblSettingsWaiting, waiting, m_sentAt, notes);
 }
 
 void ExtinguishSettings::Form_Load() {

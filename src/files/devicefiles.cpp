@@ -83,6 +83,7 @@ void DeviceFiles::LoadDeviceFile(const QString& fileName) {
         // A telegram of another family has handed the tool over and closed it.
         if (m_life.closing()) return;
     }
+    Q_EMIT FileShown(m_link.LoadedFileName());
 }
 
 std::optional<Bytes> DeviceFiles::ReadDeviceFile(const QString& fileName) {

@@ -49,6 +49,10 @@ public:
     void ArmAutoSave() { m_autoSavePending = true; }
     bool AutoSavePending() const { return m_autoSavePending; }
 
+Q_SIGNALS:
+    // A read-out from `fileName` is on screen in place of a device.
+    void FileShown(const QString& fileName);
+
 private:
     void SaveByUser(const Bytes& block);
     void AutoSave(const Bytes& block, double serial);

@@ -35,8 +35,23 @@ void takeTelegram(const Bytes& t, ValueStore& values, QString& lastSerialNo, Loa
 
 LoadReport LoadIntoStore(const QString& path, ValueStore& values) {
     LoadReport report;
-    if (!QFileInfo(path).isFile()) {
+    switch (ko3::CheckReadable(path)) {
+    case ko3::FileProblem::None:
+        break;
+    case ko3::FileProblem::Missing:
         report.error = QStringLiteral("no such file");
+        return report;
+    case ko3::FileProblem::Folder:
+        report.error = QStringLiteral("it is a folder");
+        return report;
+    case ko3::FileProblem::NotRegular:
+        report.error = QStringLiteral("it is not a regular file");
+        return report;
+    case ko3::FileProblem::TooLarge:
+        report.error = QStringLiteral("it is too large (%1 bytes)").arg(QFileInfo(path).size());
+        return report;
+    case ko3::FileProblem::Unreadable:
+        report.error = QStringLiteral("no permission to read it");
         return report;
     }
     const auto line = ko3::ReadFirstLine(path);

@@ -29,6 +29,7 @@ constexpr int kStringWriteFailed = 709;
 constexpr int kStringOpenFailed = 710;
 constexpr int kStringPicture = 711;
 constexpr int kStringExportFailed = 713;
+constexpr int kStringClose = 76;
 constexpr int kDefaultSpan = 1; // 10 min
 
 const QString kTitle = QStringLiteral("KOMPA");
@@ -170,6 +171,7 @@ void DataLogger::ApplyTexts() {
     form.setValue(lg::cboTrendSpan, span);
     form.setCaption(lg::chkTrendPause, m_texts.str(kStringPause));
     form.setCaption(lg::cmdTrendExport, m_texts.str(kStringExport));
+    form.setCaption(lg::cmdClose, m_texts.str(kStringClose));
     for (int which : {Excel, MathCad})
         ShowRecords(which);
 }
@@ -394,6 +396,8 @@ void DataLogger::OnClicked(const QString& element) {
         cmdStop_Click();
     else if (element == lg::cmdTrendExport)
         ExportTrend();
+    else if (element == lg::cmdClose)
+        m_window.hide(); // as the window's own close: the recording goes on
 }
 
 void DataLogger::OnEdited(const QString& element) {

@@ -26,6 +26,7 @@
     ONE(cboTrendSpan, Combo)                                                                       \
     ONE(chkTrendPause, Check)                                                                      \
     ONE(cmdTrendExport, Button)                                                                    \
-    ONE(picTrend, Image)
+    ONE(picTrend, Image)                                                                           \
+    ONE(cmdClose, Button)
 
 MQ27_DECLARE_FORM(frmLogdataDev, FRMLOGDATADEV_ELEMENTS)

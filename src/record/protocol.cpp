@@ -377,8 +377,10 @@ QString Protocol::Page_One(const QString& comment1, const QString& comment2) {
                                      : d.isChecked(relay->optionBox(k - kRelayEvents)));
             page.addCells(cells);
         }
-        page.blank();
     }
+    // A blank before the temperature alarms also without the relay table, so that they
+    // stand apart from the fan voltage.
+    page.blank();
     page.addCells(
         QStringList{c.left(c.caption(dv::lblSensorTempAlarmLegend[5]) + u':', kLegendWidth)} +
         c.numbers().mid(1));
@@ -439,7 +441,6 @@ QString Protocol::Page_Two() {
                   c.withUnit(dv::lblSuckFanVoltage, dv::lblSuckFanVoltageUnit, kMarkWidth)});
     }
 
-    page.blank();
     c.heading(page, c.caption(dv::tabDisplay[frmDisplayPage::ModulesA]));
     const auto mark = [&c](bool on) {
         return c.left(on ? QStringLiteral("X") : QStringLiteral("-"), kModuleWidth);

@@ -19,6 +19,7 @@
 #include "shell/helplink.h"
 #include "shell/languages.h"
 #include "shell/linewindows.h"
+#include "shell/livestate.h"
 
 Program::Program(const Services& services, SerialPortDevice* port, QObject* parent)
     : QObject(parent)
@@ -76,6 +77,7 @@ void Program::makeParts(SerialPortDevice* port) {
     m_shell = std::make_unique<AppShell>(m_forms, m_preferences, m_texts, m_settings, m_services,
                                          m_life, *m_link, *m_files, *m_languages, *m_portWindow,
                                          *m_mainView, m_values);
+    m_live = std::make_unique<LiveState>(m_forms, m_texts, m_session, m_mainView->Leds());
 }
 
 void Program::connectParts() {
@@ -97,6 +99,7 @@ void Program::connectParts() {
     connectTelegramRoad();
     connectWindows();
     connectLanguage();
+    connectLiveState();
     connect(m_shell.get(), &AppShell::QuitRequested, this, &Program::quitRequested,
             Qt::DirectConnection);
 }
@@ -219,4 +222,33 @@ void Program::connectLanguage() {
     // After the main view's texts: the window's title is the main view's menu entry.
     connect(languages, &Languages::LanguageSwitched, m_deviceSettings.get(),
             &DeviceSettings::ApplyTexts, direct);
+}
+
+// Live or not: the poll's missed answers and the telegrams taken tell a silent device, the
+// file load a read-out; a port chosen or a search started gives the windows back to the line.
+// Locks are taken back after each window's own handlers, which were connected before.
+void Program::connectLiveState() {
+    const auto direct = Qt::DirectConnection;
+    LiveState* live = m_live.get();
+    connect(&m_engine->tmrTimeout(), &FormTimer::timeout, live, &LiveState::answerMissed, direct);
+    connect(
+        m_decoder.get(), &TelegramDecoder::TelegramTimed, live,
+        [this](const QDateTime& time) { m_live->telegramTaken(time, m_link->DataFromFile()); },
+        direct);
+    connect(m_files.get(), &DeviceFiles::FileShown, live, &LiveState::showFile, direct);
+    connect(m_mainView.get(), &MainView::DeviceSearchRequested, live, &LiveState::showLive, direct);
+    connect(
+        &m_forms.frmInterface(), &Form::clicked, live,
+        [this](const QString& element) {
+            if (element == frmInterface::cmdOKButton) m_live->showLive();
+        },
+        direct);
+    connect(m_languages.get(), &Languages::LanguageSwitched, live, &LiveState::applyTexts, direct);
+    connect(m_decoder.get(), &TelegramDecoder::DisplayRefreshDue, live, &LiveState::applyLocks,
+            direct);
+    for (Form* form : {&m_forms.frmDisplay(), &m_forms.frmExtinguishSettings(),
+                       &m_forms.frmDeviceSettings(), &m_forms.frmLocalizeLearn()}) {
+        connect(form, &Form::clicked, live, &LiveState::applyLocks, direct);
+        connect(form, &Form::loaded, live, &LiveState::applyLocks, direct);
+    }
 }

@@ -35,6 +35,7 @@ class DataLogger;
 class Protocol;
 class StartWindow;
 class PortWindow;
+class LiveState;
 
 // The one place where the program is put together: it makes every part, gives each the
 // services and window models it works with and the parts below it, and connects the signals
@@ -79,6 +80,7 @@ public:
     DataLogger& logger() { return *m_logger; }
     Protocol& protocol() { return *m_protocol; }
     PortWindow& portWindow() { return *m_portWindow; }
+    LiveState& live() { return *m_live; }
 
 Q_SIGNALS:
     // Shutdown has unloaded the start window; the program ends.
@@ -92,6 +94,7 @@ private:
     void connectTelegramRoad();
     void connectWindows();
     void connectLanguage();
+    void connectLiveState();
 
     SystemClock m_systemClock;
     const Services m_services;
@@ -121,4 +124,5 @@ private:
     std::unique_ptr<StartWindow> m_startWindow;
     std::unique_ptr<PortWindow> m_portWindow;
     std::unique_ptr<AppShell> m_shell;
+    std::unique_ptr<LiveState> m_live;
 };

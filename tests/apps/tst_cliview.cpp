@@ -63,23 +63,34 @@ private Q_SLOTS:
         QVERIFY(run.out.contains(QStringLiteral("picLocLearnModeLED\tledstate\t0")));
     }
 
+    // Each refusal says why on one line: a file that is there but no regular file is not
+    // called missing.
     void refusals_data() {
         QTest::addColumn<QStringList>("args");
         QTest::addColumn<int>("exitCode");
-        QTest::newRow("missing file") << QStringList{QStringLiteral("/nonexistent.ko3")} << 1;
-        QTest::newRow("unknown option") << QStringList{sample(), QStringLiteral("--colour")} << 2;
+        QTest::addColumn<QString>("why");
+        QTest::newRow("missing file")
+            << QStringList{QStringLiteral("/nonexistent.ko3")} << 1 << "no such file";
+        QTest::newRow("device file")
+            << QStringList{QStringLiteral("/dev/zero")} << 1 << "not a regular file";
+        QTest::newRow("folder") << QStringList{QStringLiteral("/")} << 1 << "a folder";
+        QTest::newRow("unknown option")
+            << QStringList{sample(), QStringLiteral("--colour")} << 2 << "unknown option";
         QTest::newRow("unknown language")
-            << QStringList{sample(), QStringLiteral("--language"), QStringLiteral("xx")} << 2;
+            << QStringList{sample(), QStringLiteral("--language"), QStringLiteral("xx")} << 2
+            << "--language";
         QTest::newRow("unknown window")
-            << QStringList{sample(), QStringLiteral("--form"), QStringLiteral("frmNone")} << 2;
+            << QStringList{sample(), QStringLiteral("--form"), QStringLiteral("frmNone")} << 2
+            << "no such window";
     }
     void refusals() {
         QFETCH(QStringList, args);
         QFETCH(int, exitCode);
+        QFETCH(QString, why);
         const Run run = view(args);
         QCOMPARE(run.exitCode, exitCode);
         QVERIFY(run.out.isEmpty());
-        QVERIFY(!run.err.isEmpty());
+        QVERIFY2(run.err.contains(why), qPrintable(run.err));
     }
 };
 

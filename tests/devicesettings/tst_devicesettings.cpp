@@ -66,9 +66,12 @@ private Q_SLOTS:
         QCOMPARE(rig.resistors(), State::Comparing);
         QVERIFY(w.isVisible(ds::lblSettingsWaiting));
         const QString waiting = w.caption(ds::lblSettingsWaiting);
-        QVERIFY2(waiting.contains(QStringLiteral("Alarm resistance")) &&
-                     !waiting.contains(QStringLiteral("Normal resistance")),
-                 qPrintable(waiting));
+        QVERIFY2(
+            waiting.contains(QStringLiteral("Alarm resistance: the device reports 1200 Ohm")) &&
+                !waiting.contains(QStringLiteral("Normal resistance")),
+            qPrintable(waiting));
+        QCOMPARE(w.backColor(ds::txtParameterValue[0]), colors::kYellow);
+        QCOMPARE(w.backColor(ds::txtParameterValue[1]), colors::kWindowBackground);
 
         // A round 100000 reads back in full, not as "1e+05", or the comparison never ends.
         rig.set("controller.alarmResistorValue", 100000);

@@ -1,6 +1,7 @@
 #include "display/mainview.h"
 #include "shell/appshell.h"
 #include "shell/languages.h"
+#include "shell/livestate.h"
 #include "support/fakes.h"
 #include "values/valuestore.h"
 
@@ -18,6 +19,10 @@ private Q_SLOTS:
     void helpTopics_data();
     void helpTopics();
     void helpButtonOneOnlyDescribes();
+    void helpLinksShowTheirPointer();
+    void windowsNamedAsTheirMenus();
+    void temperatureColoursExplained();
+    void silenceAndFileSaidOnEveryPage();
 };
 
 void TestMainView::loadPreparesMenusAndTabs() {
@@ -167,6 +172,84 @@ void TestMainView::helpButtonOneOnlyDescribes() {
     QCOMPARE(t.dialogs.shown.size(), 1);
     QVERIFY(t.dialogs.shown.first().text.startsWith("File not found"));
     QVERIFY(t.launcher.started.isEmpty());
+}
+
+// What a click opens help on carries the pointer of a help link, and nothing else does.
+void TestMainView::helpLinksShowTheirPointer() {
+    TestApp t;
+    Form& view = t.app->forms().frmDisplay();
+    view.load();
+    for (const char* e : {"lblAirFlowLegend", "lblAirFlow", "lblChamberLegend_1", "lblChamber_0",
+                          "picErr_0", "picErr_33"})
+        QVERIFY2(view.mousePointer(e) == MousePointer::HelpLink, e);
+    QVERIFY(view.mousePointer("lblTemperature") == MousePointer::Default);
+}
+
+void TestMainView::windowsNamedAsTheirMenus() {
+    TestApp t;
+    for (int language = 1; language <= 4; ++language) {
+        t.app->languages().SwitchToLanguage(language);
+        const Form& view = t.app->forms().frmDisplay();
+        QCOMPARE(t.app->forms().frmExtinguishSettings().title(),
+                 view.caption("mnuExtinguishSettings").remove(u'&'));
+        QCOMPARE(t.app->forms().frmDeviceSettings().title(),
+                 view.caption("mnuDeviceSettings").remove(u'&'));
+    }
+}
+
+// Each sensor's tool tip says, in each language, what its yellow and red mean.
+void TestMainView::temperatureColoursExplained() {
+    TestApp t;
+    QSet<QString> seen;
+    for (int language = 1; language <= 4; ++language) {
+        t.app->languages().SwitchToLanguage(language);
+        const Form& view = t.app->forms().frmDisplay();
+        for (int n = 0; n < 5; ++n) {
+            const QString tip = view.toolTip(QStringLiteral("lblSensorTemp_%1").arg(n));
+            QVERIFY2(tip.contains(QString::number(n + 1)) && !seen.contains(tip), qPrintable(tip));
+            seen.insert(tip);
+        }
+    }
+}
+
+// Three missed answers in a row say so on every page and hold the lamps; the next answer
+// takes it back. A file shown says so and locks what would send, until a search.
+void TestMainView::silenceAndFileSaidOnEveryPage() {
+    TestApp t;
+    t.app->languages().SwitchToLanguage(2);
+    t.app->session().setSerialNo(QStringLiteral("1234567"));
+    LiveState& live = t.app->live();
+    Form& view = t.app->forms().frmDisplay();
+    const QDateTime heard(QDate(2024, 5, 6), QTime(17, 11, 34));
+    live.telegramTaken(heard, false);
+    QSignalSpy began(&live, &LiveState::silenceBegan);
+    for (int miss = 1; miss <= 4; ++miss) {
+        live.answerMissed();
+        QCOMPARE(view.isVisible("lblStateBanner_7"), miss >= LiveState::kMissesForSilence);
+    }
+    QCOMPARE(began.size(), 1);
+    QCOMPARE(view.caption("lblStateBanner_0"),
+             QStringLiteral("No answer from 1234567 since 17:11:34"));
+    QVERIFY(!t.app->mainView().Leds().tmrBlink().isEnabled());
+    live.telegramTaken(heard.addSecs(60), false);
+    QVERIFY(!view.isVisible("lblStateBanner_3"));
+    QVERIFY(t.app->mainView().Leds().tmrBlink().isEnabled());
+
+    live.telegramTaken(heard, true);
+    live.showFile(QStringLiteral("/tmp/ShelLix_1234567.ko3"));
+    QVERIFY(view.caption("lblStateBanner_5").contains(QStringLiteral("ShelLix_1234567.ko3")));
+    for (const char* e : {"cmdSettings", "cmdAlarmReset_0", "cmdExtinguisherIdent_9"}) {
+        QVERIFY2(!view.isEnabled(e), e);
+        QVERIFY(!view.toolTip(e).isEmpty());
+    }
+    QVERIFY(!t.app->forms().frmDeviceSettings().isEnabled("cmdBetaSettings"));
+    for (int miss = 0; miss < 5; ++miss)
+        live.answerMissed();
+    QVERIFY(!live.isSilent());
+    view.click("mnuDeviceSearch");
+    QVERIFY(!live.isFileShown());
+    QVERIFY(!view.isVisible("lblStateBanner_0"));
+    QVERIFY(view.isEnabled("cmdSettings"));
 }
 
 QTEST_GUILESS_MAIN(TestMainView)

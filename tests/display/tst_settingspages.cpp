@@ -65,9 +65,12 @@ private Q_SLOTS:
         QVERIFY(v.isVisible(el::lblSettingsWaiting));
         rig.pages.tmrCompareSettings_Timer();
         const QString waiting = v.caption(el::lblSettingsWaiting);
-        QVERIFY2(waiting.contains(QStringLiteral("Alarm delay")) &&
+        QVERIFY2(waiting.contains(QStringLiteral("Alarm delay: the device reports ") +
+                                  v.caption(el::lblAlarmDelay) + u' ' +
+                                  v.caption(el::lblAlarmDelayUnit)) &&
                      waiting.contains(QStringLiteral("Sensitivity")),
                  qPrintable(waiting));
+        QCOMPARE(v.backColor(el::txtAlarmDelay), colors::kYellow);
 
         // The device takes the values; the next comparison closes the page.
         rig.set("controller.alarmDelaySetPoint", 15);
@@ -77,6 +80,7 @@ private Q_SLOTS:
         QCOMPARE(rig.pages.state(SettingsPages::Settings), State::Viewing);
         QCOMPARE(v.caption(el::lblAlarmDelay), QStringLiteral("15"));
         QVERIFY(v.isVisible(el::lblAlarmDelay) && !v.isVisible(el::txtAlarmDelay));
+        QCOMPARE(v.backColor(el::txtAlarmDelay), colors::kWindowBackground);
         QCOMPARE(v.left(el::lblAlarmDelayUnit), 850);
         QVERIFY(!v.isVisible(el::lblSettingsWaiting));
     }

@@ -141,8 +141,13 @@ private Q_SLOTS:
         QCOMPARE(rig.settings.CurrentState(), State::Waiting);
         rig.settings.tmrCompareSettings_Timer();
         QVERIFY(s.isVisible(set::lblSettingsWaiting));
-        QVERIFY2(s.caption(set::lblSettingsWaiting).contains(QStringLiteral("Alarm resistance")),
+        QVERIFY2(s.caption(set::lblSettingsWaiting)
+                     .contains(QStringLiteral("Alarm resistance: the device reports ") +
+                               s.caption(set::lblParameterValue[0]) + u' ' +
+                               s.caption(set::lblParameterUnit[0])),
                  qPrintable(s.caption(set::lblSettingsWaiting)));
+        QCOMPARE(s.backColor(set::txtParameterValue[0]), colors::kYellow);
+        QCOMPARE(s.backColor(set::txtParameterValue[1]), colors::kWindowBackground);
 
         // "2200.0" is not "2200": the text must be the device's own.
         s.setCaption(set::txtParameterValue[0], QStringLiteral("2200.0"));

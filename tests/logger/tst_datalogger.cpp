@@ -141,6 +141,10 @@ void TestDataLogger::stopAndStartAppendASecondStartLine() {
     window().click(lg::cmdStart);
     QVERIFY(window().isVisible(lg::lblRunning));
     QVERIFY(!window().isEnabled(lg::lstDisplay[0]));
+    // Closing the window hides it; the recording goes on behind it.
+    logger().ShowLogger();
+    window().click(lg::cmdClose);
+    QVERIFY(!window().isShown());
     record(1);
     QCOMPARE(contents(log), QByteArray("23.11.2026\t09:30:15\t3\r\n"
                                        "23.11.2026\t09:30:18\t4\t17\r\n"));

@@ -216,6 +216,53 @@ private Q_SLOTS:
         QVERIFY(rig.app->forms().frmProtocol().caption(frmProtocol::rtxtProtocol[0]).size() > 0);
     }
 
+    // Page one keeps two blank lines before the temperature alarms, the relay table between
+    // them when the device has one; page two's module heading follows the block before it
+    // directly, the localisation's or the device settings'.
+    void blankLinesAroundOptionalBlocks_data() {
+        QTest::addColumn<bool>("relays");
+        QTest::addColumn<bool>("localisation");
+        QTest::newRow("both") << true << true;
+        QTest::newRow("relays only") << true << false;
+        QTest::newRow("localisation only") << false << true;
+        QTest::newRow("neither") << false << false;
+    }
+    void blankLinesAroundOptionalBlocks() {
+        QFETCH(bool, relays);
+        QFETCH(bool, localisation);
+        MainViewRig rig(QStringLiteral("full"));
+        rig.set("features.hasProgRel", relays ? 1 : 0);
+        rig.set("localisation.hasSingleHoleDetection", localisation ? 1 : 0);
+        rig.readOut();
+        const QStringList lines =
+            recordOf(rig, 2, QString(), QString()).split(QStringLiteral("\r\n"));
+        const auto blank = [&](qsizetype i) { return lines[i].trimmed().isEmpty(); };
+        const auto at = [&](const QString& start, qsizetype from) {
+            for (qsizetype i = from; i < lines.size(); ++i)
+                if (lines[i].trimmed().startsWith(start)) return i;
+            return qsizetype(-1);
+        };
+        const qsizetype alarms = at(QStringLiteral("Temperature alarm:"), 0);
+        QVERIFY(alarms > 2);
+        QVERIFY(blank(alarms - 1));
+        QCOMPARE(blank(alarms - 2), !relays);
+        const qsizetype fan = at(QStringLiteral("Fan voltage"), 0);
+        QCOMPARE(fan == alarms - 3, !relays);
+        const qsizetype modules = at(QStringLiteral("Bus modules A"), record::LinesPerPage);
+        QVERIFY(modules > 0);
+        QVERIFY(!blank(modules - 1));
+    }
+
+    // A single that holds a whole number prints in full, never with an exponent's mark.
+    void wholeSinglesInFull() {
+        MainViewRig rig(QStringLiteral("full"));
+        rig.set("controller.alarmResistorValue", 16777216.0 * 1024);
+        rig.readOut();
+        const QString text = recordOf(rig, 2, QString(), QString());
+        QVERIFY(text.contains(QStringLiteral("17179869184 Ohm")));
+        QVERIFY(!text.contains(QStringLiteral("e+")));
+    }
+
     // A read-out that no device would send builds a record all the same.
     void outOfRangeValues() {
         MainViewRig rig(QStringLiteral("full"));

@@ -5,8 +5,10 @@
 #include "common/colors.h"
 #include "display/mainview_elements.h"
 #include "engine/telegramdecoder.h"
+#include "shell/livestate.h"
 #include "shell/program.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -133,7 +135,23 @@ int watch(const QStringList& args) {
     };
     print();
     QObject::connect(&session, &LiveSession::cycleComplete, &session, print);
+    // Once per silence, as the main view's banner says it; the next cycle line ends it.
+    QObject::connect(
+        &session.program().live(), &LiveState::silenceBegan, &session,
+        [&](const QString& serialNo, const QDateTime& since) {
+            const Form& view = session.program().forms().frmDisplay();
+            const QJsonObject line{{QStringLiteral("time"), since.toString(Qt::ISODate)},
+                                   {QStringLiteral("serial"), serialNo},
+                                   {QStringLiteral("stale"), true}};
+            printLine(stdout,
+                      asJson ? QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact))
+                             : view.caption(el::lblStateBanner[0]));
+        });
     waitFor([&session] { return session.lineLost() || !session.otherFamily().isEmpty(); }, 0);
+    // Ctrl+C in a terminal reaches the virtual device beside us as well; when it closes its
+    // end first, the stop that is already on its way is the reason, not the line.
+    QCoreApplication::processEvents();
+    if (stopSignal() != 0) return kDone;
     if (session.lineLost()) {
         complain(parsed->value(QStringLiteral("--port")) + QStringLiteral(": the port went away"));
         return kLineFault;

@@ -32,6 +32,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QSpinBox>
+#include <QStyle>
 #include <QTabWidget>
 
 namespace {
@@ -125,6 +126,8 @@ bool differsFromDesign(const Element& e, ElementProperty property) {
         return e.left != design.left;
     case ElementProperty::Dot:
         return e.dotColor != design.dotColor;
+    case ElementProperty::MousePointer:
+        return e.mousePointer != design.mousePointer;
     }
     return false;
 }
@@ -145,6 +148,33 @@ private:
 
 Qt::CheckState tickOf(const Element& e, qsizetype row) {
     return row < e.ticks.size() && e.ticks[row] ? Qt::Checked : Qt::Unchecked;
+}
+
+// A window opens no larger than the free area of its screen, less the frame the window
+// manager adds, so that its buttons stay in reach on a laptop screen; a layout that needs
+// more than that is the window's own fault and shows as such.
+void fitToScreen(QWidget* window) {
+    QScreen* screen = window->screen();
+    if (!screen) return;
+    window->ensurePolished();
+    if (QLayout* layout = window->layout()) layout->activate();
+    QSize frame = window->frameGeometry().size() - window->geometry().size();
+    if (frame.height() <= 0)
+        frame = QSize(0, window->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, window));
+    const QRect available = screen->availableGeometry();
+    const QSize room = available.size() - frame;
+    const QSize wanted =
+        window->testAttribute(Qt::WA_Resized) ? window->size() : window->sizeHint();
+    if (wanted.width() > room.width() || wanted.height() > room.height())
+        window->resize(wanted.boundedTo(room).expandedTo(window->minimumSizeHint()));
+    if (!window->testAttribute(Qt::WA_Moved)) return;
+    const QSize size = window->size() + frame;
+    QPoint topLeft = window->pos();
+    topLeft.setX(std::clamp(topLeft.x(), available.left(),
+                            std::max(available.left(), available.right() + 1 - size.width())));
+    topLeft.setY(std::clamp(topLeft.y(), available.top(),
+                            std::max(available.top(), available.bottom() + 1 - size.height())));
+    window->move(topLeft);
 }
 
 } // namespace
@@ -289,6 +319,8 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
         return &FormView::applyTicks;
     case ElementProperty::Left:
         return &FormView::applyLeft;
+    case ElementProperty::MousePointer:
+        return &FormView::applyMousePointer;
     case ElementProperty::Top:
     case ElementProperty::Dot:
         return &FormView::applyNothing;
@@ -299,11 +331,11 @@ FormView::Applier FormView::applierFor(ElementProperty property) {
 void FormView::applyAll() {
     // Items and range first, so that a value finds its entry and its limits.
     static constexpr ElementProperty kOrder[] = {
-        ElementProperty::Items,   ElementProperty::Ticks,     ElementProperty::Range,
-        ElementProperty::Value,   ElementProperty::Caption,   ElementProperty::Visible,
-        ElementProperty::Enabled, ElementProperty::BackColor, ElementProperty::ForeColor,
-        ElementProperty::ToolTip, ElementProperty::Top,       ElementProperty::Left,
-        ElementProperty::Dot};
+        ElementProperty::Items,   ElementProperty::Ticks,       ElementProperty::Range,
+        ElementProperty::Value,   ElementProperty::Caption,     ElementProperty::Visible,
+        ElementProperty::Enabled, ElementProperty::BackColor,   ElementProperty::ForeColor,
+        ElementProperty::ToolTip, ElementProperty::Top,         ElementProperty::Left,
+        ElementProperty::Dot,     ElementProperty::MousePointer};
     for (const QString& name : m_form.elementNames()) {
         const Element& e = m_form.element(name);
         for (ElementProperty property : kOrder)
@@ -319,9 +351,9 @@ void FormView::applyElement(const QString& name, ElementProperty property) {
     if (!target && !mirrored) return;
     ApplyingScope applying(m_applying);
     const Element& e = m_form.element(name);
-    const bool generic = property == ElementProperty::Visible ||
-                         property == ElementProperty::Enabled ||
-                         property == ElementProperty::ToolTip;
+    const bool generic =
+        property == ElementProperty::Visible || property == ElementProperty::Enabled ||
+        property == ElementProperty::ToolTip || property == ElementProperty::MousePointer;
     auto apply = [&](QObject* to) {
         if (auto* drawn = dynamic_cast<ElementWidget*>(to); drawn && !generic)
             drawn->applyElement(e, property);
@@ -480,6 +512,15 @@ void FormView::applyLeft(QObject* target, const Element& e) {
     target->setProperty("mq27LeftTwips", e.left);
 }
 
+void FormView::applyMousePointer(QObject* target, const Element& e) {
+    if (auto* widget = qobject_cast<QWidget*>(target)) {
+        if (e.mousePointer == MousePointer::HelpLink)
+            widget->setCursor(Qt::PointingHandCursor);
+        else
+            widget->unsetCursor();
+    }
+}
+
 void FormView::applyToolTip(QObject* target, const Element& e) {
     if (auto page = tabPageOf(target)) {
         page->tabs->setTabToolTip(page->index, e.toolTip);
@@ -554,7 +595,10 @@ void FormView::showWindow() {
         m_window->hide();
         m_window->setWindowModality(modality);
     }
+    fitToScreen(m_window);
     m_window->show();
+    // The frame the window manager adds is known only now.
+    fitToScreen(m_window);
     bringToFront();
 }
 
@@ -599,7 +643,8 @@ bool FormView::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         return true;
     }
-    if (event->type() == QEvent::KeyPress && qobject_cast<QDialog*>(m_window)) {
+    if (event->type() == QEvent::KeyPress &&
+        (qobject_cast<QDialog*>(m_window) || !m_escapeElement.isEmpty())) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Escape && key->modifiers() == Qt::NoModifier)
             return pressEscape();

@@ -70,6 +70,7 @@ private:
     void applyBackColor(QObject* target, const Element& e);
     void applyForeColor(QObject* target, const Element& e);
     void applyToolTip(QObject* target, const Element& e);
+    void applyMousePointer(QObject* target, const Element& e);
     void applyLeft(QObject* target, const Element& e);
     void applyItems(QObject* target, const Element& e);
     void applyTicks(QObject* target, const Element& e);

@@ -13,7 +13,9 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPalette>
 #include <QScrollArea>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -51,6 +53,25 @@ frmDisplayWindow::frmDisplayWindow(Form& form, std::function<QString(int)> text,
     setCentralWidget(m_tabs);
     resize(1200, 760);
     m_view = std::make_unique<FormView>(form, this);
+    // Values of a device that no longer answers stand back behind the banner: their texts
+    // take the style's colour of disabled text, while the controls stay usable. (An opacity
+    // effect over a scrolled page leaves half-painted texts behind as values change.)
+    connect(&form, &Form::elementChanged, this,
+            [this, &form](const QString& element, ElementProperty property) {
+                if (property != ElementProperty::Value || element != el::lblStateBanner[0]) return;
+                const bool silent = form.value(element) == 1;
+                for (QWidget* content : std::as_const(m_contents)) {
+                    if (!silent) {
+                        content->setPalette(QPalette());
+                        continue;
+                    }
+                    QPalette dimmed = content->palette();
+                    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+                        for (auto group : {QPalette::Active, QPalette::Inactive})
+                            dimmed.setColor(group, role, dimmed.color(QPalette::Disabled, role));
+                    content->setPalette(dimmed);
+                }
+            });
 }
 
 frmDisplayWindow::~frmDisplayWindow() = default;
@@ -105,6 +126,16 @@ QWidget* frmDisplayWindow::buildPage(int page, QWidget* content) {
     header->addWidget(lamp);
     header->addWidget(label(el::lblReceiveLEDLegend[page]));
 
+    // Says on every page when the values are not those of a device that answers now.
+    auto* banner = label(el::lblStateBanner[page]);
+    banner->setWordWrap(true);
+    banner->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    banner->setAutoFillBackground(true);
+    banner->setFrameShape(QFrame::StyledPanel);
+    banner->setMargin(style()->pixelMetric(QStyle::PM_LayoutTopMargin) / 2);
+    banner->setFont(bold);
+    m_contents << content;
+
     auto* scroll = new QScrollArea;
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
@@ -114,6 +145,7 @@ QWidget* frmDisplayWindow::buildPage(int page, QWidget* content) {
     auto* tab = named<QWidget>(el::tabDisplay[page]);
     auto* layout = new QVBoxLayout(tab);
     layout->addLayout(header);
+    layout->addWidget(banner);
     layout->addWidget(divider());
     layout->addWidget(scroll, 1);
     return tab;

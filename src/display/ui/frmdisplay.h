@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include <QList>
 #include <QMainWindow>
 
 class AccessibleNames;
@@ -32,6 +33,7 @@ private:
     QWidget* buildPage(int page, QWidget* content);
 
     QTabWidget* m_tabs = nullptr;
+    QList<QWidget*> m_contents;
     std::unique_ptr<AccessibleNames> m_names;
     std::unique_ptr<FormView> m_view;
 };

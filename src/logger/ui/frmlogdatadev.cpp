@@ -55,8 +55,10 @@ frmLogdataDevWindow::frmLogdataDevWindow(Form& form, DataLogger& logger,
     auto* root = new QVBoxLayout(this);
     root->addLayout(top, 1);
     root->addWidget(buildRecording());
+    root->addLayout(windowparts::buttonRow({button(lg::cmdClose)}));
     resize(1400, 860);
     m_view = std::make_unique<FormView>(form, this);
+    m_view->setEscapeElement(lg::cmdClose);
 
     connect(&logger, &DataLogger::TrendExportRequested, this, [this, &logger](const QString& path) {
         logger.TrendExported(path, m_chart->exportPng(path));

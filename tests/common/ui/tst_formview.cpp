@@ -449,6 +449,24 @@ private Q_SLOTS:
         QVERIFY2(offset.manhattanLength() <= 4, qPrintable(QString::number(offset.x())));
     }
 
+    // However large a window was made, it opens inside the screen's free area, down to what
+    // its layout needs, and one moved off the screen comes back.
+    void opensInsideTheScreen() {
+        window->resize(5000, 4000);
+        window->move(3000, 2000);
+        form->show();
+        const QRect available = window->screen()->availableGeometry();
+        const QRect frame = window->frameGeometry();
+        QVERIFY2(frame.width() <= available.width() && available.contains(frame.topLeft()) &&
+                     frame.height() <=
+                         std::max(available.height(), window->minimumSizeHint().height()),
+                 qPrintable(QStringLiteral("%1x%2+%3+%4")
+                                .arg(frame.width())
+                                .arg(frame.height())
+                                .arg(frame.x())
+                                .arg(frame.y())));
+    }
+
     void escapePressesOnlyTheNamedButton() {
         window->show();
         QSignalSpy clicked(form.get(), &Form::clicked);
