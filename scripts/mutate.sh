@@ -24,8 +24,10 @@ work=$(mktemp -d)
 backup=
 target=
 
+# Puts the file back with a new time stamp, so that the next build compiles it again
+# instead of keeping the planted fault's object.
 restore() {
-    if [ -n "$target" ] && [ -f "$backup" ]; then cp -p "$backup" "$target"; fi
+    if [ -n "$target" ] && [ -f "$backup" ]; then cat "$backup" > "$target"; fi
     target=
 }
 trap 'restore; rm -rf "$work"' EXIT
@@ -108,7 +110,7 @@ for n in $picked; do
     folder=$(folderOf "$file")
     target="$src/$file"
     backup="$work/backup"
-    cp -p "$target" "$backup"
+    cp "$target" "$backup"
     plant "$d"
     started=$(date +%s)
     verdict=
