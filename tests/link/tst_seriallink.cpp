@@ -107,10 +107,6 @@ void TestSerialLink::startState() {
     LinkRig t;
     SerialLink& link = t.link;
     QVERIFY(t.forms.frmMQ27D().isChecked(QStringLiteral("chkSendEnable")));
-    QCOMPARE(link.tmrToRx().interval(), 321);
-    QCOMPARE(link.tmrZeroCommand().interval(), 1789);
-    QCOMPARE(link.tmrReceiveLED().interval(), 100);
-    QCOMPARE(link.tmrSendLED().interval(), 100);
     QVERIFY(!link.IsPortOpen());
     QVERIFY(link.LastSent().empty());
     QCOMPARE(link.IconIndex(), 0);
