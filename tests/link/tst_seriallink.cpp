@@ -288,6 +288,9 @@ void TestSerialLink::collectingWindowCountsFromFirstByte() {
     clock.start();
     l.t.port.deliver(raw(Bytes(frame.begin(), frame.begin() + 4)));
     QVERIFY(l.link.tmrToRx().isEnabled());
+    // The window lasts 321 ms from the first byte: never more is left of it.
+    const int left = l.link.tmrToRx().remainingTime();
+    QVERIFY2(left > 0 && left <= 321, qPrintable(QString::number(left)));
     // The second part comes when half the window has run.
     QVERIFY(QTest::qWaitFor([&] { return l.link.tmrToRx().remainingTime() <= 160; }, 5000));
     const qint64 secondPart = clock.elapsed();
