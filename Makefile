@@ -59,7 +59,8 @@ bench: build
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchsoak
 
 # make fuzz  builds the libFuzzer targets with clang and runs each under ASan and UBSan
-#            (MQ27_FUZZ_SECONDS each, default 120), printing executions per second
+#            (MQ27_FUZZ_SECONDS each, default 120, or MQ27_FUZZ_RUNS inputs each), printing
+#            executions per second
 fuzz:
 	@sh scripts/install-deps.sh fuzz
 	JOBS=$(JOBS) sh scripts/fuzz.sh

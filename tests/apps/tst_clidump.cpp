@@ -104,10 +104,11 @@ private slots:
     void truncatedFiles() {
         const QByteArray whole = sampleBytes();
         QTemporaryDir dir;
+        const qsizetype rows = dump({writeFile(dir, QStringLiteral("whole.ko3"), whole)}).out.size();
         for (int cut : {5, 60, 100, 1200, 2000, 3000, 4500}) {
             const Run run = dump({writeFile(dir, QStringLiteral("cut.ko3"), whole.left(cut))});
             QVERIFY2(run.exitCode == 0 || run.exitCode == 1, qPrintable(QString::number(cut)));
-            if (run.exitCode == 0) QCOMPARE(run.out.size(), 584);
+            if (run.exitCode == 0) QCOMPARE(run.out.size(), rows);
         }
     }
 

@@ -89,6 +89,9 @@ private Q_SLOTS:
         QCOMPARE(v.backColor(el::picDisplay[3]), colors::kYellow); // the blink leaves it alone
         leds.tmrFlash_Timer();
         QCOMPARE(v.backColor(el::picDisplay[3]), colors::kWindowBackground);
+        // Dark for 900 ms after the short flash: one flash a second.
+        QVERIFY2(leds.tmrFlash().interval() > 800,
+                 qPrintable(QString::number(leds.tmrFlash().interval())));
 
         // During the air-flow initialisation a lit operating lamp blinks; a dark one stays.
         rig.set("airFlow.flowInitIsActive", 1);

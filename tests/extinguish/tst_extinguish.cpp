@@ -43,7 +43,6 @@ private Q_SLOTS:
         Form& d = rig.d;
         QVERIFY(d.isShown() && d.isModal());
         QVERIFY(rig.details.tmrRefresh().isEnabled());
-        QCOMPARE(rig.details.tmrRefresh().interval(), 234);
         QCOMPARE(d.value(det::cboSerialNumber), 3.0);
         QCOMPARE(d.items(det::cboSerialNumber).at(3), QStringLiteral("4040"));
         QCOMPARE(d.caption(det::lblSerialNo), QStringLiteral("4040"));

@@ -257,6 +257,7 @@ void TestQtSerialPort::permissionForAnotherUser() {
         child.start(setpriv,
                     {QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
                      QStringLiteral("--clear-groups"), QCoreApplication::applicationFilePath(),
+                     QString::fromLatin1(metaObject()->className()),
                      QStringLiteral("permissionForAnotherUser")});
         QVERIFY(child.waitForFinished(20000));
         output = QString::fromLocal8Bit(child.readAllStandardOutput());

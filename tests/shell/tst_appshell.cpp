@@ -86,7 +86,6 @@ void TestAppShell::firstStartOnACleanStore() {
 
     SerialLink& link = app.link();
     QVERIFY(link.tmrZeroCommand().isEnabled());
-    QCOMPARE(link.tmrZeroCommand().interval(), 1789);
     QVERIFY(!link.tmrToRx().isEnabled());
     QVERIFY(!link.tmrReceiveLED().isEnabled());
     QVERIFY(!link.tmrSendLED().isEnabled());

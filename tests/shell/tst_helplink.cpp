@@ -43,8 +43,6 @@ class TestHelpLink : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void fileNameHasThreePlaces_data();
-    void fileNameHasThreePlaces();
     void modeTwoShowsWhatWouldOpen();
     void otherModesDoNothing_data();
     void otherModesDoNothing();
@@ -63,23 +61,6 @@ private:
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
 };
-
-void TestHelpLink::fileNameHasThreePlaces_data() {
-    QTest::addColumn<int>("device");
-    QTest::addColumn<int>("language");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("this device, English") << 10 << 2 << "KompaHelp_010_002.pdf";
-    QTest::newRow("small") << 1 << 1 << "KompaHelp_001_001.pdf";
-    QTest::newRow("wide") << 1234 << 4 << "KompaHelp_1234_004.pdf";
-    QTest::newRow("negative") << -5 << 3 << "KompaHelp_-005_003.pdf";
-}
-
-void TestHelpLink::fileNameHasThreePlaces() {
-    QFETCH(int, device);
-    QFETCH(int, language);
-    QFETCH(QString, name);
-    QCOMPARE(HelpLink::HelpFileName(device, languageFromNumber(language)), name);
-}
 
 void TestHelpLink::modeTwoShowsWhatWouldOpen() {
     TestApp t;

@@ -4,7 +4,6 @@
 
 #include <limits>
 
-#include <QRandomGenerator>
 #include <QTest>
 
 namespace {
@@ -277,30 +276,6 @@ private slots:
         values.DET_GetAlarmThreshold(1);
         QCOMPARE(values.ValueDescription, QStringLiteral("Detektor 2: Hauptalarmschwelle"));
         QCOMPARE(values.ValueUnit, QStringLiteral("%"));
-    }
-
-    // Any stored bytes and any index: a wrong read would show under the sanitizers.
-    void everyIndexOnRandomBytes() {
-        ValueStore values;
-        QRandomGenerator random = testsupport::seededGenerator();
-        for (std::int16_t c = 1; c <= 5; ++c) {
-            Bytes t = filled(c, 0);
-            for (auto& b : t)
-                b = static_cast<std::uint8_t>(random.bounded(256));
-            values.SetDataArray(t, c);
-        }
-        for (int i = std::numeric_limits<std::int16_t>::min();
-             i <= std::numeric_limits<std::int16_t>::max(); i += 97) {
-            const auto n = static_cast<std::int16_t>(i);
-            values.DET_GetDetParameterID(n);
-            values.TEM_GetNTCTemperature(n);
-            values.GetRelayCombineMask(n, n);
-            values.CTRL_GetFailures(n);
-            values.DISP_GetLedPreAlarm(n);
-            values.EXT_GetValidFailureMask(n, 3);
-            values.EXT_GetActualFailures(3, n);
-            values.EXT_GetSoftwareNum(n);
-        }
     }
 
     void parameterBlocks_data() {
