@@ -1,7 +1,8 @@
 #!/bin/sh
 # Lines of code of the tests against those of the program: non-blank lines of the .cpp and
 # .h files that are not only a comment (// lines, and lines wholly inside /* */). tests/
-# against src/ and tools/; bench/ and fuzz/ count in neither.
+# against src/ and tools/; bench/ and fuzz/ count in neither. With folders as arguments it
+# counts only those (sh scripts/count-lines.sh tests/link).
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -16,6 +17,7 @@ count() {
         END { print n + 0 }'
 }
 
+if [ $# -gt 0 ]; then count "$@"; exit 0; fi
 code=$(count src tools)
 tests=$(count tests)
 echo "src/ and tools/: $code lines"
