@@ -37,13 +37,10 @@ private slots:
         QTest::newRow("int lowest") << i << 0x8000u << -32768.0;
         QTest::newRow("int minus one") << i << 0xFFFFu << -1.0;
         QTest::newRow("int highest") << i << 0x7FFFu << 32767.0;
-        QTest::newRow("int high byte first") << i << 0x0100u << 256.0;
         QTest::newRow("uint highest") << u << 0xFFFFu << 65535.0;
         QTest::newRow("uint high byte first") << u << 0x1234u << 4660.0;
         QTest::newRow("sbyte minus one") << s << 0xFFu << -1.0;
-        QTest::newRow("sbyte highest") << s << 0x7Fu << 127.0;
         QTest::newRow("sbyte lowest") << s << 0x80u << -128.0;
-        QTest::newRow("ulong highest") << l << 0xFFFFFFFFu << 4294967295.0;
         QTest::newRow("ulong highest byte first") << l << 0x01020304u << 16909060.0;
     }
     void integersFromBytes() {
@@ -62,35 +59,26 @@ private slots:
     void floatFromBytes_data() {
         QTest::addColumn<uint>("bits");
         QTest::addColumn<float>("expected");
-        QTest::newRow("one") << 0x3F800000u << 1.0f;
-        QTest::newRow("minus two") << 0xC0000000u << -2.0f;
         QTest::newRow("zero") << 0x00000000u << 0.0f;
-        QTest::newRow("a tenth") << 0x3DCCCCCDu << 0.1f;
-        QTest::newRow("largest") << 0x7F7FFFFFu << std::numeric_limits<float>::max();
-        QTest::newRow("smallest normal") << 0x00800000u << std::numeric_limits<float>::min();
         // No denormals: exponent field 0 still has the leading 1.
         QTest::newRow("negative zero pattern") << 0x80000000u << -std::ldexp(1.0f, -127);
         QTest::newRow("lowest pattern") << 0x00000001u << std::ldexp(1.0f, -127);
         QTest::newRow("exponent 0, top fraction") << 0x00400000u << std::ldexp(1.5f, -127);
         QTest::newRow("infinity") << 0x7F800000u << std::numeric_limits<float>::infinity();
         QTest::newRow("minus infinity") << 0xFF800000u << -std::numeric_limits<float>::infinity();
+        const float nan = std::numeric_limits<float>::quiet_NaN();
+        QTest::newRow("quiet NaN") << 0x7FC00000u << nan;
+        QTest::newRow("signalling NaN") << 0x7F800001u << nan;
+        QTest::newRow("all ones") << 0xFFFFFFFFu << nan;
     }
     void floatFromBytes() {
         QFETCH(uint, bits);
         QFETCH(float, expected);
         const float got = decodeFloat(bits);
-        QCOMPARE(std::bit_cast<std::uint32_t>(got), std::bit_cast<std::uint32_t>(expected));
-    }
-
-    void floatNaNPatterns_data() {
-        QTest::addColumn<uint>("bits");
-        QTest::newRow("quiet") << 0x7FC00000u;
-        QTest::newRow("signalling") << 0x7F800001u;
-        QTest::newRow("all ones") << 0xFFFFFFFFu;
-    }
-    void floatNaNPatterns() {
-        QFETCH(uint, bits);
-        QVERIFY(std::isnan(decodeFloat(bits)));
+        if (std::isnan(expected))
+            QVERIFY(std::isnan(got));
+        else
+            QCOMPARE(std::bit_cast<std::uint32_t>(got), std::bit_cast<std::uint32_t>(expected));
     }
 
     void floatRoundTripForEveryNormalExponent() {
@@ -107,23 +95,10 @@ private slots:
                 }
     }
 
-    void singleToBytesIsMostSignificantFirst() {
-        Four f{};
-        QCOMPARE(Single2Byte(-2.5f, f.b1, f.b2, f.b3, f.b4), 0);
-        QCOMPARE(int(f.b1), 0xC0);
-        QCOMPARE(int(f.b2), 0x20);
-        QCOMPARE(int(f.b3), 0x00);
-        QCOMPARE(int(f.b4), 0x00);
-    }
-
     void hexAndBitTexts() {
         QCOMPARE(IntHexStr(0x0A, 0xFF), QStringLiteral("0AFF"));
-        QCOMPARE(IntHexStr(0, 0), QStringLiteral("0000"));
         QCOMPARE(LongHexStr(0x00, 0x1B, 0xC0, 0x05), QStringLiteral("001BC005"));
-        QCOMPARE(Byte2Bit8(0x80), QStringLiteral("10000000"));
-        QCOMPARE(Byte2Bit8(0x01), QStringLiteral("00000001"));
         QCOMPARE(Byte2Bit16(0xA5, 0x0F, QStringLiteral(" ")), QStringLiteral("10100101 00001111"));
-        QCOMPARE(Byte2Bit16(0xFF, 0x00, QString()), QStringLiteral("1111111100000000"));
     }
 
     void uintToBytes_data() {
@@ -134,9 +109,7 @@ private slots:
         // Refused values leave the 0xEE the outputs start with.
         QTest::newRow("256") << 256 << 0 << 1 << 0;
         QTest::newRow("highest") << 65535 << 0 << 255 << 255;
-        QTest::newRow("zero") << 0 << 0 << 0 << 0;
         QTest::newRow("one above") << 65536 << -2 << 0xEE << 0xEE;
-        QTest::newRow("negative") << -1 << -2 << 0xEE << 0xEE;
         QTest::newRow("lowest int") << std::numeric_limits<int>::min() << -2 << 0xEE << 0xEE;
     }
     void uintToBytes() {
@@ -153,7 +126,6 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<int>("byte");
         QTest::newRow("minus one") << -1 << 0 << 255;
-        QTest::newRow("lowest") << -128 << 0 << 0x80;
         QTest::newRow("highest") << 127 << 0 << 0x7F;
         QTest::newRow("128") << 128 << -2 << 0xEE;
         QTest::newRow("-129") << -129 << -2 << 0xEE;
@@ -171,38 +143,26 @@ private slots:
         QTest::addColumn<uint>("value");
         QTest::newRow("highest") << "4294967295" << 0 << 0xFFFFFFFFu;
         QTest::newRow("one above") << "4294967296" << -2 << 0xEEEEEEEEu;
-        QTest::newRow("letters") << "abc" << -2 << 0xEEEEEEEEu;
         QTest::newRow("empty") << "" << -2 << 0xEEEEEEEEu;
-        QTest::newRow("blanks only") << "   " << -2 << 0xEEEEEEEEu;
         QTest::newRow("digits then letter") << "12a" << -2 << 0xEEEEEEEEu;
         QTest::newRow("blanks around") << " 12 " << 0 << 12u;
         QTest::newRow("plus sign") << "+305419896" << 0 << 0x12345678u;
         QTest::newRow("leading zeros") << "0004294967295" << 0 << 0xFFFFFFFFu;
-        QTest::newRow("eleven digits") << "99999999999" << -2 << 0xEEEEEEEEu;
         QTest::newRow("negative") << "-1" << -2 << 0xEEEEEEEEu;
         QTest::newRow("negative zero") << "-0" << 0 << 0u;
         // The byte-wise integer divisions drop a fraction.
         QTest::newRow("fraction cut off") << "12.7" << 0 << 12u;
         QTest::newRow("fraction only") << ".5" << 0 << 0u;
-        QTest::newRow("small negative fraction") << "-0.5" << -2 << 0xEEEEEEEEu;
         QTest::newRow("beyond the top by a fraction") << "4294967295.5" << -2 << 0xEEEEEEEEu;
         QTest::newRow("top with zero fraction") << "4294967295.000" << 0 << 0xFFFFFFFFu;
-        QTest::newRow("point alone") << "." << -2 << 0xEEEEEEEEu;
         QTest::newRow("exponent") << "1e3" << -2 << 0xEEEEEEEEu;
-        QTest::newRow("thousands separator") << "1,000" << -2 << 0xEEEEEEEEu;
-        QTest::newRow("hex") << "&H10" << -2 << 0xEEEEEEEEu;
-        QTest::newRow("inner blank") << "12 34" << -2 << 0xEEEEEEEEu;
     }
     void ulongFromText() {
         QFETCH(QString, text);
         QFETCH(uint, value);
         Four f{0xEE, 0xEE, 0xEE, 0xEE};
         QTEST(int(ULong2Byte(text, f.b1, f.b2, f.b3, f.b4)), "status");
-        const Four want = bigEndian(value);
-        QCOMPARE(int(f.b1), int(want.b1));
-        QCOMPARE(int(f.b2), int(want.b2));
-        QCOMPARE(int(f.b3), int(want.b3));
-        QCOMPARE(int(f.b4), int(want.b4));
+        QCOMPARE(uint(f.b1) << 24 | uint(f.b2) << 16 | uint(f.b3) << 8 | f.b4, value);
     }
 };
 
