@@ -1,6 +1,6 @@
-#include "shell/allforms.h"
 #include "common/forms.h"
 #include "display/mainview_elements.h"
+#include "shell/allforms.h"
 
 #include <QtTest>
 
@@ -43,12 +43,6 @@ private Q_SLOTS:
         forms.get(QStringLiteral("frmNowhere"));
         QCOMPARE(refused, QStringList({"frmDisplay.lblSerialNumber_0", "frmDisplay.lblSerialNo_8",
                                        "frmDisplay.lblSerialNo_9", "frmNowhere.(window)"}));
-    }
-
-    void constantsNameTheirElements() {
-        QCOMPARE(QString(frmDisplay::mnuLoad), QStringLiteral("mnuLoad"));
-        QCOMPARE(frmDisplay::lblSerialNo[3], QStringLiteral("lblSerialNo_3"));
-        QCOMPARE(frmDisplay::tabDisplay.whole(), QStringLiteral("tabDisplay"));
     }
 };
 

@@ -96,42 +96,6 @@ class TestCommands : public QObject {
     Q_OBJECT
 
 private slots:
-    void checkTextInput_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("minimum");
-        QTest::addColumn<double>("maximum");
-        QTest::addColumn<int>("decimals");
-        QTest::addColumn<QString>("shown"); // empty: bad, the text stays
-        QTest::newRow("comma") << "1,5" << 0.0 << 10.0 << 1 << "1.5";
-        QTest::newRow("two commas") << "1,5,2" << 0.0 << 10.0 << 1 << "";
-        QTest::newRow("two points") << "1.5.2" << 0.0 << 10.0 << 1 << "";
-        QTest::newRow("empty") << "" << 0.0 << 10.0 << 1 << "";
-        QTest::newRow("letters") << "abc" << 0.0 << 10.0 << 0 << "";
-        QTest::newRow("exponent") << "1e3" << 0.0 << 10000.0 << 0 << "";
-        QTest::newRow("16 characters") << "0000000000000001" << 0.0 << 10.0 << 0 << "1";
-        QTest::newRow("17 characters") << "00000000000000001" << 0.0 << 10.0 << 0 << "";
-        QTest::newRow("minimum") << "10" << 10.0 << 80.0 << 0 << "10";
-        QTest::newRow("maximum") << "80" << 10.0 << 80.0 << 0 << "80";
-        QTest::newRow("above before rounding") << "80.4" << 10.0 << 80.0 << 0 << "";
-        QTest::newRow("blanks and sign") << " -2 " << -5.0 << 5.0 << 0 << "-2";
-    }
-    void checkTextInput() {
-        QFETCH(QString, text);
-        QFETCH(double, minimum);
-        QFETCH(double, maximum);
-        QFETCH(int, decimals);
-        QFETCH(QString, shown);
-        TestApp t;
-        Form& view = t.app->forms().frmDisplay();
-        view.setCaption(el::txtAlarmDelay, text);
-        const bool bad =
-            CheckTextInput(view, el::txtAlarmDelay, minimum, maximum, decimals, QLocale::c());
-        QCOMPARE(bad, shown.isEmpty());
-        QCOMPARE(view.caption(el::txtAlarmDelay), bad ? text : shown);
-        QCOMPARE(view.backColor(el::txtAlarmDelay),
-                 bad ? colors::kYellow : colors::kWindowBackground);
-    }
-
     void settingsAssumeReadsTheSecondDetectorOnlyWhenThereIsOne() {
         Rig rig;
         SettingInputs inputs = Rig::settings();
