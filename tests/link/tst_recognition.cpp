@@ -7,7 +7,6 @@
 #include "values/valuestore.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -29,8 +28,8 @@ Bytes ownTelegram(int command, std::size_t dataBytes = 3) {
     return stamp(telegram::MakeSendFrame(data, true).value());
 }
 
-// A stamped telegram of kind `kind` whose payload is `length` bytes; kinds 7 and 10 carry
-// the inner CRC inside those bytes.
+// A stamped telegram of kind `kind` whose payload is `length` bytes; kinds 7
+// and 10 carry the inner CRC inside those bytes.
 Bytes kindTelegram(int kind, std::size_t length) {
     const bool withCrc = kind == 7 || kind == 10;
     Bytes payload(withCrc ? length - 2 : length, 0x00);
@@ -53,6 +52,7 @@ Bytes withFixedSum(Bytes t) {
     return t;
 }
 
+// Port 1 open.
 struct Context {
     LinkRig t;
     Recognition& recognition = t.recognition;
@@ -60,8 +60,6 @@ struct Context {
     Form& start = t.forms.frmMQ27D();
 
     Context() { link.SwitchToComPort(1); }
-    QString suitePath() const { return t.suitePath(); }
-    void installSuite() const { t.installSuite(); }
 };
 
 } // namespace
@@ -70,285 +68,224 @@ class TestRecognition : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void searchCycle();
-    void searchWithPortClosedKeepsCounter();
-    void rejected_data();
-    void rejected();
-    void ignoredWhileClosing();
-    void otherFamiliesHandOver_data();
-    void otherFamiliesHandOver();
-    void handOverOfLoadedFile();
-    void programNotFound();
-    void failedStartIsSaid();
-    void noStartOnceClosing();
-    void ownTelegramRoutes_data();
-    void ownTelegramRoutes();
-    void extendedFormReadsSerialBehindLongHeader();
-    void chosenDeviceIsNotTakenOver();
-};
+    // The frames themselves are worked out in the telegram test.
+    void searchCycle() {
+        Context c;
+        const std::tuple<const char*, int, int> steps[] = {{"searching for MQ27..//....", 0x0A, 1},
+                                                           {"searching for MQ20....//..", 0x07, 2},
+                                                           {"searching for MQLR......//", 0x00, 0},
+                                                           {"searching for MQ27..//....", 0x0A, 1}};
+        for (const auto& [text, kind, counter] : steps) {
+            c.link.StopTimers();
+            c.recognition.SearchStep();
+            QCOMPARE(c.start.caption(kLblDevice), QString::fromLatin1(text));
+            QCOMPARE(int(c.t.port.written.last().at(2)), kind);
+            QCOMPARE(c.recognition.SearchCounter(), counter);
+            QVERIFY2(c.link.tmrZeroCommand().isEnabled(), "each step restarts the search timer");
+        }
+        QCOMPARE(
+            c.t.port.written.last(),
+            toByteArray(telegram::MakeSendFrame(bytes({0x0A, 0x01, 0, 0, 0, 0}), true).value()));
 
-void TestRecognition::searchCycle() {
-    Context c;
-    struct Step {
-        const char* text;
-        Bytes frame;
-        int counter;
-    };
-    const Step steps[] = {
-        {"searching for MQ27..//....",
-         bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94}), 1},
-        {"searching for MQ20....//..",
-         bytes({0x02, 0x08, 0x07, 0x01, 0, 0, 0, 0, 0x62, 0x10, 0x00, 0x84}), 2},
-        {"searching for MQLR......//", bytes({0x02, 0x00, 0x00, 0x02}), 0},
-        {"searching for MQ27..//....",
-         bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94}), 1},
-    };
-    for (const Step& step : steps) {
-        c.link.StopTimers();
+        // With the port closed the search stands still and keeps its place.
+        c.link.ClosePort();
         c.recognition.SearchStep();
-        QCOMPARE(c.start.caption(kLblDevice), QString::fromLatin1(step.text));
-        QCOMPARE(c.t.port.written.last(), toByteArray(step.frame));
-        QCOMPARE(c.recognition.SearchCounter(), step.counter);
-        QVERIFY2(c.link.tmrZeroCommand().isEnabled(), "each step restarts the search timer");
+        QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
+        QCOMPARE(c.recognition.SearchCounter(), 1);
+        QCOMPARE(c.t.port.written.size(), 4);
     }
-    QCOMPARE(c.t.port.written.size(), 4);
-}
 
-void TestRecognition::searchWithPortClosedKeepsCounter() {
-    Context c;
-    c.recognition.SearchStep();
-    c.link.ClosePort();
-    c.link.StopTimers();
+    void rejected_data() {
+        QTest::addColumn<Bytes>("telegram");
 
-    c.recognition.SearchStep();
-    c.recognition.SearchStep();
-    QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
-    QCOMPARE(c.recognition.SearchCounter(), 1);
-    QCOMPARE(c.t.port.written.size(), 1);
-    QVERIFY(!c.link.tmrZeroCommand().isEnabled());
+        Bytes wrongSum = ownTelegram(2);
+        wrongSum.back() ^= 0x01;
+        Bytes wrongCrc = ownTelegram(2);
+        wrongCrc[8] ^= 0x40;
+        Bytes wrongLength = ownTelegram(2);
+        wrongLength[1] += 1;
+        Bytes minlixWrongCrc = kindTelegram(7, 20);
+        minlixWrongCrc[5] ^= 0x01;
+        Bytes unknownKind = kindTelegram(10, 20);
+        unknownKind[2] = 3;
 
-    c.link.SwitchToComPort(1);
-    c.recognition.SearchStep();
-    QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("searching for MQ20....//.."));
-}
+        QTest::newRow("empty") << Bytes();
+        QTest::newRow("unstamped frame")
+            << telegram::MakeSendFrame(bytes({0x0A, 1, 0, 0, 0, 1}), true).value();
+        QTest::newRow("wrong sum") << wrongSum;
+        QTest::newRow("own kind, wrong inner CRC") << withFixedSum(wrongCrc);
+        QTest::newRow("own kind, wrong length") << withFixedSum(wrongLength);
+        QTest::newRow("fourth family, wrong inner CRC") << withFixedSum(minlixWrongCrc);
+        QTest::newRow("kind 3") << withFixedSum(unknownKind);
+        QTest::newRow("second family, length byte 171") << secondFamilyTelegram(171);
+    }
 
-void TestRecognition::rejected_data() {
-    QTest::addColumn<Bytes>("telegram");
+    void rejected() {
+        QFETCH(Bytes, telegram);
+        Context c;
+        c.link.StopTimers();
+        QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
 
-    Bytes wrongSum = ownTelegram(2);
-    wrongSum.back() ^= 0x01;
-    Bytes wrongCrc = ownTelegram(2);
-    wrongCrc[8] ^= 0x40;
-    Bytes wrongLength = ownTelegram(2);
-    wrongLength[1] += 1;
-    Bytes minlixWrongCrc = kindTelegram(7, 20);
-    minlixWrongCrc[5] ^= 0x01;
-    Bytes firstFamilyLong = kindTelegram(1, 48);
-    firstFamilyLong[1] = 49;
-    Bytes unknownKind = kindTelegram(10, 20);
-    unknownKind[2] = 3;
+        c.recognition.RcvDataHandle(telegram);
+        QVERIFY(c.start.caption(kLblDevice).isEmpty());
+        QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kDefault);
+        QVERIFY(!c.link.tmrZeroCommand().isEnabled());
+        QVERIFY(c.link.IsPortOpen());
+        QVERIFY(c.t.launcher.started.isEmpty());
+        QCOMPARE(own.count(), 0);
+        QVERIFY(!c.t.values.get());
+    }
 
-    QTest::newRow("empty") << Bytes();
-    QTest::newRow("three bytes") << bytes({0x02, 0x00, 0x02});
-    QTest::newRow("unstamped frame")
-        << telegram::MakeSendFrame(bytes({0x0A, 1, 0, 0, 0, 1}), true).value();
-    QTest::newRow("wrong sum") << wrongSum;
-    QTest::newRow("own kind, wrong inner CRC") << withFixedSum(wrongCrc);
-    QTest::newRow("own kind, wrong length") << withFixedSum(wrongLength);
-    QTest::newRow("fourth family, wrong inner CRC") << withFixedSum(minlixWrongCrc);
-    QTest::newRow("kind 3") << withFixedSum(unknownKind);
-    QTest::newRow("kind 11") << kindTelegram(11, 20);
-    QTest::newRow("second family, length byte 171") << secondFamilyTelegram(171);
-    QTest::newRow("first family, length byte off by one") << withFixedSum(firstFamilyLong);
-}
+    void ignoredWhileClosing() {
+        Context c;
+        c.t.installSuite();
+        c.link.StopTimers();
+        c.t.life.setClosing();
+        c.recognition.RcvDataHandle(kindTelegram(1, 48));
+        c.recognition.RcvDataHandle(ownTelegram(1));
+        c.recognition.StartExtKOMPA(QStringLiteral("x.ko3"));
+        QVERIFY(c.start.caption(kLblDevice).isEmpty());
+        QVERIFY(c.t.launcher.started.isEmpty());
+        QVERIFY(c.t.dialogs.shown.isEmpty());
+        QVERIFY(!c.t.values.get());
+    }
 
-void TestRecognition::rejected() {
-    QFETCH(Bytes, telegram);
-    Context c;
-    c.link.StopTimers();
-    QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
+    void otherFamiliesHandOver_data() {
+        QTest::addColumn<Bytes>("telegram");
+        QTest::addColumn<QString>("text");
 
-    c.recognition.RcvDataHandle(telegram);
-    QVERIFY(c.start.caption(kLblDevice).isEmpty());
-    QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kDefault);
-    QVERIFY(!c.link.tmrZeroCommand().isEnabled());
-    QVERIFY(c.link.IsPortOpen());
-    QVERIFY(c.t.launcher.started.isEmpty());
-    QCOMPARE(own.count(), 0);
-    QVERIFY(!c.t.values.get());
-}
+        QTest::newRow("1") << kindTelegram(1, 48) << "VARLIX recognized";
+        QTest::newRow("2") << secondFamilyTelegram(173) << "DURLIX recognized";
+        QTest::newRow("5") << kindTelegram(5, 269) << "VARLIX NET recognized";
+        QTest::newRow("7, extended form") << kindTelegram(7, 300) << "MINLIX recognized";
+        QTest::newRow("8") << kindTelegram(8, 291) << "DURLIX LSN recognized";
+        QTest::newRow("12") << kindTelegram(12, 273) << "VARLIX/a recognized";
+    }
 
-void TestRecognition::ignoredWhileClosing() {
-    Context c;
-    c.link.StopTimers();
-    c.t.life.setClosing();
-    c.recognition.RcvDataHandle(kindTelegram(1, 48));
-    c.recognition.RcvDataHandle(ownTelegram(1));
-    QVERIFY(c.start.caption(kLblDevice).isEmpty());
-    QVERIFY(c.t.launcher.started.isEmpty());
-    QVERIFY(!c.t.values.get());
-}
+    void otherFamiliesHandOver() {
+        QFETCH(Bytes, telegram);
+        QFETCH(QString, text);
+        Context c;
+        c.t.installSuite();
+        c.link.StopTimers();
+        QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
 
-void TestRecognition::otherFamiliesHandOver_data() {
-    QTest::addColumn<Bytes>("telegram");
-    QTest::addColumn<QString>("text");
+        c.recognition.RcvDataHandle(telegram);
+        QCOMPARE(c.start.caption(kLblDevice), text);
+        QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kGreen);
+        QVERIFY2(!c.link.IsPortOpen(), "the suite opens the port itself");
+        QCOMPARE(c.t.launcher.started.size(), 1);
+        QCOMPARE(c.t.launcher.started[0].program, c.t.suitePath());
+        QVERIFY(c.t.launcher.started[0].arguments.isEmpty());
+        QCOMPARE(own.count(), 0);
+    }
 
-    QTest::newRow("1") << kindTelegram(1, 48) << "VARLIX recognized";
-    QTest::newRow("2") << secondFamilyTelegram(173) << "DURLIX recognized";
-    QTest::newRow("5") << kindTelegram(5, 269) << "VARLIX NET recognized";
-    QTest::newRow("6") << kindTelegram(6, 269) << "DURLIX/a recognized";
-    QTest::newRow("7") << kindTelegram(7, 8) << "MINLIX recognized";
-    QTest::newRow("7, extended form") << kindTelegram(7, 300) << "MINLIX recognized";
-    QTest::newRow("8") << kindTelegram(8, 291) << "DURLIX LSN recognized";
-    QTest::newRow("9") << kindTelegram(9, 291) << "VARLIX LSN recognized";
-    QTest::newRow("12") << kindTelegram(12, 273) << "VARLIX/a recognized";
-}
+    void handOverOfLoadedFile() {
+        Context c;
+        c.t.installSuite();
+        c.link.ClosePort();
+        const QString file = QStringLiteral("/data/old device.ko3");
+        c.link.SetLoadedFileName(file);
+        c.link.SetDataFromFile(true);
 
-void TestRecognition::otherFamiliesHandOver() {
-    QFETCH(Bytes, telegram);
-    QFETCH(QString, text);
-    Context c;
-    c.installSuite();
-    c.link.StopTimers();
-    QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
+        c.recognition.RcvDataHandle(kindTelegram(1, 48));
+        QCOMPARE(c.t.launcher.started.size(), 1);
+        QCOMPARE(c.t.launcher.started[0].arguments, QStringList{file});
+    }
 
-    c.recognition.RcvDataHandle(telegram);
-    QCOMPARE(c.start.caption(kLblDevice), text);
-    QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kGreen);
-    QCOMPARE(c.link.IconIndex() & 1, 1);
-    QVERIFY2(!c.link.IsPortOpen(), "the suite opens the port itself");
-    QCOMPARE(c.t.launcher.started.size(), 1);
-    QCOMPARE(c.t.launcher.started[0].program, c.suitePath());
-    QVERIFY(c.t.launcher.started[0].arguments.isEmpty());
-    QVERIFY(c.t.dialogs.shown.isEmpty());
-    QCOMPARE(own.count(), 0);
-}
+    void suiteNotStarted_data() {
+        QTest::addColumn<bool>("installed");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("not found") << false << "Program not found";
+        QTest::newRow("start failed") << true << "Program could not be started";
+    }
 
-void TestRecognition::handOverOfLoadedFile() {
-    Context c;
-    c.installSuite();
-    c.link.ClosePort();
-    const QString file = QStringLiteral("/data/old device.ko3");
-    c.link.SetLoadedFileName(file);
-    c.link.SetDataFromFile(true);
+    void suiteNotStarted() {
+        QFETCH(bool, installed);
+        QFETCH(QString, text);
+        Context c;
+        if (installed) c.t.installSuite();
+        c.t.launcher.startSucceeds = false;
+        QSignalSpy closing(&c.recognition, &Recognition::CloseRequested);
+        c.recognition.RcvDataHandle(kindTelegram(9, 291));
 
-    c.recognition.RcvDataHandle(kindTelegram(1, 48));
-    QCOMPARE(c.t.launcher.started.size(), 1);
-    QCOMPARE(c.t.launcher.started[0].arguments, QStringList{file});
-}
+        QCOMPARE(c.t.launcher.started.size(), installed ? 1 : 0);
+        QCOMPARE(closing.count(), 1);
+        QCOMPARE(c.t.dialogs.shown.size(), 1);
+        const ScriptedDialogs::Shown& box = c.t.dialogs.shown[0];
+        QCOMPARE(box.text, text + "\r\n\r\n" + QDir::toNativeSeparators(c.t.suitePath()));
+        QCOMPARE(box.icon, UserDialogs::Icon::Critical);
+        QVERIFY(!c.link.IsPortOpen());
+    }
 
-void TestRecognition::programNotFound() {
-    Context c;
-    QSignalSpy closing(&c.recognition, &Recognition::CloseRequested);
-    c.recognition.RcvDataHandle(kindTelegram(9, 291));
+    void ownTelegramRoutes_data() {
+        QTest::addColumn<QString>("shownSerial");
+        QTest::addColumn<bool>("deviceSearch");
+        QTest::addColumn<int>("command");
+        QTest::addColumn<bool>("decoded");
+        QTest::addColumn<bool>("connecting");
+        QTest::addColumn<int>("dataBytes"); // 300: the extended form, serial behind a longer header
 
-    QVERIFY2(c.t.launcher.started.isEmpty(), "a missing suite is not started");
-    QCOMPARE(closing.count(), 1);
-    QCOMPARE(c.t.dialogs.shown.size(), 1);
-    const ScriptedDialogs::Shown& box = c.t.dialogs.shown[0];
-    QCOMPARE(box.text,
-             QStringLiteral("Program not found\r\n\r\n") + QDir::toNativeSeparators(c.suitePath()));
-    QCOMPARE(box.title, QStringLiteral("Error"));
-    QCOMPARE(box.icon, UserDialogs::Icon::Critical);
-    QCOMPARE(box.buttons, UserDialogs::Buttons::Ok);
-    QVERIFY(!c.link.IsPortOpen());
-}
+        QTest::newRow("new device, telegram 1") << "" << false << 1 << true << true << 3;
+        QTest::newRow("new device, telegram 2") << "" << false << 2 << false << false << 3;
+        QTest::newRow("known device, telegram 2") << "1234567" << false << 2 << true << false << 3;
+        QTest::newRow("known device, telegram 1") << "1234567" << false << 1 << true << false << 3;
+        QTest::newRow("another device, telegram 1") << "7654321" << false << 1 << true << true << 3;
+        QTest::newRow("another device, extended form")
+            << "7654321" << false << 1 << true << true << 300;
+        QTest::newRow("another device, telegram 5")
+            << "7654321" << false << 5 << false << false << 3;
+        QTest::newRow("device search, telegram 3") << "7654321" << true << 3 << true << false << 3;
+    }
 
-void TestRecognition::failedStartIsSaid() {
-    Context c;
-    c.installSuite();
-    c.t.launcher.startSucceeds = false;
-    c.recognition.RcvDataHandle(kindTelegram(1, 48));
+    void ownTelegramRoutes() {
+        QFETCH(QString, shownSerial);
+        QFETCH(bool, deviceSearch);
+        QFETCH(int, command);
+        QFETCH(bool, decoded);
+        QFETCH(bool, connecting);
+        QFETCH(int, dataBytes);
+        Context c;
+        c.link.StopTimers();
+        c.t.session.setSerialNo(shownSerial);
+        c.t.session.setSearchRunning(deviceSearch);
+        QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
+        QSignalSpy connectWindow(&c.recognition, &Recognition::ConnectionWindowRequested);
+        const Bytes telegram = ownTelegram(command, std::size_t(dataBytes));
 
-    QCOMPARE(c.t.launcher.started.size(), 1);
-    QCOMPARE(c.t.dialogs.shown.size(), 1);
-    QCOMPARE(c.t.dialogs.shown[0].text, QStringLiteral("Program could not be started\r\n\r\n") +
-                                            QDir::toNativeSeparators(c.suitePath()));
-}
+        c.recognition.RcvDataHandle(telegram);
+        QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("SHELLIX recognized"));
+        QVERIFY2(c.t.values.get(), "the first own telegram creates the value store");
+        QCOMPARE(own.count(), decoded ? 1 : 0);
+        if (decoded) QCOMPARE(own.at(0).at(0).value<Bytes>(), telegram);
+        QCOMPARE(connectWindow.count(), connecting ? 1 : 0);
+        if (connecting) QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567"));
+        QVERIFY(c.link.IsPortOpen());
+    }
 
-void TestRecognition::noStartOnceClosing() {
-    Context c;
-    c.t.life.setClosing();
-    c.recognition.StartExtKOMPA(QStringLiteral("x.ko3"));
-    QVERIFY(c.t.launcher.started.isEmpty());
-    QVERIFY(c.t.dialogs.shown.isEmpty());
-    QVERIFY(!c.link.IsPortOpen());
-}
+    // A late answer to a search telegram must not take over the device the user
+    // has chosen.
+    void chosenDeviceIsNotTakenOver() {
+        Context c;
+        c.link.StopTimers();
+        QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
 
-void TestRecognition::ownTelegramRoutes_data() {
-    QTest::addColumn<QString>("shownSerial");
-    QTest::addColumn<bool>("deviceSearch");
-    QTest::addColumn<int>("command");
-    QTest::addColumn<bool>("decoded");
-    QTest::addColumn<bool>("connecting");
+        // 7654321 chosen; 1234567 answers late.
+        c.t.session.setSerialNo(QStringLiteral("7654321"));
+        c.t.session.awaitChosenDevice(QStringLiteral("7654321"));
+        c.recognition.RcvDataHandle(ownTelegram(1));
+        QCOMPARE(own.count(), 0);
 
-    QTest::newRow("new device, telegram 1") << "" << false << 1 << true << true;
-    QTest::newRow("new device, telegram 2") << "" << false << 2 << false << false;
-    QTest::newRow("known device, telegram 2") << "1234567" << false << 2 << true << false;
-    QTest::newRow("known device, telegram 1") << "1234567" << false << 1 << true << false;
-    QTest::newRow("another device, telegram 1") << "7654321" << false << 1 << true << true;
-    QTest::newRow("another device, telegram 5") << "7654321" << false << 5 << false << false;
-    QTest::newRow("device search, telegram 3") << "7654321" << true << 3 << true << false;
-}
-
-void TestRecognition::ownTelegramRoutes() {
-    QFETCH(QString, shownSerial);
-    QFETCH(bool, deviceSearch);
-    QFETCH(int, command);
-    QFETCH(bool, decoded);
-    QFETCH(bool, connecting);
-    Context c;
-    c.link.StopTimers();
-    c.t.session.setSerialNo(shownSerial);
-    c.t.session.setSearchRunning(deviceSearch);
-    QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
-    QSignalSpy connectWindow(&c.recognition, &Recognition::ConnectionWindowRequested);
-    const Bytes telegram = ownTelegram(command);
-
-    c.recognition.RcvDataHandle(telegram);
-    QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kGreen);
-    QVERIFY(c.link.tmrZeroCommand().isEnabled());
-    QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("SHELLIX recognized"));
-    QVERIFY2(c.t.values.get(), "the first own telegram creates the value store");
-    QCOMPARE(own.count(), decoded ? 1 : 0);
-    if (decoded) QCOMPARE(own.at(0).at(0).value<Bytes>(), telegram);
-    QCOMPARE(connectWindow.count(), connecting ? 1 : 0);
-    if (connecting) QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567"));
-    QVERIFY(c.t.launcher.started.isEmpty());
-    QVERIFY(c.link.IsPortOpen());
-}
-
-void TestRecognition::extendedFormReadsSerialBehindLongHeader() {
-    Context c;
-    QSignalSpy connectWindow(&c.recognition, &Recognition::ConnectionWindowRequested);
-    const Bytes telegram = ownTelegram(1, 300);
-    QCOMPARE(telegram[1], 255);
-
-    c.recognition.RcvDataHandle(telegram);
-    QCOMPARE(connectWindow.count(), 1);
-    QCOMPARE(connectWindow.at(0).at(0).toString(), QStringLiteral("1234567"));
-}
-
-// A late answer to a search telegram must not take over the device the user has chosen.
-void TestRecognition::chosenDeviceIsNotTakenOver() {
-    Context c;
-    c.link.StopTimers();
-    QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
-
-    // 7654321 chosen; 1234567 answers late.
-    c.t.session.setSerialNo(QStringLiteral("7654321"));
-    c.t.session.awaitChosenDevice(QStringLiteral("7654321"));
-    c.recognition.RcvDataHandle(ownTelegram(1));
-    QCOMPARE(own.count(), 0);
-
-    // 1234567 chosen: its telegram 1 ends the wait, and later another device may call.
-    c.t.session.setSerialNo(QStringLiteral("1234567"));
-    c.t.session.awaitChosenDevice(QStringLiteral("1234567"));
-    c.recognition.RcvDataHandle(ownTelegram(1));
-    c.t.session.setSerialNo(QStringLiteral("7654321"));
-    c.recognition.RcvDataHandle(ownTelegram(1));
-    QCOMPARE(own.count(), 2);
-}
+        // 1234567 chosen: its telegram 1 ends the wait, and later another device
+        // may call.
+        c.t.session.setSerialNo(QStringLiteral("1234567"));
+        c.t.session.awaitChosenDevice(QStringLiteral("1234567"));
+        c.recognition.RcvDataHandle(ownTelegram(1));
+        c.t.session.setSerialNo(QStringLiteral("7654321"));
+        c.recognition.RcvDataHandle(ownTelegram(1));
+        QCOMPARE(own.count(), 2);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestRecognition)
 #include "tst_recognition.moc"

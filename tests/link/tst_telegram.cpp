@@ -69,65 +69,6 @@ private slots:
         QVERIFY(checksum::CheckSumOfBytes(stamped));
     }
 
-    void acceptsOwnTelegramsOfEveryForm() {
-        for (int dataBytes : {0, 183, 400}) {
-            const Bytes t = stampedOwn(dataBytes == 400 ? 5 : 2, dataBytes);
-            const auto accepted = telegram::AcceptStampedTelegram(t);
-            QVERIFY(accepted.has_value());
-            QCOMPARE(accepted->deviceKind, 10);
-            QCOMPARE(accepted->headerLength, dataBytes == 400 ? 4 : 2);
-        }
-    }
-
-    void refusesBrokenTelegrams() {
-        Bytes wrongCrc = stampedOwn(2, 10);
-        wrongCrc[8] ^= 0x40; // a data byte; the sum is made right again
-        QVERIFY(checksum::AddSumOfBytes(wrongCrc));
-        QVERIFY(!telegram::AcceptStampedTelegram(wrongCrc));
-
-        Bytes wrongLength = stampedOwn(2, 10);
-        wrongLength[1] += 1;
-        QVERIFY(checksum::AddSumOfBytes(wrongLength));
-        QVERIFY(!telegram::AcceptStampedTelegram(wrongLength));
-
-        Bytes unknownKind = stampedOwn(2, 10);
-        unknownKind[2] = 11;
-        QVERIFY(checksum::AddSumOfBytes(unknownKind));
-        QVERIFY(!telegram::AcceptStampedTelegram(unknownKind));
-
-        QVERIFY(!telegram::AcceptStampedTelegram({}));
-        QVERIFY(!telegram::AcceptStampedTelegram(bytes({2, 255, 0, 3})));
-    }
-
-    void secondFamilyIsTestedByItsLenByte() {
-        Bytes frame(175, 0);
-        frame[0] = 2;
-        frame[2] = 2;
-        frame[1] = 173;
-        QVERIFY(checksum::AddSumOfBytes(frame));
-        const auto accepted =
-            telegram::AcceptStampedTelegram(telegram::StampTelegram(frame, kStampTime).value());
-        QVERIFY(accepted);
-        QCOMPARE(accepted->deviceKind, 2);
-        frame[1] = 171;
-        QVERIFY(checksum::AddSumOfBytes(frame));
-        QVERIFY(
-            !telegram::AcceptStampedTelegram(telegram::StampTelegram(frame, kStampTime).value()));
-    }
-
-    void foreignFamiliesWithoutCrc() {
-        Bytes frame(52, 0x33);
-        frame[0] = 2;
-        frame[1] = 48;
-        frame[2] = 1;
-        QVERIFY(checksum::AddSumOfBytes(frame));
-        const auto accepted =
-            telegram::AcceptStampedTelegram(telegram::StampTelegram(frame, kStampTime).value());
-        QVERIFY(accepted);
-        QCOMPARE(accepted->deviceKind, 1);
-        QCOMPARE(telegram::DeviceKindName(1), QStringLiteral("VARLIX"));
-    }
-
     // No flip of a single bit in a stamped telegram passes all checks unnoticed, and none
     // makes the finder or the acceptance read outside the array.
     void everySingleBitFlipIsRefused() {
@@ -143,26 +84,6 @@ private slots:
             }
         }
         QCOMPARE(refused, static_cast<int>(good.size()) * 8);
-    }
-
-    void deviceKindNames_data() {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("2") << 2 << "DURLIX";
-        QTest::newRow("5") << 5 << "VARLIX NET";
-        QTest::newRow("6") << 6 << "DURLIX/a";
-        QTest::newRow("7") << 7 << "MINLIX";
-        QTest::newRow("8") << 8 << "DURLIX LSN";
-        QTest::newRow("9") << 9 << "VARLIX LSN";
-        QTest::newRow("10") << 10 << "SHELLIX";
-        QTest::newRow("12") << 12 << "VARLIX/a";
-        QTest::newRow("3") << 3 << "";
-        QTest::newRow("11") << 11 << "";
-    }
-    void deviceKindNames() {
-        QFETCH(int, kind);
-        QFETCH(QString, name);
-        QCOMPARE(telegram::DeviceKindName(kind), name);
     }
 };
 
