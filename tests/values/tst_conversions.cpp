@@ -101,40 +101,29 @@ private slots:
         QCOMPARE(Byte2Bit16(0xA5, 0x0F, QStringLiteral(" ")), QStringLiteral("10100101 00001111"));
     }
 
-    void uintToBytes_data() {
+    // Refused values leave the 0xEE the outputs start with; a signed byte is the low one.
+    void integersToBytes_data() {
+        QTest::addColumn<bool>("signedByte");
         QTest::addColumn<int>("value");
         QTest::addColumn<int>("status");
-        QTest::addColumn<int>("high");
-        QTest::addColumn<int>("low");
-        // Refused values leave the 0xEE the outputs start with.
-        QTest::newRow("256") << 256 << 0 << 1 << 0;
-        QTest::newRow("highest") << 65535 << 0 << 255 << 255;
-        QTest::newRow("one above") << 65536 << -2 << 0xEE << 0xEE;
-        QTest::newRow("lowest int") << std::numeric_limits<int>::min() << -2 << 0xEE << 0xEE;
+        QTest::addColumn<int>("bytes"); // high byte, low byte
+        QTest::newRow("256") << false << 256 << 0 << 0x0100;
+        QTest::newRow("highest") << false << 65535 << 0 << 0xFFFF;
+        QTest::newRow("one above") << false << 65536 << -2 << 0xEEEE;
+        QTest::newRow("lowest int") << false << std::numeric_limits<int>::min() << -2 << 0xEEEE;
+        QTest::newRow("signed minus one") << true << -1 << 0 << 0xEEFF;
+        QTest::newRow("signed highest") << true << 127 << 0 << 0xEE7F;
+        QTest::newRow("signed 128") << true << 128 << -2 << 0xEEEE;
+        QTest::newRow("signed -129") << true << -129 << -2 << 0xEEEE;
     }
-    void uintToBytes() {
+    void integersToBytes() {
+        QFETCH(bool, signedByte);
         QFETCH(int, value);
-        QFETCH(int, status);
         std::uint8_t high = 0xEE, low = 0xEE;
-        QCOMPARE(int(UInt2Byte(value, high, low)), status);
-        QTEST(int(high), "high");
-        QTEST(int(low), "low");
-    }
-
-    void sbyteToByte_data() {
-        QTest::addColumn<int>("value");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("byte");
-        QTest::newRow("minus one") << -1 << 0 << 255;
-        QTest::newRow("highest") << 127 << 0 << 0x7F;
-        QTest::newRow("128") << 128 << -2 << 0xEE;
-        QTest::newRow("-129") << -129 << -2 << 0xEE;
-    }
-    void sbyteToByte() {
-        QFETCH(int, value);
-        std::uint8_t byte = 0xEE;
-        QTEST(int(SByte2Byte(static_cast<std::int16_t>(value), byte)), "status");
-        QTEST(int(byte), "byte");
+        QTEST(int(signedByte ? SByte2Byte(static_cast<std::int16_t>(value), low)
+                             : UInt2Byte(value, high, low)),
+              "status");
+        QTEST(high << 8 | low, "bytes");
     }
 
     void ulongFromText_data() {
