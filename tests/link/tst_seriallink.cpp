@@ -240,25 +240,16 @@ private Q_SLOTS:
         QCOMPARE(icon.count(), 3);
     }
 
+    // What the end-to-end tests cannot see: the bytes of a window that was collecting when
+    // the adapter went are not read from the closed port.
     void lostPortLeavesToolRunning() {
         OpenLink l;
         l.t.port.deliver(toByteArray(answerFrame(2)));
-        QVERIFY(l.link.tmrToRx().isEnabled());
-
         l.t.port.pull();
         QVERIFY(!l.link.IsPortOpen());
         Q_EMIT l.link.tmrToRx().timeout();
         QVERIFY2(!l.t.port.incoming.isEmpty(), "a closed port is not read");
-
-        l.t.recognition.SearchStep();
-        QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
         QVERIFY(!l.t.life.closing());
-
-        // The user picks the port again.
-        l.link.SwitchToComPort(1);
-        QVERIFY(l.link.IsPortOpen());
-        l.receive(answerFrame(2));
-        QVERIFY(l.recognized());
     }
 
     void switchToComPort_data() {

@@ -99,17 +99,6 @@ private slots:
             QCOMPARE(stored, filled(command, status == 0 ? 0x22 : 0x11));
     }
 
-    void deleteZeroes() {
-        ValueStore values;
-        fillAll(values, 0xFF);
-        QCOMPARE(values.DeleteDataArrays(), 0);
-        Bytes copy;
-        values.GetDataArray(copy, 5);
-        QCOMPARE(copy, filled(5, 0));
-        QCOMPARE(values.DET_GetAlarmThreshold(1), 0.0f);
-        QCOMPARE(values.GetSerialNum(), 0.0);
-    }
-
     void checkDataArrays() {
         ValueStore values;
         QCOMPARE(values.CheckDataArrays(0), 0); // five arrays of zeros share serial number 0
