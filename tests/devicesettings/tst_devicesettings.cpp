@@ -44,7 +44,6 @@ private Q_SLOTS:
         WindowRig rig;
         Form& w = rig.w;
         QVERIFY(w.isShown() && w.isModal());
-        QCOMPARE(w.title(), QStringLiteral("Advanced settings"));
         QVERIFY(w.isVisible(ds::fraDeviceSettings[0]) && w.isVisible(ds::fraDeviceSettings[1]));
         QCOMPARE(w.caption(ds::lblParameterValue[1]), QStringLiteral("4700"));
         QCOMPARE(w.caption(ds::lblBetaFactor[0]), QStringLiteral("3977"));
@@ -61,7 +60,6 @@ private Q_SLOTS:
         w.userSetCaption(ds::txtParameterValue[0], QStringLiteral("100000"));
         w.click(ds::cmdSettingsAssume);
         QVERIFY(rig.queued(129));
-        QCOMPARE(rig.resistors(), State::Comparing);
         rig.settings.tmrCompareSettings_Timer();
         QCOMPARE(rig.resistors(), State::Comparing);
         QVERIFY(w.isVisible(ds::lblSettingsWaiting));
@@ -155,8 +153,7 @@ private Q_SLOTS:
 
     void withoutTemperatureSensorsOnlyTheResistorPage() {
         WindowRig rig(QStringLiteral("minimal"));
-        QVERIFY(rig.w.isShown());
-        QVERIFY(rig.w.isVisible(ds::fraDeviceSettings[0]));
+        QVERIFY(rig.w.isShown() && rig.w.isVisible(ds::fraDeviceSettings[0]));
         QVERIFY(!rig.w.isVisible(ds::fraDeviceSettings[1]));
     }
 };

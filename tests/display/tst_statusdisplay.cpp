@@ -212,9 +212,7 @@ private Q_SLOTS:
 
     void localisationTimes() {
         MainViewRig rig; // windows 500-1200, 1201-1700, 1701-2300, 2301-2900, 2901-3500
-        const QString times[] = {QStringLiteral("10.0"), QStringLiteral("14.0"),
-                                 QStringLiteral("20.0"), QStringLiteral("26.0"),
-                                 QStringLiteral("32.0")};
+        const QStringList times = {"10.0", "14.0", "20.0", "26.0", "32.0"};
         for (int i = 0; i < 5; ++i)
             QCOMPARE(rig.caption(el::lblLocTime[i]), times[i]);
         QCOMPARE(rig.caption(el::lblLocNumberOfHoles), QStringLiteral("5"));

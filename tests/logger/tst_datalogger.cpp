@@ -32,7 +32,6 @@ private Q_SLOTS:
     void choosingAFileAsksBeforeAppending();
     void startNeedsATickAndEveryTickedFormatsFile();
     void aFileThatCannotBeWrittenStopsTheRecording();
-    void aDeletedFileComesBackWithTheNextRecord();
     void aPassListsTheTickedRowsOnly();
 
 private:
@@ -157,15 +156,6 @@ void TestDataLogger::infoPathCutsAtTheFirstPointOfThePath() {
              QStringLiteral("data_log_Info.txt"));
     QCOMPARE(logfiles::InfoPath(QStringLiteral("/m/run"), logfiles::kDatInfoSuffix),
              QStringLiteral("/m/run_dat_Info.txt"));
-    // Where the cut lands is where a recording's info file goes, even outside its folder.
-    QDir(m_folder).mkpath(QStringLiteral("data.old"));
-    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad,
-           m_folder + QStringLiteral("/data.old/r.dat"));
-    showValues({QStringLiteral("x")}, {QStringLiteral("1")});
-    window().click(lg::cmdStart);
-    record(1);
-    QCOMPARE(contents(m_folder + QStringLiteral("/data_dat_Info.txt")),
-             QByteArray("START-> 2026 11 23 09 30 15 | x\r\n"));
 }
 
 void TestDataLogger::choosingAFileAsksBeforeAppending() {
@@ -200,50 +190,26 @@ void TestDataLogger::choosingAFileAsksBeforeAppending() {
 }
 
 void TestDataLogger::startNeedsATickAndEveryTickedFormatsFile() {
-    const QString log = m_folder + QStringLiteral("/s.log");
-    choose(lg::chkSaveAsExcel, lg::cmdSaveAsExcel, log);
+    choose(lg::chkSaveAsExcel, lg::cmdSaveAsExcel, m_folder + QStringLiteral("/s.log"));
     QVERIFY(window().isEnabled(lg::cmdStart));
-    // A ticked format without its file holds the start back.
+    // A ticked format without its file holds the start back, and so does a list without a
+    // tick.
     window().userSetValue(lg::chkSaveAsMathCad, 1);
     window().click(lg::chkSaveAsMathCad);
-    QVERIFY(window().isEnabled(lg::cmdSaveAsMathCad));
-    QVERIFY(!window().isEnabled(lg::cmdStart));
+    QVERIFY(window().isEnabled(lg::cmdSaveAsMathCad) && !window().isEnabled(lg::cmdStart));
     window().userSetValue(lg::chkSaveAsMathCad, 0);
     window().click(lg::chkSaveAsMathCad);
     QVERIFY(window().isEnabled(lg::cmdStart));
-    // So does a list without a tick.
     window().userSetTicked(lg::lstDisplay[0], 1, false);
     QVERIFY(!window().isEnabled(lg::cmdStart));
 }
 
+// A deleted file comes back with the next record; a full disk or a folder that is gone
+// stops the recording, and the message names the file.
 void TestDataLogger::aFileThatCannotBeWrittenStopsTheRecording() {
-    // A full disk.
-    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, QStringLiteral("/dev/full"));
-    showValues({QStringLiteral("x")}, {QStringLiteral("1")});
-    window().click(lg::cmdStart);
-    record(1);
-    QVERIFY(!logger().LoggerRunning);
-    QVERIFY(window().isEnabled(lg::cmdStart));
-    QCOMPARE(m_t->dialogs.shown.size(), 1);
-    QVERIFY2(m_t->dialogs.shown[0].text.contains(QStringLiteral("/dev/full")),
-             qPrintable(m_t->dialogs.shown[0].text));
-    QVERIFY(m_t->dialogs.shown[0].text.contains(QStringLiteral("space")));
-
-    // A folder that is gone: the message names the file, the lines written so far stay.
     const QString folder = m_folder + QStringLiteral("/stick");
     QDir().mkpath(folder);
-    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, folder + QStringLiteral("/r.dat"));
-    window().click(lg::cmdStart);
-    record(1);
-    QVERIFY(QDir(folder).removeRecursively());
-    record(2);
-    QVERIFY(!logger().LoggerRunning);
-    QCOMPARE(m_t->dialogs.shown.size(), 2);
-    QVERIFY(m_t->dialogs.shown[1].text.contains(folder + QStringLiteral("/r.dat")));
-}
-
-void TestDataLogger::aDeletedFileComesBackWithTheNextRecord() {
-    const QString dat = m_folder + QStringLiteral("/d.dat");
+    const QString dat = folder + QStringLiteral("/r.dat");
     choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, dat);
     showValues({QStringLiteral("x")}, {QStringLiteral("1")});
     window().click(lg::cmdStart);
@@ -253,6 +219,20 @@ void TestDataLogger::aDeletedFileComesBackWithTheNextRecord() {
     QVERIFY(logger().LoggerRunning);
     QCOMPARE(contents(dat), QByteArray("2026 11 23 09 30 17 1\r\n"));
     QCOMPARE(logger().MathCadRecords(), 1);
+    QVERIFY(QDir(folder).removeRecursively());
+    record(2);
+    QVERIFY(!logger().LoggerRunning);
+    QCOMPARE(m_t->dialogs.shown.size(), 1);
+    QVERIFY(m_t->dialogs.shown[0].text.contains(dat));
+
+    choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, QStringLiteral("/dev/full"));
+    window().click(lg::cmdStart);
+    record(1);
+    QVERIFY(!logger().LoggerRunning && window().isEnabled(lg::cmdStart));
+    QCOMPARE(m_t->dialogs.shown.size(), 2);
+    QVERIFY2(m_t->dialogs.shown[1].text.contains(QStringLiteral("/dev/full")) &&
+                 m_t->dialogs.shown[1].text.contains(QStringLiteral("space")),
+             qPrintable(m_t->dialogs.shown[1].text));
 }
 
 void TestDataLogger::aPassListsTheTickedRowsOnly() {

@@ -13,29 +13,6 @@
 
 namespace {
 
-QStringList textsOf(const std::vector<DataObject>& rows) {
-    QStringList texts;
-    for (const DataObject& row : rows)
-        texts << row.text;
-    return texts;
-}
-
-char letterOf(const DataObject& row) {
-    constexpr char letters[] = {'S', 'I', 'D', 'T'}; // in the order of the variant
-    return letters[row.value.index()];
-}
-
-void storeRandomTelegrams(ValueStore& values) {
-    constexpr int sizes[] = {19, 202, 211, 54, 421};
-    QRandomGenerator random = testsupport::seededGenerator();
-    for (std::int16_t c = 1; c <= 5; ++c) {
-        Bytes t(static_cast<std::size_t>(sizes[c - 1]));
-        for (auto& b : t)
-            b = static_cast<std::uint8_t>(random.bounded(256));
-        values.SetDataArray(t, c);
-    }
-}
-
 template <class Number>
 Number readBack(const QString& text) {
     const QByteArray latin = text.toLatin1();
@@ -65,37 +42,32 @@ class TestDataObjects : public QObject {
     Q_OBJECT
 
 private slots:
-    // The ends of the list, and inside a group the order of indexes: relay by relay, and the
-    // detectors taking turns.
-    void rowsAtTheirPlace() {
-        ValueStore values;
-        const QStringList texts = textsOf(CollectDataObjects(values));
-        QCOMPARE(texts.first(), QStringLiteral("Seriennummer des MQ27D"));
-        QCOMPARE(texts[86], QStringLiteral("Detektor 2: Hauptalarmschwelle [%]"));
-        QCOMPARE(texts[134], QStringLiteral("Zustand Relais 5"));
-        QCOMPARE(texts[174 + 16], QStringLiteral("Relais 2 Bit 00: Relais Verknüpfungsmaske"));
-        QCOMPARE(texts.mid(283, 2), (QStringList{QStringLiteral("Detektor 1: Relais Hauptalarm"),
-                                                 QStringLiteral("Detektor 2: Relais Hauptalarm")}));
-        QCOMPARE(texts.last(), QStringLiteral("Löscheinschub 10: Freigabeeingang vorhanden"));
-    }
-
-    // The letter a row declares is the kind of value it carries.
-    void typeLettersMatchTheValues() {
-        ValueStore values;
-        for (const DataObject& row : CollectDataObjects(values))
-            QVERIFY2(row.type == letterOf(row), qPrintable(row.text));
-    }
-
-    // The list is fixed: what the device sends changes values, never rows.
-    void rowsDoNotDependOnTheDevice() {
+    // The list is fixed, what the device sends changes values, never rows; the letter a row
+    // declares is the kind of value it carries.
+    void rowsAreFixedAndTypedAsDeclared() {
         ValueStore empty;
         ValueStore filled;
-        storeRandomTelegrams(filled);
+        QRandomGenerator random = testsupport::seededGenerator();
+        int command = 1;
+        for (int size : {19, 202, 211, 54, 421}) {
+            Bytes t(static_cast<std::size_t>(size));
+            for (auto& b : t)
+                b = static_cast<std::uint8_t>(random.bounded(256));
+            filled.SetDataArray(t, static_cast<std::int16_t>(command++));
+        }
         const std::vector<DataObject> a = CollectDataObjects(empty);
         const std::vector<DataObject> b = CollectDataObjects(filled);
-        QCOMPARE(textsOf(a), textsOf(b));
-        for (const QString& text : textsOf(b))
-            QVERIFY2(!text.contains(QLatin1String("ERROR")), qPrintable(text));
+        QCOMPARE(a.size(), b.size());
+        constexpr char letters[] = {'S', 'I', 'D', 'T'}; // in the order of the variant
+        for (std::size_t i = 0; i < b.size(); ++i) {
+            QCOMPARE(a[i].text, b[i].text);
+            QVERIFY2(!b[i].text.contains(QLatin1String("ERROR")), qPrintable(b[i].text));
+            QVERIFY2(b[i].type == letters[b[i].value.index()], qPrintable(b[i].text));
+        }
+        // Inside a group the order of indexes: relay by relay, and the detectors taking turns.
+        QCOMPARE(b[174 + 16].text, QStringLiteral("Relais 2 Bit 00: Relais Verknüpfungsmaske"));
+        QCOMPARE(b[283].text, QStringLiteral("Detektor 1: Relais Hauptalarm"));
+        QCOMPARE(b[284].text, QStringLiteral("Detektor 2: Relais Hauptalarm"));
     }
 
     void valuesComeFromTheirGetters() {
@@ -126,19 +98,16 @@ private slots:
         QTest::addColumn<DataObject>("row");
         QTest::addColumn<QString>("text");
         const float inf = std::numeric_limits<float>::infinity();
-        QTest::newRow("float one") << floatRow(1.0f) << "1";
         QTest::newRow("float tenth") << floatRow(0.1f) << "0.1";
         QTest::newRow("float negative") << floatRow(-100.0f) << "-100";
         QTest::newRow("float largest") << floatRow(std::numeric_limits<float>::max())
                                        << "340282346638528859811704183484516925440";
         QTest::newRow("float inf") << floatRow(inf) << "inf";
-        QTest::newRow("float -inf") << floatRow(-inf) << "-inf";
         QTest::newRow("float nan") << floatRow(std::numeric_limits<float>::quiet_NaN()) << "nan";
         QTest::newRow("float -nan") << floatRow(-std::numeric_limits<float>::quiet_NaN()) << "nan";
         QTest::newRow("int lowest") << intRow(-32768) << "-32768";
         QTest::newRow("double serial") << doubleRow(4294967295.0) << "4294967295";
         QTest::newRow("double tenth") << doubleRow(0.1) << "0.1";
-        QTest::newRow("double inf") << doubleRow(std::numeric_limits<double>::infinity()) << "inf";
         QTest::newRow("double nan") << doubleRow(std::nan("")) << "nan";
         QTest::newRow("text with comma") << textRow(QStringLiteral("0,5")) << "0,5";
     }

@@ -54,64 +54,60 @@ class TestDeviceSearch : public QObject {
 private slots:
     void searchStopsThePollAndListsTheShownDevice() {
         Rig rig;
-        QVERIFY(rig.display.isShown());
-        QVERIFY(rig.engine.tmrAutoSend().isEnabled());
+        QVERIFY(rig.display.isShown() && rig.engine.tmrAutoSend().isEnabled());
+        QVERIFY(!rig.app.link().IsPortOpen());
         rig.engine.tmrTimeout().enable();
-
         rig.search.mnuDeviceSearch_Click();
-        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
-        QVERIFY(!rig.engine.tmrTimeout().isEnabled());
-        QCOMPARE(rig.searchWindow.title(), QStringLiteral("KOMPA MQ27D - Gerät auswählen"));
-        QCOMPARE(rig.searchWindow.caption("lblDataLEDLegend"), QStringLiteral("Daten"));
-        QCOMPARE(rig.searchWindow.caption("cmdOK"), QStringLiteral("Übernehmen"));
-        QCOMPARE(rig.searchWindow.caption("cmdCancel"), QStringLiteral("Abbrechen"));
-        QVERIFY(rig.searchWindow.isShown());
-        QVERIFY(!rig.searchWindow.isModal());
-        QCOMPARE(rig.searchWindow.centredOver(), QStringLiteral("frmDisplay"));
+        QVERIFY(rig.t.port.isOpen());
+        QCOMPARE(rig.t.port.portNumber(), 2);
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled() && !rig.engine.tmrTimeout().isEnabled());
+        QCOMPARE(rig.searchWindow.title(), "KOMPA MQ27D - Gerät auswählen");
+        QCOMPARE(rig.searchWindow.caption("lblDataLEDLegend"), "Daten");
+        QCOMPARE(rig.searchWindow.caption("cmdOK"), "Übernehmen");
+        QCOMPARE(rig.searchWindow.caption("cmdCancel"), "Abbrechen");
+        QVERIFY(rig.searchWindow.isShown() && !rig.searchWindow.isModal());
+        QCOMPARE(rig.searchWindow.centredOver(), "frmDisplay");
         QCOMPARE(rig.listed(), QStringList{kShownText});
         QCOMPARE(rig.searchWindow.value("lstDeviceList"), 0.0);
         QVERIFY(!rig.display.isShown());
         QVERIFY(rig.app.session().searchRunning());
-    }
 
-    // Before any device was shown there is nothing to go back to, and no device "0".
-    void searchBeforeAnyDeviceListsOnlyThoseThatAnswer() {
-        TestApp t;
-        DeviceSearch& search = t.app->search();
-        search.mnuDeviceSearch_Click();
-        const Form& window = t.app->forms().frmDeviceSearch();
-        QVERIFY(window.items("lstDeviceList").isEmpty());
-        search.AddDevice(kOther);
-        QCOMPARE(window.items("lstDeviceList"), QStringList{kOtherText});
-    }
-
-    void searchOpensTheStoredPortWhenClosed() {
-        Rig rig;
-        QVERIFY(!rig.app.link().IsPortOpen());
-        rig.search.mnuDeviceSearch_Click();
-        QVERIFY(rig.t.port.isOpen());
-        QCOMPARE(rig.t.port.portNumber(), 2);
-    }
-
-    void aSecondSearchStartsWithAFreshList() {
-        Rig rig;
-        rig.search.mnuDeviceSearch_Click();
+        // A second search starts with a fresh list.
         rig.search.AddDevice(kOther);
         rig.searchWindow.click("cmdCancel");
         rig.search.mnuDeviceSearch_Click();
         QCOMPARE(rig.listed(), QStringList{kShownText});
     }
 
+    // Before any device was shown there is nothing to go back to, and no device "0".
+    void searchBeforeAnyDeviceListsOnlyThoseThatAnswer() {
+        TestApp t;
+        t.app->search().mnuDeviceSearch_Click();
+        const Form& window = t.app->forms().frmDeviceSearch();
+        QVERIFY(window.items("lstDeviceList").isEmpty());
+        t.app->search().AddDevice(kOther);
+        QCOMPARE(window.items("lstDeviceList"), QStringList{kOtherText});
+    }
+
+    // Each telegram lights the lamp and lists its device once, in plain digits; nothing
+    // else of it is taken.
     void telegramsDuringTheSearchOnlyFillTheList() {
         Rig rig;
         rig.search.mnuDeviceSearch_Click();
         Bytes before;
         rig.app.values()->GetDataArray(before, 2);
+        Q_EMIT rig.search.tmrDataLED().timeout();
+        QCOMPARE(rig.searchWindow.backColor("picDataLED"), colors::kDefault);
+        QVERIFY(!rig.search.tmrDataLED().isEnabled());
 
         rig.app.decoder().DataDecoder(ownTelegram(2, kOther));
         rig.app.decoder().DataDecoder(ownTelegram(1, kOther));
         rig.app.decoder().DataDecoder(ownTelegram(3, kShown));
-        QCOMPARE(rig.listed(), (QStringList{kShownText, kOtherText}));
+        QCOMPARE(rig.searchWindow.backColor("picDataLED"), colors::kGreen);
+        QVERIFY(rig.search.tmrDataLED().isEnabled());
+        rig.search.AddDevice(4294967295.0);
+        rig.search.AddDevice(0);
+        QCOMPARE(rig.listed(), (QStringList{kShownText, kOtherText, "4294967295", "0"}));
         QCOMPARE(rig.searchWindow.value("lstDeviceList"), 0.0);
         Bytes after;
         rig.app.values()->GetDataArray(after, 2);
@@ -120,50 +116,43 @@ private slots:
         QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
     }
 
-    void everyTelegramLightsTheLamp() {
-        Rig rig;
-        rig.search.mnuDeviceSearch_Click();
-        Q_EMIT rig.search.tmrDataLED().timeout();
-        QCOMPARE(rig.searchWindow.backColor("picDataLED"), colors::kDefault);
-        QVERIFY(!rig.search.tmrDataLED().isEnabled());
-
-        rig.search.AddDevice(kShown);
-        QCOMPARE(rig.listed(), QStringList{kShownText});
-        QCOMPARE(rig.searchWindow.backColor("picDataLED"), colors::kGreen);
-        QVERIFY(rig.search.tmrDataLED().isEnabled());
-    }
-
-    void largestSerialNumberIsListedInPlainDigits() {
-        Rig rig;
-        rig.search.mnuDeviceSearch_Click();
-        rig.search.AddDevice(4294967295.0);
-        rig.search.AddDevice(0);
-        QCOMPARE(rig.listed(), (QStringList{kShownText, "4294967295", "0"}));
-    }
-
-    void cancelKeepsTheOldDevice_data() {
+    void cancelKeepsTheOldDeviceOrStopsThePoll_data() {
         QTest::addColumn<bool>("byFrame");
         QTest::newRow("cmdCancel") << false;
         QTest::newRow("window closed") << true;
     }
-    void cancelKeepsTheOldDevice() {
+    // Cancelling the search keeps the old device; cancelling the connection to another one
+    // stops the poll and goes back to the start window.
+    void cancelKeepsTheOldDeviceOrStopsThePoll() {
         QFETCH(bool, byFrame);
         Rig rig;
+        const auto cancel = [byFrame](Form& window) {
+            if (byFrame)
+                QVERIFY(window.requestClose());
+            else
+                window.click("cmdCancel");
+        };
         rig.search.mnuDeviceSearch_Click();
         rig.app.decoder().DataDecoder(ownTelegram(1, kOther));
         rig.searchWindow.userSetValue("lstDeviceList", 1);
-        if (byFrame)
-            QVERIFY(rig.searchWindow.requestClose());
-        else
-            rig.searchWindow.click("cmdCancel");
-
+        cancel(rig.searchWindow);
         QCOMPARE(rig.display.caption("lblSerialNo_0"), kShownText);
         QCOMPARE(rig.engine.NextCommand(), 2);
-        QVERIFY(rig.display.isShown());
-        QVERIFY(!rig.connectWindow.isShown());
+        QVERIFY(rig.display.isShown() && !rig.connectWindow.isShown());
         QVERIFY(!rig.app.session().searchRunning());
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
         QVERIFY(!rig.searchWindow.isLoaded());
+
+        rig.search.mnuDeviceSearch_Click();
+        rig.search.AddDevice(kOther);
+        rig.searchWindow.userSetValue("lstDeviceList", 1);
+        rig.searchWindow.click("cmdOK");
+        rig.engine.tmrTimeout().enable();
+        QVERIFY(!rig.app.forms().frmMQ27D().isShown());
+        cancel(rig.connectWindow);
+        QVERIFY(!rig.engine.tmrAutoSend().isEnabled() && !rig.engine.tmrTimeout().isEnabled());
+        QVERIFY(rig.app.forms().frmMQ27D().isShown());
+        QVERIFY(!rig.connectWindow.isLoaded() && !rig.search.tmrBlink().isEnabled());
     }
 
     void choosingAnotherDeviceConnectsAnew_data() {
@@ -193,80 +182,39 @@ private slots:
         QCOMPARE(rig.connectWindow.title(), rig.app.texts().appTitle + " - " + kOtherText);
         QCOMPARE(rig.connectWindow.centredOver(), QStringLiteral("frmMQ27D"));
         QVERIFY(rig.search.tmrBlink().isEnabled());
-
-        // The chosen device's read-out ends the connection phase.
-        for (int command : {1, 2, 3, 5})
-            rig.app.decoder().DataDecoder(ownTelegram(command, kOther));
-        QVERIFY(rig.display.isShown());
-        QVERIFY(!rig.connectWindow.isLoaded());
-        QVERIFY(!rig.search.tmrBlink().isEnabled());
-        QCOMPARE(rig.app.session().takenOnSerialNo(), kOtherText);
-    }
-
-    void choosingTheShownDeviceGoesOnWithoutConnecting() {
-        Rig rig;
-        rig.search.mnuDeviceSearch_Click();
-        rig.app.decoder().DataDecoder(ownTelegram(2, kOther));
-        rig.searchWindow.click("cmdOK");
-        QCOMPARE(rig.engine.NextCommand(), 2);
-        QVERIFY(rig.display.isShown());
-        QVERIFY(!rig.connectWindow.isShown());
-        QVERIFY(!rig.search.tmrBlink().isEnabled());
-    }
-
-    void okWithoutASelectedRowDoesNothing() {
-        Rig rig;
-        rig.search.mnuDeviceSearch_Click();
-        rig.searchWindow.userSetValue("lstDeviceList", -1);
-        rig.searchWindow.click("cmdOK");
-        QVERIFY(rig.searchWindow.isShown());
-        QVERIFY(rig.app.session().searchRunning());
-        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
-        rig.searchWindow.userSetValue("lstDeviceList", 5);
-        rig.searchWindow.click("cmdOK");
-        QVERIFY(rig.searchWindow.isShown());
-    }
-
-    void connectionLabelBlinksWhileTheWindowIsUp() {
-        Rig rig;
-        rig.search.ShowConnect(QStringLiteral("7654321 - KOMPA MQ27D"));
-        QCOMPARE(rig.connectWindow.title(), QStringLiteral("7654321 - KOMPA MQ27D"));
-        QVERIFY(rig.search.tmrBlink().isEnabled());
-        QVERIFY(rig.connectWindow.isVisible("lblConnection"));
+        // The connection label blinks while the window is up.
         Q_EMIT rig.search.tmrBlink().timeout();
         QVERIFY(!rig.connectWindow.isVisible("lblConnection"));
         Q_EMIT rig.search.tmrBlink().timeout();
         QVERIFY(rig.connectWindow.isVisible("lblConnection"));
         Q_EMIT rig.search.tmrBlink().timeout();
 
-        rig.connectWindow.unload();
+        // The chosen device's read-out ends the connection phase, the label shown again.
+        for (int command : {1, 2, 3, 5})
+            rig.app.decoder().DataDecoder(ownTelegram(command, kOther));
+        QVERIFY(rig.display.isShown());
+        QVERIFY(!rig.connectWindow.isLoaded());
         QVERIFY(!rig.search.tmrBlink().isEnabled());
         QVERIFY(rig.connectWindow.isVisible("lblConnection"));
+        QCOMPARE(rig.app.session().takenOnSerialNo(), kOtherText);
     }
 
-    void cancelOfTheConnectionStopsThePoll_data() {
-        QTest::addColumn<bool>("byFrame");
-        QTest::newRow("cmdCancel") << false;
-        QTest::newRow("window closed") << true;
-    }
-    void cancelOfTheConnectionStopsThePoll() {
-        QFETCH(bool, byFrame);
+    // OK without a row does nothing; on the device shown it goes on without connecting.
+    void choosingTheShownDeviceGoesOnWithoutConnecting() {
         Rig rig;
         rig.search.mnuDeviceSearch_Click();
-        rig.search.AddDevice(kOther);
-        rig.searchWindow.userSetValue("lstDeviceList", 1);
+        rig.app.decoder().DataDecoder(ownTelegram(2, kOther));
+        for (int row : {-1, 5}) {
+            rig.searchWindow.userSetValue("lstDeviceList", row);
+            rig.searchWindow.click("cmdOK");
+            QVERIFY(rig.searchWindow.isShown() && rig.app.session().searchRunning());
+            QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
+        }
+        rig.searchWindow.userSetValue("lstDeviceList", 0);
         rig.searchWindow.click("cmdOK");
-        rig.engine.tmrTimeout().enable();
-        QVERIFY(!rig.app.forms().frmMQ27D().isShown());
-
-        if (byFrame)
-            QVERIFY(rig.connectWindow.requestClose());
-        else
-            rig.connectWindow.click("cmdCancel");
-        QVERIFY(!rig.engine.tmrAutoSend().isEnabled());
-        QVERIFY(!rig.engine.tmrTimeout().isEnabled());
-        QVERIFY(rig.app.forms().frmMQ27D().isShown());
-        QVERIFY(!rig.connectWindow.isLoaded());
+        QCOMPARE(rig.engine.NextCommand(), 2);
+        QVERIFY(rig.display.isShown());
+        QVERIFY(!rig.connectWindow.isShown());
         QVERIFY(!rig.search.tmrBlink().isEnabled());
     }
 

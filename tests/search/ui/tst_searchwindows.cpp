@@ -1,5 +1,4 @@
 #include "common/ui/formview.h"
-#include "common/ui/lamp.h"
 #include "search/ui/frmconnect.h"
 #include "search/ui/frmdevicesearch.h"
 #include "shell/languages.h"
@@ -28,15 +27,6 @@ private Q_SLOTS:
         connecting.reset();
         search.reset();
         app.reset();
-    }
-
-    void everyElementHasItsWidget() {
-        for (const char* name :
-             {"lstDeviceList", "picDataLED", "lblDataLEDLegend", "cmdOK", "cmdCancel"})
-            QVERIFY2(search->view().target(QString::fromLatin1(name)), name);
-        for (const char* name : {"lblConnection", "cmdCancel"})
-            QVERIFY2(connecting->view().target(QString::fromLatin1(name)), name);
-        QVERIFY(qobject_cast<Lamp*>(search->view().target(QStringLiteral("picDataLED"))));
     }
 
     void choosingFromTheListReachesTheModel() {

@@ -1,3 +1,4 @@
+#include "common/colors.h"
 #include "display/mainview_elements.h"
 #include "display/ui/frmdisplay.h"
 #include "engine/pollengine.h"
@@ -87,21 +88,26 @@ void buttons(QWidget* window, QStringList& faults) {
     }
 }
 
-// Every stop of the Tab chain is seen, and shows that it has the focus.
+// Every stop of the Tab chain is seen and shows that it has the focus, and Tab goes through
+// a window as it reads: down, and left to right within a row.
 void tabStops(QWidget* window, QStringList& faults) {
     window->setAttribute(Qt::WA_KeyboardFocusChange);
     QList<QWidget*> chain;
     for (QWidget* w = window->nextInFocusChain(); w != window; w = w->nextInFocusChain())
         if ((w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(window) && w->isEnabled())
             chain << w;
+    QRect before;
     for (QWidget* w : chain) {
+        const QRect place(w->mapTo(window, QPoint()), w->size());
+        if (!before.isNull() && place.top() <= before.bottom() && place.left() <= before.right())
+            faults << w->objectName() + QStringLiteral(": out of reading order");
+        before = place;
         if (w->width() < 2 || w->height() < 2)
             faults << w->objectName() + QStringLiteral(": unseen");
         if (QWidget* focus = QApplication::focusWidget()) focus->clearFocus();
         const QImage without = w->grab().toImage();
         w->setFocus(Qt::TabFocusReason);
-        const QImage with = w->grab().toImage();
-        if (with == without)
+        if (w->grab().toImage() == without)
             faults << w->objectName() + u'(' + w->metaObject()->className() +
                           QStringLiteral("): shows no focus");
     }
@@ -115,15 +121,8 @@ class TestAccessibility : public QObject {
 private Q_SLOTS:
     void init() {
         settings.values.insert(QStringLiteral("Port"), QStringLiteral("1"));
-        ToolRuntime::Options options;
-        options.port = &port;
-        options.dialogs = &dialogs;
-        options.settings = &settings;
-        options.launcher = &launcher;
-        options.programDir = folder.path();
-        options.dataDir = folder.path();
-        options.exitEventLoop = false;
-        runtime = std::make_unique<ToolRuntime>(options);
+        runtime = std::make_unique<ToolRuntime>(ToolRuntime::Options{
+            &dialogs, &settings, &port, &launcher, folder.path(), folder.path(), false});
     }
     void cleanup() {
         runtime.reset();
@@ -166,6 +165,27 @@ private Q_SLOTS:
             QVERIFY2(faults.isEmpty(), qPrintable(name + QStringLiteral(":\n  ") +
                                                   faults.join(QStringLiteral("\n  "))));
         }
+    }
+
+    // Lamps, fields and instruments are named after their legends, and say what they show.
+    void namesFollowTheLegends() {
+        runtime->start(QString());
+        Program& app = runtime->app();
+        app.files().LoadDeviceFile(testsupport::sourcePath(QStringLiteral("samples/full.ko3")));
+        app.forms().frmMQ27D().setBackColor(frmMQ27D::picReceive, colors::kGreen);
+        auto* leds = runtime->window(frmMQ27D::kName)->findChild<QWidget*>(frmMQ27D::picReceive);
+        QCOMPARE(leds->accessibleName(), "Empfang / Senden");
+        QCOMPARE(leds->accessibleDescription(), "Empfang");
+        auto* port =
+            runtime->window(frmInterface::kName)->findChild<QWidget*>(frmInterface::cboPort);
+        QCOMPARE(QAccessible::queryAccessibleInterface(port)->text(QAccessible::Name),
+                 app.forms().frmInterface().caption(frmInterface::lblCOMPort));
+        QWidget* main = runtime->window(el::kName);
+        auto* smoke = main->findChild<QWidget*>(el::lblSmokeLevel[1]);
+        QCOMPARE(smoke->accessibleName(), "Rauchpegel 2");
+        QVERIFY(smoke->accessibleDescription().endsWith(" %/m"));
+        QCOMPARE(main->findChild<QWidget*>(el::picErr[2])->accessibleDescription(),
+                 "Meldung liegt an");
     }
 
     // Dictation, voice control and desktop automation set a field's text as a program does;
