@@ -1,42 +1,55 @@
-// The four pages of the main view that change the device, against the virtual device: each
-// write goes out once, the page waits until the device reports what was typed, and a write
-// that the device refuses or never hears keeps the page waiting until the user cancels.
-// One device and one tool serve the cases in turn; the device loses the first write on the
-// line and takes less extinguishing delay than the tool allows.
+// The pages that change the device, against the virtual device: two of the main view's, the
+// advanced settings window's two and the localisation's learn and test. Each write goes out
+// once with the typed values, and the page waits until the device reports them; a write
+// that the device never hears keeps the page waiting until the user cancels. One device and
+// one tool serve the cases in turn; the device loses the first write on the line, and
+// measures the transport times of its profile in turn (10, 14, 20, 26 s).
+#include "common/colors.h"
+#include "common/formmodel.h"
+#include "common/numberformat.h"
+#include "devicesettings/devicesettings.h"
 #include "display/mainview.h"
 #include "display/mainview_elements.h"
+#include "localize/localisation.h"
+#include "localize/ui/frmlocalizelearn.h"
+#include "localize/ui/pipedrawing.h"
 #include "shell/program.h"
+#include "shell/ui/toolruntime.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
 
-#include <algorithm>
+#include <bit>
 #include <memory>
 
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 
 namespace el = frmDisplay;
+namespace ds = frmDeviceSettings;
+namespace ll = frmLocalizeLearn;
+using Answer = UserDialogs::Answer;
 using State = SettingsPages::State;
 using Page = SettingsPages::Page;
 
 namespace {
 
-constexpr int kWaitMs = 15000;
+// Also for a measurement: the window's temporary blow time, 40 device seconds, is 4 s at ten
+// times the speed.
+constexpr int kWaitMs = 20000;
 
-using Log = QList<SimProcess::Entry>;
-
-// Requests of `command` from entry `from` of the log on.
-qsizetype requestsOf(const Log& log, int command, qsizetype from = 0) {
-    return std::count_if(
-        log.begin() + std::min(from, log.size()), log.end(),
-        [command](const SimProcess::Entry& e) { return e.isRequest() && e.cmd == command; });
+// Block bytes of a write frame, behind its STX and length.
+std::uint32_t word32(const QByteArray& frame, int block) {
+    std::uint32_t value = 0;
+    for (int i = 0; i < 4; ++i)
+        value = value << 8 | static_cast<std::uint8_t>(frame.at(block + 2 + i));
+    return value;
 }
 
-qsizetype eventsOf(const Log& log, const QString& event, qsizetype from = 0) {
-    return std::count_if(log.begin() + std::min(from, log.size()), log.end(),
-                         [&event](const SimProcess::Entry& e) { return e.event == event; });
+int word16(const QByteArray& frame, int block) {
+    return static_cast<std::uint8_t>(frame.at(block + 2)) << 8 |
+           static_cast<std::uint8_t>(frame.at(block + 3));
 }
 
 } // namespace
@@ -50,13 +63,18 @@ private Q_SLOTS:
     void lostWriteWaitsUntilCancel();
     void settingsPageWritesAndVerifies();
     void airFlowInitWritesAndVerifies();
-    void relayMaskWritesAndVerifies();
-    void temperatureAlarmWritesAndVerifies();
-    void refusedValueWaitsUntilCancel();
+    void resistorsWrittenAndReadBack();
+    void betaValueWrittenAndReadBack();
+    void testRunLightsTheSeatOfFire();
+    void learnOfThreeHolesIsWrittenAndVerified();
 
 private:
     Form& view() { return m_tool->display(); }
+    Form& window() { return m_tool->app().forms().frmDeviceSettings(); }
     SettingsPages& pages() { return m_tool->app().mainView().Pages(); }
+    DeviceSettings::State state(DeviceSettings::Page page) {
+        return m_tool->app().deviceSettings().StateOf(page);
+    }
     // Accepts the page with `accept` and waits for its write to have gone out; answers the
     // log's length before the click.
     qsizetype acceptAndWaitForWrite(const QString& accept, int command);
@@ -64,9 +82,22 @@ private:
     // device took (`taken` in its log).
     void verifyWrittenOnce(Page page, int command, qsizetype from,
                            const QString& taken = QStringLiteral("applied"));
-    // The page still waits after three more read-outs, naming the field that differs, then
-    // Cancel brings it back.
-    void verifyWaitsUntilCancel(Page page, const QString& cancel, const QString& differing);
+    Form& learn() { return m_tool->app().forms().frmLocalizeLearn(); }
+    frmLocalizeLearnWindow& widget() {
+        return *qobject_cast<frmLocalizeLearnWindow*>(
+            m_tool->runtime().window(frmLocalizeLearn::kName));
+    }
+    template <typename T>
+    T* find(const QString& element) {
+        return widget().findChild<T*>(element);
+    }
+    void open(int layout);
+    // A transport time as the windows show it.
+    QString time(double seconds) {
+        return numberformat::fixed(seconds, 1, m_tool->app().preferences().locale());
+    }
+    // Starts a measurement and waits until the device reports it running.
+    void startMeasurement();
 
     SimProcess m_sim;
     std::unique_ptr<LiveTool> m_tool;
@@ -74,16 +105,10 @@ private:
 
 void TestLiveSettings::initTestCase() {
     m_tool = std::make_unique<LiveTool>(m_sim.portPath());
-    QFile full(SimProcess::profile(QStringLiteral("full")));
-    QVERIFY(full.open(QIODevice::ReadOnly));
-    QJsonObject device = QJsonDocument::fromJson(full.readAll()).object();
-    device.insert(QStringLiteral("limits"),
-                  QJsonObject{{QStringLiteral("controller.extinguishDelay"), QJsonArray{0, 30}}});
-    const QString profile = m_sim.writeProfile(QStringLiteral("limits"), device);
-    // The air-flow initialisation takes 8 device seconds; --speed shortens it to one.
-    QVERIFY2(
-        m_sim.start({"--profile", profile, "--no-drift", "--speed", "8", "--lose-writes", "1"}),
-        qPrintable(m_sim.output()));
+    // The air-flow initialisation takes 8 device seconds; --speed shortens it.
+    QVERIFY2(m_sim.start({"--profile", SimProcess::profile(QStringLiteral("full")), "--no-drift",
+                          "--speed", "10", "--lose-writes", "1"}),
+             qPrintable(m_sim.output()));
     m_tool->start();
     QVERIFY(m_tool->waitForDevice(QStringLiteral("1234567")));
 }
@@ -96,7 +121,7 @@ void TestLiveSettings::cleanupTestCase() {
 qsizetype TestLiveSettings::acceptAndWaitForWrite(const QString& accept, int command) {
     const qsizetype from = m_sim.log().size();
     view().click(accept);
-    if (!QTest::qWaitFor([&] { return requestsOf(m_sim.log(), command, from) > 0; }, kWaitMs))
+    if (!QTest::qWaitFor([&] { return m_sim.requestsOf(command, from) > 0; }, kWaitMs))
         qWarning("no write %d within %d ms", command, kWaitMs);
     return from;
 }
@@ -104,37 +129,29 @@ qsizetype TestLiveSettings::acceptAndWaitForWrite(const QString& accept, int com
 void TestLiveSettings::verifyWrittenOnce(Page page, int command, qsizetype from,
                                          const QString& taken) {
     QTRY_COMPARE_WITH_TIMEOUT(pages().state(page), State::Viewing, kWaitMs);
-    const Log log = m_sim.log();
-    QCOMPARE(requestsOf(log, command, from), 1);
-    QCOMPARE(eventsOf(log, taken, from), 1);
-}
-
-void TestLiveSettings::verifyWaitsUntilCancel(Page page, const QString& cancel,
-                                              const QString& differing) {
-    const qsizetype from = m_sim.log().size();
-    QVERIFY(QTest::qWaitFor([&] { return requestsOf(m_sim.log(), 5, from) >= 3; }, kWaitMs));
-    QCOMPARE(pages().state(page), State::Waiting);
-    const QString waiting = SettingsPages::waitingLabel(page);
-    QVERIFY(view().isVisible(waiting));
-    QVERIFY2(view().caption(waiting).contains(view().caption(differing)),
-             qPrintable(view().caption(waiting)));
-    view().click(cancel);
-    QCOMPARE(pages().state(page), State::Viewing);
-    QVERIFY(!view().isVisible(SettingsPages::waitingLabel(page)));
+    QCOMPARE(m_sim.requestsOf(command, from), 1);
+    QCOMPARE(m_sim.eventsOf(taken, from), 1);
 }
 
 // The first write never reaches the device: the tool doesn't send it again, and the page
-// waits until the user gives up.
+// waits through three read-outs, naming the field that differs, until the user gives up.
 void TestLiveSettings::lostWriteWaitsUntilCancel() {
     const QString before = view().caption(el::lblSensorTempAlarm[0]);
     view().click(el::cmdSensorTempAlarmSet);
     view().userSetCaption(el::txtSensorTempAlarm[0], QStringLiteral("61.5"));
     const qsizetype from = acceptAndWaitForWrite(el::cmdSensorTempAlarmAssume, 137);
-    verifyWaitsUntilCancel(SettingsPages::Temperatures, el::cmdSensorTempAlarmCancel,
-                           el::lblSensorTempAlarmLegend[0]);
-    const Log log = m_sim.log();
-    QCOMPARE(requestsOf(log, 137, from), 1);
-    QCOMPARE(eventsOf(log, QStringLiteral("lost"), from), 1);
+    QVERIFY(QTest::qWaitFor([&] { return m_sim.requestsOf(5, from) >= 3; }, kWaitMs));
+    const Page page = SettingsPages::Temperatures;
+    QCOMPARE(pages().state(page), State::Waiting);
+    const QString waiting = view().caption(SettingsPages::waitingLabel(page));
+    QVERIFY(view().isVisible(SettingsPages::waitingLabel(page)));
+    QVERIFY2(waiting.contains(view().caption(el::lblSensorTempAlarmLegend[0])),
+             qPrintable(waiting));
+    view().click(el::cmdSensorTempAlarmCancel);
+    QCOMPARE(pages().state(page), State::Viewing);
+    QVERIFY(!view().isVisible(SettingsPages::waitingLabel(page)));
+    QCOMPARE(m_sim.requestsOf(137, from), 1);
+    QCOMPARE(m_sim.eventsOf(QStringLiteral("lost"), from), 1);
     QCOMPARE(view().caption(el::lblSensorTempAlarm[0]), before);
 }
 
@@ -157,37 +174,132 @@ void TestLiveSettings::airFlowInitWritesAndVerifies() {
     QCOMPARE(view().caption(el::lblAltitude), QStringLiteral("480"));
 }
 
-void TestLiveSettings::relayMaskWritesAndVerifies() {
-    view().click(el::cmdRelaySet);
-    const bool was = view().isChecked(el::chkRelay2[5]);
-    view().userSetValue(el::chkRelay2[5], was ? 0 : 1);
-    const qsizetype from = acceptAndWaitForWrite(el::cmdRelayAssume, 138);
-    verifyWrittenOnce(SettingsPages::Relays, 138, from);
-    QCOMPARE(view().isChecked(el::chkRelay2[5]), !was);
-    QVERIFY(!view().isEnabled(el::chkRelay2[5]));
+void TestLiveSettings::resistorsWrittenAndReadBack() {
+    view().click(el::mnuDeviceSettings);
+    Form& w = window();
+    QVERIFY(w.isShown() && w.isVisible(ds::fraDeviceSettings[1]));
+    QCOMPARE(w.caption(ds::lblParameterValue[0]), QStringLiteral("1200"));
+    const qsizetype from = m_sim.log().size();
+    w.click(ds::cmdSettings);
+    w.userSetCaption(ds::txtParameterValue[0], QStringLiteral("1500"));
+    w.userSetCaption(ds::txtParameterValue[1], QStringLiteral("5600"));
+    w.userSetCaption(ds::txtParameterValue[2], QStringLiteral("20"));
+    w.click(ds::cmdSettingsAssume);
+    QCOMPARE(state(DeviceSettings::Resistors), DeviceSettings::State::Comparing);
+    QTRY_COMPARE_WITH_TIMEOUT(state(DeviceSettings::Resistors), DeviceSettings::State::Viewing,
+                              kWaitMs);
+    QCOMPARE(w.caption(ds::lblParameterValue[0]), QStringLiteral("1500"));
+    QCOMPARE(w.caption(ds::lblParameterValue[1]), QStringLiteral("5600"));
+    QCOMPARE(w.caption(ds::lblParameterValue[2]), QStringLiteral("20"));
+    QVERIFY(w.isVisible(ds::lblParameterValue[0]) && !w.isVisible(ds::lblSettingsWaiting));
+
+    const QList<QByteArray> sent = m_sim.writes(129, from);
+    QCOMPARE(sent.size(), 1);
+    QCOMPARE(std::bit_cast<float>(word32(sent[0], 6)), 1500.0f);
+    QCOMPARE(std::bit_cast<float>(word32(sent[0], 10)), 5600.0f);
+    QCOMPARE(static_cast<int>(sent[0].at(16)), 20);
 }
 
-void TestLiveSettings::temperatureAlarmWritesAndVerifies() {
-    view().click(el::cmdSensorTempAlarmSet);
-    view().userSetCaption(el::txtSensorTempAlarm[0], QStringLiteral("61.5"));
-    const qsizetype from = acceptAndWaitForWrite(el::cmdSensorTempAlarmAssume, 137);
-    verifyWrittenOnce(SettingsPages::Temperatures, 137, from);
-    QCOMPARE(view().caption(el::lblSensorTempAlarm[0]), QStringLiteral("61.5"));
+void TestLiveSettings::betaValueWrittenAndReadBack() {
+    Form& w = window();
+    const qsizetype from = m_sim.log().size();
+    w.click(ds::cmdBetaSettings);
+    w.userSetCaption(ds::txtBetaFactor[2], QStringLiteral("4321"));
+    w.click(ds::cmdBetaSettingsAssume);
+    QTRY_COMPARE_WITH_TIMEOUT(state(DeviceSettings::BetaValues), DeviceSettings::State::Viewing,
+                              kWaitMs);
+    QCOMPARE(w.caption(ds::lblBetaFactor[2]), QStringLiteral("4321"));
+
+    const QList<QByteArray> sent = m_sim.writes(137, from);
+    QCOMPARE(sent.size(), 1);
+    const int expected[] = {3977, 3950, 4321, 3435, 4500};
+    for (int n = 0; n < 5; ++n)
+        QCOMPARE(word16(sent[0], 26 + 2 * n), expected[n]);
+    w.click(ds::cmdClose);
 }
 
-// 45 s lies within the tool's limits but beyond this device's.
-void TestLiveSettings::refusedValueWaitsUntilCancel() {
-    const QString before = view().caption(el::lblExtinguishDelay);
-    view().click(el::cmdSettings);
-    view().userSetCaption(el::txtExtinguishDelay, QStringLiteral("45"));
-    const qsizetype from = acceptAndWaitForWrite(el::cmdSettingsAssume, 129);
-    verifyWaitsUntilCancel(SettingsPages::Settings, el::cmdSettingsCancel,
-                           el::lblExtinguishDelayLegend);
-    const Log log = m_sim.log();
-    QCOMPARE(requestsOf(log, 129, from), 1);
-    QCOMPARE(eventsOf(log, QStringLiteral("refused"), from), 1);
-    QCOMPARE(view().caption(el::lblExtinguishDelay), before);
+void TestLiveSettings::open(int layout) {
+    auto* button = m_tool->runtime()
+                       .window(frmDisplay::kName)
+                       ->findChild<QPushButton*>(el::cmdShowLocLearnMode[layout]);
+    QVERIFY(button && button->isEnabled());
+    button->click();
+    QVERIFY(widget().isVisible());
+    QCOMPARE(widget().windowTitle(), layout == 0 ? QStringLiteral("SPOT·FIND - Lernen")
+                                                 : QStringLiteral("SPOT·FIND - Testen"));
+}
+
+void TestLiveSettings::startMeasurement() {
+    find<QPushButton>(ll::cmdLocSingleHoleLearningStart)->click();
+    QTRY_VERIFY_WITH_TIMEOUT(find<QPushButton>(ll::cmdLocSingleHoleLearningAbort)->isVisible(),
+                             kWaitMs);
+    QVERIFY(!find<QLineEdit>(ll::txtLocTime[0])->isEnabled());
+    QCOMPARE(learn().value(ll::picLocLearnActivLED), 2.0);
+}
+
+void TestLiveSettings::testRunLightsTheSeatOfFire() {
+    open(1);
+    QVERIFY(find<QWidget>(ll::picLocFirePlaceTest[4])->isVisible());
+    QVERIFY(!find<QWidget>(ll::txtLocTime[0])->isVisible());
+    startMeasurement();
+    QVERIFY(widget().pipe().isMeasured(0));
+    // 10 s lies in the window of hole 1, 5 s to 12 s.
+    QTRY_COMPARE_WITH_TIMEOUT(learn().backColor(ll::picLocFirePlaceTest[0]), colors::kRed, kWaitMs);
+    QVERIFY(widget().pipe().isSeatOfFire(0) && !widget().pipe().isSeatOfFire(1));
+    QVERIFY(!widget().pipe().isMeasured(0));
+    QCOMPARE(learn().backColor(ll::picLocFirePlaceTest[1]), colors::kWindowBackground);
+    // Leaving test mode asks first.
+    m_tool->dialogs.answers = {Answer::Yes};
+    find<QPushButton>(ll::cmdLocParameterAbort)->click();
+    QTRY_VERIFY_WITH_TIMEOUT(!widget().isVisible(), kWaitMs);
+    QVERIFY(!m_tool->app().localisation().LocLearnModeActive);
+    QCOMPARE(m_sim.requestsOf(135), 1);
+}
+
+void TestLiveSettings::learnOfThreeHolesIsWrittenAndVerified() {
+    open(0);
+    QLineEdit* holes = find<QLineEdit>(ll::txtLocNumberOfHoles);
+    holes->selectAll();
+    QTest::keyClicks(holes, QStringLiteral("3"));
+    QVERIFY(!find<QWidget>(ll::txtLocTime[3])->isVisible());
+    QVERIFY(!learn().isVisible(ll::linLocPipe[15]) && !widget().pipe().holeDrawn(3));
+
+    const QString expected[] = {time(14), time(20), time(26)};
+    for (int hole = 0; hole < 3; ++hole) {
+        find<QRadioButton>(ll::optLocHole[hole])->click();
+        startMeasurement();
+        QVERIFY(widget().pipe().isMeasured(hole));
+        QTRY_COMPARE_WITH_TIMEOUT(learn().backColor(ll::txtLocTime[hole]), colors::kGreen, kWaitMs);
+        QCOMPARE(find<QLineEdit>(ll::txtLocTime[hole])->text(), expected[hole]);
+        QTRY_VERIFY_WITH_TIMEOUT(find<QPushButton>(ll::cmdLocSingleHoleLearningStart)->isVisible(),
+                                 kWaitMs);
+    }
+
+    // The write leaves learn mode after the question; the window waits, saying since when,
+    // until the device reports the windows.
+    bool sawWaiting = false;
+    connect(&learn(), &Form::elementChanged, this, [&](const QString& element, ElementProperty) {
+        sawWaiting = sawWaiting || (element == ll::lblLocWaiting &&
+                                    learn().caption(ll::lblLocWaiting).startsWith(u"Wartet"));
+    });
+    m_tool->dialogs.answers = {Answer::Yes};
+    find<QPushButton>(ll::cmdLocParameterAssume)->click();
+    QVERIFY(m_tool->dialogs.shown.last().text.contains(QStringLiteral("normalen Betriebsmodus")));
+    QTRY_VERIFY_WITH_TIMEOUT(!widget().isVisible(), kWaitMs);
+    disconnect(&learn(), &Form::elementChanged, this, nullptr);
+    QVERIFY(sawWaiting);
+    QCOMPARE(m_sim.requestsOf(133), 1);
+
+    for (int hole = 0; hole < 3; ++hole)
+        QCOMPARE(view().caption(el::lblLocTime[hole]), expected[hole]);
+    QCOMPARE(view().caption(el::lblLocTime[3]), time(0));
+    QCOMPARE(view().caption(el::lblLocNumberOfHoles), QStringLiteral("3"));
+    const Localisation& loc = m_tool->app().localisation();
+    QCOMPARE(loc.LocHoleMinRead, (std::array<std::int32_t, 5>{700, 1701, 2301, 0, 0}));
+    QCOMPARE(loc.LocHoleMaxRead, (std::array<std::int32_t, 5>{1700, 2300, 2900, 0, 0}));
 }
 
 QTEST_MAIN(TestLiveSettings)
+#include "devicesettings/devicesettings_elements.h"
+#include "localize/localize_elements.h"
 #include "tst_livesettings.moc"

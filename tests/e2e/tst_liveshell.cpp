@@ -1,12 +1,10 @@
-// The tool as the engineer meets it around the poll: the search on a silent line, the
-// hand-over to the suite program, a saved read-out replayed offline, the language switch,
-// settings across a restart, and closing with the buzzer silenced.
+// The tool as the engineer meets it around the poll: a saved read-out replayed offline, the
+// language switch and settings across a restart.
 #include "common/formmodel.h"
 #include "common/forms.h"
 #include "common/platformservices.h"
 #include "display/mainview.h"
 #include "engine/telegramstore.h"
-#include "files/devicefiles.h"
 #include "files/ko3format.h"
 #include "link/seriallink.h"
 #include "shell/appshell.h"
@@ -19,8 +17,6 @@
 
 #include <QAbstractButton>
 #include <QDir>
-#include <QFile>
-#include <QJsonObject>
 #include <QLabel>
 #include <QLocale>
 #include <QSettings>
@@ -45,68 +41,16 @@ QMap<QString, QString> textsOf(const QWidget* window) {
     return texts;
 }
 
-QByteArray readFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 class TestLiveShell : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void searchesTheThreeFamiliesOnASilentLine();
-    void handsTheLineOverToTheSuiteProgram();
     void replaysASavedReadOutOffline();
     void languageSwitchRewritesEveryOpenWindow();
     void settingsSurviveARestart();
-    void closingWithSilencedBuzzerAsks();
 };
-
-void TestLiveShell::searchesTheThreeFamiliesOnASilentLine() {
-    SimProcess sim;
-    QVERIFY(sim.start({"--profile", SimProcess::profile("minimal"), "--silence", "0"}));
-    LiveTool tool(sim.portPath());
-    tool.start();
-    QVERIFY(QTest::qWaitFor([&] { return sim.requests().size() >= 4; }, 10000));
-
-    const auto requests = sim.requests();
-    const QStringList expected{QStringLiteral("0A 01 00 00 00 00"),
-                               QStringLiteral("07 01 00 00 00 00"), QStringLiteral("02 00 00 02"),
-                               QStringLiteral("0A 01 00 00 00 00")};
-    for (int i = 0; i < 4; ++i) {
-        QVERIFY2(requests[i].hex.contains(expected[i]), qPrintable(requests[i].hex));
-        if (i == 0) continue;
-        const double pace = requests[i].t - requests[i - 1].t;
-        QVERIFY2(qAbs(pace - 1789) < 250, qPrintable(QString::number(pace)));
-    }
-    QVERIFY(!tool.display().isShown());
-}
-
-void TestLiveShell::handsTheLineOverToTheSuiteProgram() {
-    SimProcess sim;
-    QVERIFY(sim.start({"--profile", SimProcess::profile("varlix")}));
-    LiveTool tool(sim.portPath());
-    // A stand-in suite program that records how it was started.
-    const QString suite = QDir(tool.programDir()).filePath(QStringLiteral("Kompa3"));
-    const QString record = QDir(tool.programDir()).filePath(QStringLiteral("started.txt"));
-    {
-        QFile script(suite);
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write(
-            "#!/bin/sh\necho \"started with $# arguments\" > \"$(dirname \"$0\")/started.txt\"\n");
-    }
-    QFile::setPermissions(suite, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    tool.start();
-
-    QVERIFY(QTest::qWaitFor([&] { return tool.hasFinished(); }, 10000));
-    QVERIFY(!tool.app().link().IsPortOpen());
-    QVERIFY(QTest::qWaitFor([&] { return QFile::exists(record); }, 5000));
-    QVERIFY(
-        QTest::qWaitFor([&] { return readFile(record) == "started with 0 arguments\n"; }, 2000));
-    QVERIFY(tool.dialogs.shown.isEmpty());
-}
 
 void TestLiveShell::replaysASavedReadOutOffline() {
     SimProcess sim;
@@ -137,16 +81,6 @@ void TestLiveShell::replaysASavedReadOutOffline() {
     QVERIFY(!link.IsPortOpen());
     QCOMPARE(sim.requests().size(), sentBefore);
     QVERIFY(!QDir(tool.programDir()).exists(QStringLiteral("AutoSave")));
-
-    // A truncated copy changes nothing that is shown.
-    const QString truncated = QDir(sim.folder()).filePath(QStringLiteral("cut.ko3"));
-    QFile cut(truncated);
-    QVERIFY(cut.open(QIODevice::WriteOnly));
-    cut.write(readFile(sample).left(100));
-    cut.close();
-    tool.app().files().LoadDeviceFile(truncated);
-    QCOMPARE(tool.display().title(), title);
-    QCOMPARE(tool.display().caption(QStringLiteral("lblSerialNo_0")), QStringLiteral("1234567"));
 }
 
 void TestLiveShell::languageSwitchRewritesEveryOpenWindow() {
@@ -205,29 +139,6 @@ void TestLiveShell::settingsSurviveARestart() {
     tool.start();
     QCOMPARE(tool.app().preferences().language(), Language::French);
     QCOMPARE(tool.app().preferences().temperatureUnit(), TemperatureUnit::Fahrenheit);
-}
-
-void TestLiveShell::closingWithSilencedBuzzerAsks() {
-    SimProcess sim;
-    const QString profile = sim.writeProfile(
-        QStringLiteral("buzzer"),
-        {{"serialNumber", 3003}, {"display", QJsonObject{{"buzzerShouldBeOff", true}}}});
-    QVERIFY(sim.start({"--profile", profile}));
-    LiveTool tool(sim.portPath());
-    tool.start();
-    QVERIFY(tool.waitForDevice(QStringLiteral("3003")));
-
-    tool.dialogs.answers = {UserDialogs::Answer::No};
-    QVERIFY(!tool.app().forms().frmMQ27D().requestClose());
-    QCOMPARE(tool.dialogs.shown.size(), 1);
-    QCOMPARE(tool.dialogs.shown.first().buttons, UserDialogs::Buttons::YesNo);
-    QVERIFY(tool.app().link().IsPortOpen());
-    QVERIFY(!tool.hasFinished());
-
-    tool.dialogs.answers = {UserDialogs::Answer::Yes};
-    QVERIFY(tool.app().forms().frmMQ27D().requestClose());
-    QVERIFY(QTest::qWaitFor([&] { return tool.hasFinished(); }, 2000));
-    QVERIFY(!tool.app().link().IsPortOpen());
 }
 
 QTEST_MAIN(TestLiveShell)
