@@ -1,9 +1,9 @@
 // The pages that change the device, against the virtual device: two of the main view's, the
-// advanced settings window's two and the localisation's learn and test. Each write goes out
+// advanced settings window's two and the localisation's learn. Each write goes out
 // once with the typed values, and the page waits until the device reports them; a write
 // that the device never hears keeps the page waiting until the user cancels. One device and
 // one tool serve the cases in turn; the device loses the first write on the line, and
-// measures the transport times of its profile in turn (10, 14, 20, 26 s).
+// measures the transport times of its profile in turn (10, 14, 20 s).
 #include "common/colors.h"
 #include "common/formmodel.h"
 #include "common/numberformat.h"
@@ -51,7 +51,6 @@ private Q_SLOTS:
     void airFlowInitWritesAndVerifies();
     void resistorsWrittenAndReadBack();
     void betaValueWrittenAndReadBack();
-    void testRunLightsTheSeatOfFire();
     void learnOfThreeHolesIsWrittenAndVerified();
 
 private:
@@ -77,13 +76,10 @@ private:
     T* find(const QString& element) {
         return widget().findChild<T*>(element);
     }
-    void open(int layout);
     // A transport time as the windows show it.
     QString time(double seconds) {
         return numberformat::fixed(seconds, 1, m_tool->app().preferences().locale());
     }
-    // Starts a measurement and waits until the device reports it running.
-    void startMeasurement();
 
     SimProcess m_sim;
     std::unique_ptr<LiveTool> m_tool;
@@ -196,56 +192,29 @@ void TestLiveSettings::betaValueWrittenAndReadBack() {
     w.click(ds::cmdClose);
 }
 
-void TestLiveSettings::open(int layout) {
-    auto* button = m_tool->runtime()
-                       .window(frmDisplay::kName)
-                       ->findChild<QPushButton*>(el::cmdShowLocLearnMode[layout]);
-    QVERIFY(button && button->isEnabled());
-    button->click();
-    QVERIFY(widget().isVisible());
-    QCOMPARE(widget().windowTitle(), layout == 0 ? QStringLiteral("SPOT·FIND - Lernen")
-                                                 : QStringLiteral("SPOT·FIND - Testen"));
-}
-
-void TestLiveSettings::startMeasurement() {
-    find<QPushButton>(ll::cmdLocSingleHoleLearningStart)->click();
-    QTRY_VERIFY_WITH_TIMEOUT(find<QPushButton>(ll::cmdLocSingleHoleLearningAbort)->isVisible(),
-                             kWaitMs);
-    QVERIFY(!find<QLineEdit>(ll::txtLocTime[0])->isEnabled());
-    QCOMPARE(learn().value(ll::picLocLearnActivLED), 2.0);
-}
-
-void TestLiveSettings::testRunLightsTheSeatOfFire() {
-    open(1);
-    QVERIFY(find<QWidget>(ll::picLocFirePlaceTest[4])->isVisible());
-    QVERIFY(!find<QWidget>(ll::txtLocTime[0])->isVisible());
-    startMeasurement();
-    QVERIFY(widget().pipe().isMeasured(0));
-    // 10 s lies in the window of hole 1, 5 s to 12 s.
-    QTRY_COMPARE_WITH_TIMEOUT(learn().backColor(ll::picLocFirePlaceTest[0]), colors::kRed, kWaitMs);
-    QVERIFY(widget().pipe().isSeatOfFire(0) && !widget().pipe().isSeatOfFire(1));
-    QVERIFY(!widget().pipe().isMeasured(0));
-    QCOMPARE(learn().backColor(ll::picLocFirePlaceTest[1]), colors::kWindowBackground);
-    // Leaving test mode asks first.
-    m_tool->dialogs.answers = {Answer::Yes};
-    find<QPushButton>(ll::cmdLocParameterAbort)->click();
-    QTRY_VERIFY_WITH_TIMEOUT(!widget().isVisible(), kWaitMs);
-    QVERIFY(!m_tool->app().localisation().LocLearnModeActive);
-    QCOMPARE(m_sim.requestsOf(135), 1);
-}
-
 void TestLiveSettings::learnOfThreeHolesIsWrittenAndVerified() {
-    open(0);
+    auto* open = m_tool->runtime()
+                     .window(frmDisplay::kName)
+                     ->findChild<QPushButton*>(el::cmdShowLocLearnMode[0]);
+    QVERIFY(open && open->isEnabled());
+    open->click();
+    QVERIFY(widget().isVisible());
+    QCOMPARE(widget().windowTitle(), QStringLiteral("SPOT·FIND - Lernen"));
     QLineEdit* holes = find<QLineEdit>(ll::txtLocNumberOfHoles);
     holes->selectAll();
     QTest::keyClicks(holes, QStringLiteral("3"));
     QVERIFY(!find<QWidget>(ll::txtLocTime[3])->isVisible());
     QVERIFY(!learn().isVisible(ll::linLocPipe[15]) && !widget().pipe().holeDrawn(3));
 
-    const QString expected[] = {time(14), time(20), time(26)};
+    const QString expected[] = {time(10), time(14), time(20)};
     for (int hole = 0; hole < 3; ++hole) {
         find<QRadioButton>(ll::optLocHole[hole])->click();
-        startMeasurement();
+        // Running once the device reports it.
+        find<QPushButton>(ll::cmdLocSingleHoleLearningStart)->click();
+        QTRY_VERIFY_WITH_TIMEOUT(find<QPushButton>(ll::cmdLocSingleHoleLearningAbort)->isVisible(),
+                                 kWaitMs);
+        QVERIFY(!find<QLineEdit>(ll::txtLocTime[0])->isEnabled());
+        QCOMPARE(learn().value(ll::picLocLearnActivLED), 2.0);
         QVERIFY(widget().pipe().isMeasured(hole));
         QTRY_COMPARE_WITH_TIMEOUT(learn().backColor(ll::txtLocTime[hole]), colors::kGreen, kWaitMs);
         QCOMPARE(find<QLineEdit>(ll::txtLocTime[hole])->text(), expected[hole]);
@@ -273,8 +242,8 @@ void TestLiveSettings::learnOfThreeHolesIsWrittenAndVerified() {
     QCOMPARE(view().caption(el::lblLocTime[3]), time(0));
     QCOMPARE(view().caption(el::lblLocNumberOfHoles), QStringLiteral("3"));
     const Localisation& loc = m_tool->app().localisation();
-    QCOMPARE(loc.LocHoleMinRead, (std::array<std::int32_t, 5>{700, 1701, 2301, 0, 0}));
-    QCOMPARE(loc.LocHoleMaxRead, (std::array<std::int32_t, 5>{1700, 2300, 2900, 0, 0}));
+    QCOMPARE(loc.LocHoleMinRead, (std::array<std::int32_t, 5>{500, 1201, 1701, 0, 0}));
+    QCOMPARE(loc.LocHoleMaxRead, (std::array<std::int32_t, 5>{1200, 1700, 2300, 0, 0}));
 }
 
 QTEST_MAIN(TestLiveSettings)
