@@ -1,13 +1,10 @@
 // The main view against the virtual device with ten modules: a fault that the device
-// switches on and off by itself in the fault list, the reset of what it latched, a module
-// that makes itself known by its LEDs, and a module's manual-release settings written and
-// read back. One device and one tool serve the cases in turn, so the take-on is waited for
-// once.
+// switches on and off by itself in the fault list, the reset of what it latched, and a
+// module that makes itself known by its LEDs. One device and one tool serve the cases in
+// turn, so the take-on is waited for once.
 #include "common/colors.h"
 #include "common/formmodel.h"
 #include "display/mainview_elements.h"
-#include "extinguish/extinguishsettings.h"
-#include "shell/program.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
 
@@ -20,7 +17,6 @@
 #include <QTest>
 
 namespace el = frmDisplay;
-namespace es = frmExtinguishSettings;
 
 namespace {
 
@@ -64,7 +60,6 @@ private Q_SLOTS:
     void faultShowsAsBoxThenAsDot();
     void resetClearsTheDotWithOneCommand();
     void identifiedModuleBlinksOnTheStatusPage();
-    void moduleSettingsWrittenAndReadBack();
 
 private:
     Form& view() { return m_tool->display(); }
@@ -142,31 +137,5 @@ void TestLiveMainView::identifiedModuleBlinksOnTheStatusPage() {
     QCOMPARE(m_sim.eventsOf(QStringLiteral("identify-start")), 1);
 }
 
-void TestLiveMainView::moduleSettingsWrittenAndReadBack() {
-    view().click(el::mnuExtinguishSettings);
-    Form& w = m_tool->app().forms().frmExtinguishSettings();
-    const ExtinguishSettings& settings = m_tool->app().extinguishSettings();
-    QVERIFY(w.isShown() && w.isModal());
-    QCOMPARE(w.items(es::cboSerialNumber).at(0), QStringLiteral("101"));
-    QCOMPARE(w.caption(es::lblParameterValue[0]), QStringLiteral("1000"));
-
-    w.click(es::cmdSettings);
-    w.userSetCaption(es::txtParameterValue[0], QStringLiteral("2200"));
-    w.userSetCaption(es::txtParameterValue[1], QStringLiteral("5600"));
-    w.userSetCaption(es::txtParameterValue[2], QStringLiteral("15"));
-    const qsizetype from = m_sim.log().size();
-    w.click(es::cmdSettingsAssume);
-    QCOMPARE(settings.CurrentState(), ExtinguishSettings::State::Waiting);
-    QTRY_COMPARE_WITH_TIMEOUT(settings.CurrentState(), ExtinguishSettings::State::Viewing, 15000);
-    QCOMPARE(w.caption(es::lblParameterValue[0]), QStringLiteral("2200"));
-    QCOMPARE(w.caption(es::lblParameterValue[1]), QStringLiteral("5600"));
-    QCOMPARE(w.caption(es::lblParameterValue[2]), QStringLiteral("15"));
-    QCOMPARE(m_sim.requestsOf(136, from), 1);
-    QCOMPARE(m_sim.eventsOf(QStringLiteral("applied"), from), 1);
-    w.click(es::cmdClose);
-    QVERIFY(!w.isShown());
-}
-
 QTEST_MAIN(TestLiveMainView)
-#include "extinguish/extinguish_elements.h"
 #include "tst_livemainview.moc"

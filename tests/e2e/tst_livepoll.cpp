@@ -1,15 +1,13 @@
 // The tool with all its windows against the virtual device on a pseudo-terminal: take-on,
-// the poll cycle and its pace, the automatic save, a line that misbehaves, and a saved
-// read-out replayed while a device is on the line.
+// the poll cycle and its pace, the automatic save, a line that vanishes and comes back, and
+// a line that misbehaves.
 #include "common/formmodel.h"
 #include "common/forms.h"
-#include "engine/telegramstore.h"
 #include "files/ko3format.h"
 #include "link/seriallink.h"
 #include "shell/program.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
-#include "support/testsupport.h"
 
 #include <algorithm>
 #include <memory>
@@ -17,7 +15,6 @@
 #include <QDate>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QLocale>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -54,7 +51,6 @@ private Q_SLOTS:
     void takeOnPollsAndSavesTheDevice();
     void vanishedLineIsFoundAgain();
     void faultyLineLeavesTheDeviceShown();
-    void replaysASavedReadOutOffline();
 
 private:
     SimProcess m_sim;
@@ -184,38 +180,6 @@ void TestLivePoll::faultyLineLeavesTheDeviceShown() {
         QVERIFY(change.first().toString() != serialLabel);
     for (const auto& r : polled)
         QCOMPARE(r.serial, chosen.toDouble());
-}
-
-// A saved read-out given on the command line is shown offline.
-void TestLivePoll::replaysASavedReadOutOffline() {
-    SimProcess sim;
-    QVERIFY(sim.start({"--profile", SimProcess::profile("minimal")}));
-    LiveTool tool(sim.portPath());
-    const QString sample = testsupport::sourcePath(QStringLiteral("samples/full.ko3"));
-    tool.start(sample);
-
-    QVERIFY(QTest::qWaitFor([&] { return tool.display().isShown(); }, 5000));
-    QVERIFY(!tool.app().link().IsPortOpen());
-    QCOMPARE(tool.display().caption(QStringLiteral("lblSerialNo_0")), QStringLiteral("1234567"));
-    const auto block = ko3::SplitDeviceBlock(ko3::ParseHexLine(*ko3::ReadFirstLine(sample)));
-    const auto recorded = engine::TelegramTime(block.telegrams.back());
-    QVERIFY(recorded);
-    const QString title = tool.display().title();
-    QVERIFY2(title.contains(QLocale::system().toString(recorded->time(), QLocale::LongFormat)),
-             qPrintable(title));
-    QVERIFY(title.contains(QLocale::system().toString(recorded->date(), QLocale::ShortFormat)));
-
-    // Nothing goes to the device while a file is viewed, not after a search step either, and
-    // it never saves itself.
-    SerialLink& link = tool.app().link();
-    const auto sentBefore = sim.requests().size();
-    if (link.tmrZeroCommand().isEnabled()) {
-        QSignalSpy searchStep(&link.tmrZeroCommand(), &FormTimer::timeout);
-        QVERIFY(searchStep.wait(5000));
-    }
-    QVERIFY(!link.IsPortOpen());
-    QCOMPARE(sim.requests().size(), sentBefore);
-    QVERIFY(!QDir(tool.programDir()).exists(QStringLiteral("AutoSave")));
 }
 
 QTEST_MAIN(TestLivePoll)
