@@ -199,10 +199,7 @@ void TestSimDevice::writeBeyondTheLimitsIsRefused() {
     const Snapshot before = snapshot(device.values());
     QVERIFY(!device.respond(Telegram::fromFrame(write(device.values())))); // never answered
     const Snapshot after = snapshot(device.values());
-    QStringList changed;
-    for (auto it = after.begin(); it != after.end(); ++it)
-        if (before.value(it.key()) != it.value()) changed << it.key();
-    QVERIFY2(!taken.isEmpty() || changed.isEmpty(), qPrintable(changed.join(", ")));
+    if (taken.isEmpty()) QCOMPARE(after, before);
     for (auto it = taken.begin(); it != taken.end(); ++it)
         QCOMPARE(after.value(it.key()), it.value());
     const bool refused = std::any_of(events.begin(), events.end(), [](const QList<QVariant>& e) {

@@ -143,8 +143,6 @@ void TestSimOptions::programRefusesWithStatusTwo_data() {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("named");
     const QString full = testsupport::sourcePath(QStringLiteral("tools/profiles/full.json"));
-    QTest::newRow("bad option value")
-        << QStringList{"--delay", "1e300"} << QByteArray() << "--delay";
     QTest::newRow("bad profile value")
         << QStringList{"--profile", "PROFILE"} << QByteArray(R"({"display": {"ledOp": 7}})")
         << "field 'display.ledOp'";
