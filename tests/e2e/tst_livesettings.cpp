@@ -1,43 +1,39 @@
-// The four pages of the main view that change the device, against the virtual device: each
-// write goes out once, the page waits until the device reports what was typed, and a write
-// that the device refuses or never hears keeps the page waiting until the user cancels.
-// One device and one tool serve the cases in turn; the device loses the first write on the
-// line and takes less extinguishing delay than the tool allows.
-#include "display/mainview.h"
+// Two windows that change the device, against the virtual device: the advanced settings
+// are written once and the window waits until the device reports the typed values; a learn
+// of three holes is measured, written and read back. One device and one tool serve the
+// cases in turn; the device measures the transport times of its profile in turn (10, 14,
+// 20 s). The main view's pages write with the same writer and compare with the same rule as
+// the command line's set, whose end-to-end test follows them to the device.
+#include "common/colors.h"
+#include "common/formmodel.h"
+#include "common/numberformat.h"
+#include "devicesettings/devicesettings.h"
 #include "display/mainview_elements.h"
+#include "localize/localisation.h"
+#include "localize/ui/frmlocalizelearn.h"
+#include "localize/ui/pipedrawing.h"
 #include "shell/program.h"
+#include "shell/ui/toolruntime.h"
 #include "support/livetool.h"
 #include "support/simprocess.h"
 
-#include <algorithm>
 #include <memory>
 
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 
 namespace el = frmDisplay;
-using State = SettingsPages::State;
-using Page = SettingsPages::Page;
+namespace ds = frmDeviceSettings;
+namespace ll = frmLocalizeLearn;
+using Answer = UserDialogs::Answer;
 
 namespace {
 
-constexpr int kWaitMs = 15000;
-
-using Log = QList<SimProcess::Entry>;
-
-// Requests of `command` from entry `from` of the log on.
-qsizetype requestsOf(const Log& log, int command, qsizetype from = 0) {
-    return std::count_if(
-        log.begin() + std::min(from, log.size()), log.end(),
-        [command](const SimProcess::Entry& e) { return e.isRequest() && e.cmd == command; });
-}
-
-qsizetype eventsOf(const Log& log, const QString& event, qsizetype from = 0) {
-    return std::count_if(log.begin() + std::min(from, log.size()), log.end(),
-                         [&event](const SimProcess::Entry& e) { return e.event == event; });
-}
+// A measurement takes the window's temporary blow time, 40 device seconds: 4 s at ten times
+// the speed.
+constexpr int kWaitMs = 20000;
 
 } // namespace
 
@@ -47,26 +43,28 @@ class TestLiveSettings : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void cleanupTestCase();
-    void lostWriteWaitsUntilCancel();
-    void settingsPageWritesAndVerifies();
-    void airFlowInitWritesAndVerifies();
-    void relayMaskWritesAndVerifies();
-    void temperatureAlarmWritesAndVerifies();
-    void refusedValueWaitsUntilCancel();
+    void resistorsWrittenAndReadBack();
+    void learnOfThreeHolesIsWrittenAndVerified();
 
 private:
     Form& view() { return m_tool->display(); }
-    SettingsPages& pages() { return m_tool->app().mainView().Pages(); }
-    // Accepts the page with `accept` and waits for its write to have gone out; answers the
-    // log's length before the click.
-    qsizetype acceptAndWaitForWrite(const QString& accept, int command);
-    // The page has left Waiting, with exactly one write of `command` since `from`, which the
-    // device took (`taken` in its log).
-    void verifyWrittenOnce(Page page, int command, qsizetype from,
-                           const QString& taken = QStringLiteral("applied"));
-    // The page still waits after three more read-outs, naming the field that differs, then
-    // Cancel brings it back.
-    void verifyWaitsUntilCancel(Page page, const QString& cancel, const QString& differing);
+    Form& window() { return m_tool->app().forms().frmDeviceSettings(); }
+    DeviceSettings::State resistors() {
+        return m_tool->app().deviceSettings().StateOf(DeviceSettings::Resistors);
+    }
+    Form& learn() { return m_tool->app().forms().frmLocalizeLearn(); }
+    frmLocalizeLearnWindow& widget() {
+        return *qobject_cast<frmLocalizeLearnWindow*>(
+            m_tool->runtime().window(frmLocalizeLearn::kName));
+    }
+    template <typename T>
+    T* find(const QString& element) {
+        return widget().findChild<T*>(element);
+    }
+    // A transport time as the windows show it.
+    QString time(double seconds) {
+        return numberformat::fixed(seconds, 1, m_tool->app().preferences().locale());
+    }
 
     SimProcess m_sim;
     std::unique_ptr<LiveTool> m_tool;
@@ -74,16 +72,9 @@ private:
 
 void TestLiveSettings::initTestCase() {
     m_tool = std::make_unique<LiveTool>(m_sim.portPath());
-    QFile full(SimProcess::profile(QStringLiteral("full")));
-    QVERIFY(full.open(QIODevice::ReadOnly));
-    QJsonObject device = QJsonDocument::fromJson(full.readAll()).object();
-    device.insert(QStringLiteral("limits"),
-                  QJsonObject{{QStringLiteral("controller.extinguishDelay"), QJsonArray{0, 30}}});
-    const QString profile = m_sim.writeProfile(QStringLiteral("limits"), device);
-    // The air-flow initialisation takes 8 device seconds; --speed shortens it to one.
-    QVERIFY2(
-        m_sim.start({"--profile", profile, "--no-drift", "--speed", "8", "--lose-writes", "1"}),
-        qPrintable(m_sim.output()));
+    QVERIFY2(m_sim.start({"--profile", SimProcess::profile(QStringLiteral("full")), "--no-drift",
+                          "--speed", "10"}),
+             qPrintable(m_sim.output()));
     m_tool->start();
     QVERIFY(m_tool->waitForDevice(QStringLiteral("1234567")));
 }
@@ -93,101 +84,83 @@ void TestLiveSettings::cleanupTestCase() {
     m_sim.stop();
 }
 
-qsizetype TestLiveSettings::acceptAndWaitForWrite(const QString& accept, int command) {
+void TestLiveSettings::resistorsWrittenAndReadBack() {
+    view().click(el::mnuDeviceSettings);
+    Form& w = window();
+    QVERIFY(w.isShown() && w.isVisible(ds::fraDeviceSettings[1]));
+    QCOMPARE(w.caption(ds::lblParameterValue[0]), QStringLiteral("1200"));
     const qsizetype from = m_sim.log().size();
-    view().click(accept);
-    if (!QTest::qWaitFor([&] { return requestsOf(m_sim.log(), command, from) > 0; }, kWaitMs))
-        qWarning("no write %d within %d ms", command, kWaitMs);
-    return from;
+    w.click(ds::cmdSettings);
+    w.userSetCaption(ds::txtParameterValue[0], QStringLiteral("1500"));
+    w.userSetCaption(ds::txtParameterValue[1], QStringLiteral("5600"));
+    w.userSetCaption(ds::txtParameterValue[2], QStringLiteral("20"));
+    w.click(ds::cmdSettingsAssume);
+    QCOMPARE(resistors(), DeviceSettings::State::Comparing);
+    QTRY_COMPARE_WITH_TIMEOUT(resistors(), DeviceSettings::State::Viewing, kWaitMs);
+    QCOMPARE(w.caption(ds::lblParameterValue[0]), QStringLiteral("1500"));
+    QCOMPARE(w.caption(ds::lblParameterValue[1]), QStringLiteral("5600"));
+    QCOMPARE(w.caption(ds::lblParameterValue[2]), QStringLiteral("20"));
+    QVERIFY(w.isVisible(ds::lblParameterValue[0]) && !w.isVisible(ds::lblSettingsWaiting));
+
+    QCOMPARE(m_sim.requestsOf(129, from), 1);
+    w.click(ds::cmdClose);
 }
 
-void TestLiveSettings::verifyWrittenOnce(Page page, int command, qsizetype from,
-                                         const QString& taken) {
-    QTRY_COMPARE_WITH_TIMEOUT(pages().state(page), State::Viewing, kWaitMs);
-    const Log log = m_sim.log();
-    QCOMPARE(requestsOf(log, command, from), 1);
-    QCOMPARE(eventsOf(log, taken, from), 1);
-}
+void TestLiveSettings::learnOfThreeHolesIsWrittenAndVerified() {
+    auto* open = m_tool->runtime()
+                     .window(frmDisplay::kName)
+                     ->findChild<QPushButton*>(el::cmdShowLocLearnMode[0]);
+    QVERIFY(open && open->isEnabled());
+    open->click();
+    QVERIFY(widget().isVisible());
+    QCOMPARE(widget().windowTitle(), QStringLiteral("SPOT·FIND - Lernen"));
+    QLineEdit* holes = find<QLineEdit>(ll::txtLocNumberOfHoles);
+    holes->selectAll();
+    QTest::keyClicks(holes, QStringLiteral("3"));
+    QVERIFY(!find<QWidget>(ll::txtLocTime[3])->isVisible());
+    QVERIFY(!learn().isVisible(ll::linLocPipe[15]) && !widget().pipe().holeDrawn(3));
 
-void TestLiveSettings::verifyWaitsUntilCancel(Page page, const QString& cancel,
-                                              const QString& differing) {
-    const qsizetype from = m_sim.log().size();
-    QVERIFY(QTest::qWaitFor([&] { return requestsOf(m_sim.log(), 5, from) >= 3; }, kWaitMs));
-    QCOMPARE(pages().state(page), State::Waiting);
-    const QString waiting = SettingsPages::waitingLabel(page);
-    QVERIFY(view().isVisible(waiting));
-    QVERIFY2(view().caption(waiting).contains(view().caption(differing)),
-             qPrintable(view().caption(waiting)));
-    view().click(cancel);
-    QCOMPARE(pages().state(page), State::Viewing);
-    QVERIFY(!view().isVisible(SettingsPages::waitingLabel(page)));
-}
+    const QString expected[] = {time(10), time(14), time(20)};
+    for (int hole = 0; hole < 3; ++hole) {
+        find<QRadioButton>(ll::optLocHole[hole])->click();
+        // Running once the device reports it.
+        find<QPushButton>(ll::cmdLocSingleHoleLearningStart)->click();
+        QTRY_VERIFY_WITH_TIMEOUT(find<QPushButton>(ll::cmdLocSingleHoleLearningAbort)->isVisible(),
+                                 kWaitMs);
+        QVERIFY(!find<QLineEdit>(ll::txtLocTime[0])->isEnabled());
+        QCOMPARE(learn().value(ll::picLocLearnActivLED), 2.0);
+        QVERIFY(widget().pipe().isMeasured(hole));
+        QTRY_COMPARE_WITH_TIMEOUT(learn().backColor(ll::txtLocTime[hole]), colors::kGreen, kWaitMs);
+        QCOMPARE(find<QLineEdit>(ll::txtLocTime[hole])->text(), expected[hole]);
+        QTRY_VERIFY_WITH_TIMEOUT(find<QPushButton>(ll::cmdLocSingleHoleLearningStart)->isVisible(),
+                                 kWaitMs);
+    }
 
-// The first write never reaches the device: the tool doesn't send it again, and the page
-// waits until the user gives up.
-void TestLiveSettings::lostWriteWaitsUntilCancel() {
-    const QString before = view().caption(el::lblSensorTempAlarm[0]);
-    view().click(el::cmdSensorTempAlarmSet);
-    view().userSetCaption(el::txtSensorTempAlarm[0], QStringLiteral("61.5"));
-    const qsizetype from = acceptAndWaitForWrite(el::cmdSensorTempAlarmAssume, 137);
-    verifyWaitsUntilCancel(SettingsPages::Temperatures, el::cmdSensorTempAlarmCancel,
-                           el::lblSensorTempAlarmLegend[0]);
-    const Log log = m_sim.log();
-    QCOMPARE(requestsOf(log, 137, from), 1);
-    QCOMPARE(eventsOf(log, QStringLiteral("lost"), from), 1);
-    QCOMPARE(view().caption(el::lblSensorTempAlarm[0]), before);
-}
+    // The write leaves learn mode after the question; the window waits, saying since when,
+    // until the device reports the windows.
+    bool sawWaiting = false;
+    connect(&learn(), &Form::elementChanged, this, [&](const QString& element, ElementProperty) {
+        sawWaiting = sawWaiting || (element == ll::lblLocWaiting &&
+                                    learn().caption(ll::lblLocWaiting).startsWith(u"Wartet"));
+    });
+    m_tool->dialogs.answers = {Answer::Yes};
+    find<QPushButton>(ll::cmdLocParameterAssume)->click();
+    QVERIFY(m_tool->dialogs.shown.last().text.contains(QStringLiteral("normalen Betriebsmodus")));
+    QTRY_VERIFY_WITH_TIMEOUT(!widget().isVisible(), kWaitMs);
+    disconnect(&learn(), &Form::elementChanged, this, nullptr);
+    QVERIFY(sawWaiting);
+    QCOMPARE(m_sim.requestsOf(133), 1);
 
-void TestLiveSettings::settingsPageWritesAndVerifies() {
-    view().click(el::cmdSettings);
-    view().userSetCaption(el::txtAlarmDelay, QStringLiteral("25"));
-    view().userSetCaption(el::txtSensitivity[1], QStringLiteral("2,5"));
-    const qsizetype from = acceptAndWaitForWrite(el::cmdSettingsAssume, 129);
-    verifyWrittenOnce(SettingsPages::Settings, 129, from);
-    QCOMPARE(view().caption(el::lblAlarmDelay), QStringLiteral("25"));
-    QCOMPARE(view().caption(el::lblSensitivity[1]), QStringLiteral("2.500"));
-}
-
-// The initialisation runs in the device before it reports the new set points.
-void TestLiveSettings::airFlowInitWritesAndVerifies() {
-    view().click(el::cmdAirFlowSet);
-    view().userSetCaption(el::txtAltitude, QStringLiteral("480"));
-    const qsizetype from = acceptAndWaitForWrite(el::cmdAirFlowInit, 130);
-    verifyWrittenOnce(SettingsPages::AirFlow, 130, from, QStringLiteral("airflow-init-end"));
-    QCOMPARE(view().caption(el::lblAltitude), QStringLiteral("480"));
-}
-
-void TestLiveSettings::relayMaskWritesAndVerifies() {
-    view().click(el::cmdRelaySet);
-    const bool was = view().isChecked(el::chkRelay2[5]);
-    view().userSetValue(el::chkRelay2[5], was ? 0 : 1);
-    const qsizetype from = acceptAndWaitForWrite(el::cmdRelayAssume, 138);
-    verifyWrittenOnce(SettingsPages::Relays, 138, from);
-    QCOMPARE(view().isChecked(el::chkRelay2[5]), !was);
-    QVERIFY(!view().isEnabled(el::chkRelay2[5]));
-}
-
-void TestLiveSettings::temperatureAlarmWritesAndVerifies() {
-    view().click(el::cmdSensorTempAlarmSet);
-    view().userSetCaption(el::txtSensorTempAlarm[0], QStringLiteral("61.5"));
-    const qsizetype from = acceptAndWaitForWrite(el::cmdSensorTempAlarmAssume, 137);
-    verifyWrittenOnce(SettingsPages::Temperatures, 137, from);
-    QCOMPARE(view().caption(el::lblSensorTempAlarm[0]), QStringLiteral("61.5"));
-}
-
-// 45 s lies within the tool's limits but beyond this device's.
-void TestLiveSettings::refusedValueWaitsUntilCancel() {
-    const QString before = view().caption(el::lblExtinguishDelay);
-    view().click(el::cmdSettings);
-    view().userSetCaption(el::txtExtinguishDelay, QStringLiteral("45"));
-    const qsizetype from = acceptAndWaitForWrite(el::cmdSettingsAssume, 129);
-    verifyWaitsUntilCancel(SettingsPages::Settings, el::cmdSettingsCancel,
-                           el::lblExtinguishDelayLegend);
-    const Log log = m_sim.log();
-    QCOMPARE(requestsOf(log, 129, from), 1);
-    QCOMPARE(eventsOf(log, QStringLiteral("refused"), from), 1);
-    QCOMPARE(view().caption(el::lblExtinguishDelay), before);
+    for (int hole = 0; hole < 3; ++hole)
+        QCOMPARE(view().caption(el::lblLocTime[hole]), expected[hole]);
+    QCOMPARE(view().caption(el::lblLocTime[3]), time(0));
+    QCOMPARE(view().caption(el::lblLocNumberOfHoles), QStringLiteral("3"));
+    const Localisation& loc = m_tool->app().localisation();
+    QCOMPARE(loc.LocHoleMinRead, (std::array<std::int32_t, 5>{500, 1201, 1701, 0, 0}));
+    QCOMPARE(loc.LocHoleMaxRead, (std::array<std::int32_t, 5>{1200, 1700, 2300, 0, 0}));
 }
 
 QTEST_MAIN(TestLiveSettings)
+#include "devicesettings/devicesettings_elements.h"
+#include "localize/localize_elements.h"
 #include "tst_livesettings.moc"

@@ -9,14 +9,14 @@
 #include <QDir>
 #include <QTest>
 
-LiveTool::LiveTool(const QString& portPath, SettingsStore* settings) {
+LiveTool::LiveTool(const QString& portPath) {
     qputenv("MQ27D_PORT1", portPath.toLocal8Bit());
-    memorySettings.values.insert(QStringLiteral("Port"), QStringLiteral("1"));
+    m_settings.values.insert(QStringLiteral("Port"), QStringLiteral("1"));
     QDir(m_folder.path()).mkpath(QStringLiteral("program"));
     QDir(m_folder.path()).mkpath(QStringLiteral("data"));
     ToolRuntime::Options options;
     options.dialogs = &dialogs;
-    options.settings = settings ? settings : &memorySettings;
+    options.settings = &m_settings;
     options.programDir = programDir();
     options.dataDir = m_folder.filePath(QStringLiteral("data"));
     options.exitEventLoop = false;

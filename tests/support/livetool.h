@@ -9,7 +9,6 @@
 
 class Program;
 class Form;
-class SettingsStore;
 class ToolRuntime;
 
 // The whole tool in the test's own process, with every window, on a real serial port: the
@@ -17,8 +16,8 @@ class ToolRuntime;
 // a temporary folder, so the automatic save and a stand-in suite program stay there.
 class LiveTool {
 public:
-    // `settings` null: settings in memory, port 1 chosen.
-    explicit LiveTool(const QString& portPath, SettingsStore* settings = nullptr);
+    // Settings in memory, port 1 chosen.
+    explicit LiveTool(const QString& portPath);
     ~LiveTool();
     LiveTool(const LiveTool&) = delete;
     LiveTool& operator=(const LiveTool&) = delete;
@@ -34,9 +33,9 @@ public:
     bool waitForDevice(const QString& serialNo, int timeoutMs = 15000);
 
     ScriptedDialogs dialogs;
-    MemorySettings memorySettings;
 
 private:
+    MemorySettings m_settings;
     QTemporaryDir m_folder;
     std::unique_ptr<ToolRuntime> m_runtime;
     bool m_finished = false;

@@ -80,3 +80,20 @@ QList<SimProcess::Entry> SimProcess::requests() const {
     }
     return out;
 }
+
+QList<QByteArray> SimProcess::writes(int command, qsizetype from) const {
+    const QList<Entry> entries = log();
+    QList<QByteArray> frames;
+    for (qsizetype i = from; i < entries.size(); ++i)
+        if (entries[i].isRequest() && (command < 0 || entries[i].cmd == command))
+            frames << QByteArray::fromHex(entries[i].hex.toLatin1());
+    return frames;
+}
+
+qsizetype SimProcess::eventsOf(const QString& event, qsizetype from) const {
+    const QList<Entry> entries = log();
+    qsizetype n = 0;
+    for (qsizetype i = from; i < entries.size(); ++i)
+        n += entries[i].event == event;
+    return n;
+}

@@ -46,6 +46,13 @@ public:
     QList<Entry> log() const;
     // Frames the tool sent, in order.
     QList<Entry> requests() const;
+    // From entry `from` of the log on: the frames the tool sent with `command` (any when
+    // negative), their count, and the count of the device's events named `event`.
+    QList<QByteArray> writes(int command, qsizetype from = 0) const;
+    qsizetype requestsOf(int command, qsizetype from = 0) const {
+        return writes(command, from).size();
+    }
+    qsizetype eventsOf(const QString& event, qsizetype from = 0) const;
 
 private:
     QTemporaryDir m_folder;

@@ -3,7 +3,6 @@
 // status 2), which scripts rely on and the end-to-end tests never try.
 #include "sim/device_profile.h"
 #include "sim/sim_options.h"
-#include "sim/value_store.h"
 #include "support/testsupport.h"
 
 #include <csignal>
@@ -25,8 +24,6 @@ private Q_SLOTS:
     void everyOptionIsRead();
     void badValuesAreRefused_data();
     void badValuesAreRefused();
-    void shippedProfilesLoad_data();
-    void shippedProfilesLoad();
     void badProfileNamesTheField_data();
     void badProfileNamesTheField();
     void programRefusesWithStatusTwo_data();
@@ -96,32 +93,6 @@ void TestSimOptions::badValuesAreRefused() {
     QVERIFY2(message.contains(named), qPrintable(message));
 }
 
-void TestSimOptions::shippedProfilesLoad_data() {
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<double>("serial");
-    QTest::addColumn<int>("modules");
-    QTest::newRow("minimal") << 10 << 1001.0 << 0;
-    QTest::newRow("full") << 10 << 1234567.0 << 4;
-    QTest::newRow("tenmodules") << 10 << 3100010.0 << 10;
-    QTest::newRow("varlix") << 1 << 3001.0 << 0;
-    QTest::newRow("minlix") << 7 << 7001.0 << 0;
-}
-
-void TestSimOptions::shippedProfilesLoad() {
-    QString error;
-    const auto p = ProfileLoader::load(
-        testsupport::sourcePath(
-            QStringLiteral("tools/profiles/%1.json").arg(QTest::currentDataTag())),
-        error);
-    QVERIFY2(p, qPrintable(error));
-    QTEST(p->kind, "kind");
-    QTEST(double(p->serialNumber), "serial");
-    int modules = 0;
-    for (int m = 0; m < 10; ++m)
-        modules += p->values.get(mq27sim::valueName("modules", m, "serialNum")) != 0;
-    QTEST(modules, "modules");
-}
-
 void TestSimOptions::badProfileNamesTheField_data() {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("named");
@@ -172,8 +143,6 @@ void TestSimOptions::programRefusesWithStatusTwo_data() {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("named");
     const QString full = testsupport::sourcePath(QStringLiteral("tools/profiles/full.json"));
-    QTest::newRow("bad option value")
-        << QStringList{"--delay", "1e300"} << QByteArray() << "--delay";
     QTest::newRow("bad profile value")
         << QStringList{"--profile", "PROFILE"} << QByteArray(R"({"display": {"ledOp": 7}})")
         << "field 'display.ledOp'";
