@@ -14,7 +14,6 @@ namespace {
 
 // Far above the longest block a device file holds (about 5 KiB of text); a longer first
 // line is no device file.
-constexpr qint64 kMaxLineLength = 1 << 20;
 
 int hexDigit(QChar c) {
     const char16_t u = c.unicode();
@@ -125,9 +124,13 @@ std::optional<QString> ReadFirstLine(const QString& path) {
     if (CheckReadable(path) != FileProblem::None) return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    const QByteArray raw = file.readLine(kMaxLineLength + 1);
-    if (raw.size() > kMaxLineLength) return std::nullopt;
-    QByteArray line = raw;
+    return FirstLineOf(file.readLine(kMaxLineLength + 1));
+}
+
+std::optional<QString> FirstLineOf(const QByteArray& head) {
+    const qsizetype end = head.indexOf('\n');
+    QByteArray line = end < 0 ? head : head.left(end + 1);
+    if (line.size() > kMaxLineLength) return std::nullopt;
     while (line.endsWith('\n') || line.endsWith('\r'))
         line.chop(1);
     const qsizetype cr = line.indexOf('\r');

@@ -49,6 +49,10 @@ constexpr qint64 kMaxFileSize = qint64(16) << 20;
 // The first line of a device file, or nothing when the file cannot be read (see
 // CheckReadable) or its first line is longer than any device file's.
 std::optional<QString> ReadFirstLine(const QString& path);
+// The first line of a file's head as ReadFirstLine takes it: the line end and what follows
+// a lone CR cut off; nothing when the line is longer than any device file's.
+std::optional<QString> FirstLineOf(const QByteArray& head);
+constexpr qint64 kMaxLineLength = 1 << 20;
 
 // Writes the block as one line with CR LF, creating one missing folder level. On failure
 // `reason` (when given) says why in the platform's words.

@@ -59,7 +59,12 @@ LoadReport LoadIntoStore(const QString& path, ValueStore& values) {
         report.error = QStringLiteral("cannot be read as a device file");
         return report;
     }
-    const Bytes block = ko3::ParseHexLine(*line);
+    return LoadLineIntoStore(*line, values);
+}
+
+LoadReport LoadLineIntoStore(const QString& line, ValueStore& values) {
+    LoadReport report;
+    const Bytes block = ko3::ParseHexLine(line);
     if (block.empty()) {
         report.error = QStringLiteral("empty file");
         return report;

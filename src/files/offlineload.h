@@ -19,5 +19,7 @@ struct LoadReport {
 };
 
 LoadReport LoadIntoStore(const QString& path, ValueStore& values);
+// The same for a first line already read.
+LoadReport LoadLineIntoStore(const QString& line, ValueStore& values);
 
 } // namespace offline
