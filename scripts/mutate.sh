@@ -17,7 +17,7 @@ set -eu
 src=$(cd "$(dirname "$0")/.." && pwd)
 check=
 if [ "${1:-}" = --check ]; then check=1; shift; fi
-build=$(cd "${1:-$src/build}" && pwd)
+if [ -n "$check" ]; then build=; else build=$(cd "${1:-$src/build}" && pwd); fi
 [ $# -gt 0 ] && shift
 list=${MQ27_MUTATIONS:-$src/scripts/mutations.txt}
 jobs=${JOBS:-2}
@@ -103,6 +103,7 @@ failedTest() {
 
 survivors=0
 broken=0
+touched=
 summary="$work/summary"
 : > "$summary"
 for n in $picked; do
@@ -110,6 +111,7 @@ for n in $picked; do
     [ -d "$d" ] || { echo "mutate: no fault $n"; exit 2; }
     file=$(cat "$d/file")
     folder=$(folderOf "$file")
+    touched="$touched tests_$folder"
     target="$src/$file"
     backup="$work/backup"
     cp "$target" "$backup"
@@ -141,8 +143,9 @@ for n in $picked; do
     echo "$line" >> "$summary"
 done
 
-# Leave the build as the sources are.
-cmake --build "$build" -j "$jobs" > "$work/build.log" 2>&1 || tail -n 20 "$work/build.log"
+# Leave the build as the sources are: what the rounds built again.
+if [ "$rounds" -lt 2 ]; then set -- --target $touched; else set --; fi
+cmake --build "$build" -j "$jobs" "$@" > "$work/build.log" 2>&1 || tail -n 20 "$work/build.log"
 echo
 echo "mutate: $(echo "$picked" | wc -w) faults, $survivors survived, $broken did not build"
 [ "$survivors" -eq 0 ] && [ "$broken" -eq 0 ]
