@@ -7,6 +7,10 @@ class QWidget;
 // What keyboard users and assistive tools need beyond the captions of the window models.
 namespace accessibility {
 
+// Strings of the table that say an indicator's state.
+inline constexpr int kOnText = 511;
+inline constexpr int kOffText = 512;
+
 // `caption` as a button or label text that shows every '&' as it is.
 QString literal(const QString& caption);
 

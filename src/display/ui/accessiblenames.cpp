@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr int kOn = 511;
-constexpr int kOff = 512;
+constexpr int kOn = accessibility::kOnText;
+constexpr int kOff = accessibility::kOffText;
 constexpr int kClosed = 513;
 constexpr int kOpen = 514;
 constexpr int kPending = 62;

@@ -1,5 +1,8 @@
 #include "search/ui/frmdevicesearch.h"
 
+#include "common/colors.h"
+#include "common/formmodel.h"
+#include "common/ui/accessibility.h"
 #include "common/ui/formview.h"
 #include "common/ui/lamp.h"
 #include "common/ui/windowparts.h"
@@ -13,7 +16,8 @@
 
 using namespace windowparts;
 
-frmDeviceSearchWindow::frmDeviceSearchWindow(Form& form, QWidget* parent)
+frmDeviceSearchWindow::frmDeviceSearchWindow(Form& form, std::function<QString(int)> text,
+                                             QWidget* parent)
     : QDialog(parent) {
     setObjectName(form.name());
     auto* devices = named<QListWidget>(frmDeviceSearch::lstDeviceList);
@@ -44,6 +48,22 @@ frmDeviceSearchWindow::frmDeviceSearchWindow(Form& form, QWidget* parent)
 
     m_view = std::make_unique<FormView>(form, this);
     m_view->setEscapeElement(frmDeviceSearch::cmdCancel);
+
+    // A screen reader cannot see the lamp's colour: it hears the state in words.
+    if (!text) return;
+    const auto describe = [&form, lamp, text] {
+        const auto color = form.backColor(frmDeviceSearch::picDataLED);
+        const bool lit = color != colors::kDefault && color != colors::kWindowBackground;
+        lamp->setAccessibleDescription(
+            text(lit ? accessibility::kOnText : accessibility::kOffText));
+        accessibility::indicatorStateChanged(lamp);
+    };
+    connect(&form, &Form::elementChanged, lamp, [describe](const QString& element) {
+        // The legend's caption changes with the language.
+        if (element == frmDeviceSearch::picDataLED || element == frmDeviceSearch::lblDataLEDLegend)
+            describe();
+    });
+    describe();
 }
 
 frmDeviceSearchWindow::~frmDeviceSearchWindow() = default;

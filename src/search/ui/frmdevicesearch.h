@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QDialog>
+#include <QString>
 
 class Form;
 class FormView;
@@ -12,7 +14,9 @@ class frmDeviceSearchWindow : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmDeviceSearchWindow(Form& form, QWidget* parent = nullptr);
+    // `text` gives string n of the table in the current language, for the lamp's state.
+    explicit frmDeviceSearchWindow(Form& form, std::function<QString(int)> text = {},
+                                   QWidget* parent = nullptr);
     ~frmDeviceSearchWindow() override;
 
     FormView& view() { return *m_view; }

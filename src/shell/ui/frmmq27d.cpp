@@ -20,8 +20,9 @@
 
 using namespace windowparts;
 
-frmMQ27DWindow::frmMQ27DWindow(Form& form, QWidget* parent)
-    : QMainWindow(parent) {
+frmMQ27DWindow::frmMQ27DWindow(Form& form, std::function<QString(int)> text, QWidget* parent)
+    : QMainWindow(parent)
+    , m_text(std::move(text)) {
     setObjectName(form.name());
     buildMenus();
     setCentralWidget(buildLinkPanel());
@@ -101,18 +102,27 @@ QWidget* frmMQ27DWindow::buildLinkPanel() {
     return panel;
 }
 
-// The pair is named after its two captions, and says which of them is lit: a screen reader
-// cannot see the colours.
+// The pair is named after its two captions, and says the state of each in words (without the
+// texts, which of them is lit): a screen reader cannot see the colours.
 void frmMQ27DWindow::describeLeds() {
     const Form& form = m_view->form();
     const QString receive = form.caption(frmMQ27D::lblReceive);
     const QString send = form.caption(frmMQ27D::lblSend);
-    QStringList lit;
-    if (form.backColor(frmMQ27D::picReceive) != colors::kDefault) lit << receive;
-    if (form.foreColor(frmMQ27D::picReceive) != colors::kDefault) lit << send;
+    const bool receiving = form.backColor(frmMQ27D::picReceive) != colors::kDefault;
+    const bool sending = form.foreColor(frmMQ27D::picReceive) != colors::kDefault;
+    QStringList states;
+    const auto say = [&](const QString& caption, bool lit) {
+        if (m_text)
+            states << caption + QStringLiteral(": ") +
+                          m_text(lit ? accessibility::kOnText : accessibility::kOffText);
+        else if (lit)
+            states << caption;
+    };
+    say(receive, receiving);
+    say(send, sending);
     auto* leds = qobject_cast<QWidget*>(m_view->target(frmMQ27D::picReceive));
     leds->setAccessibleName(receive + QStringLiteral(" / ") + send);
-    leds->setAccessibleDescription(lit.join(QStringLiteral(", ")));
+    leds->setAccessibleDescription(states.join(QStringLiteral(", ")));
     accessibility::indicatorStateChanged(leds);
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QMainWindow>
+#include <QString>
 
 class Form;
 class FormView;
@@ -13,7 +15,9 @@ class frmMQ27DWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit frmMQ27DWindow(Form& form, QWidget* parent = nullptr);
+    // `text` gives string n of the table in the current language, for the LEDs' states.
+    explicit frmMQ27DWindow(Form& form, std::function<QString(int)> text = {},
+                            QWidget* parent = nullptr);
     ~frmMQ27DWindow() override;
 
     FormView& view() { return *m_view; }
@@ -25,4 +29,5 @@ private:
     void describeLeds();
 
     std::unique_ptr<FormView> m_view;
+    std::function<QString(int)> m_text;
 };

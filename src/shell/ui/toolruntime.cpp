@@ -92,7 +92,8 @@ void ToolRuntime::createWindows() {
         m_windows.insert(form.name(), window.get());
         m_windowStore.push_back(std::move(window));
     };
-    add(forms.frmMQ27D(), std::make_unique<frmMQ27DWindow>(forms.frmMQ27D()));
+    add(forms.frmMQ27D(), std::make_unique<frmMQ27DWindow>(
+                              forms.frmMQ27D(), [this](int index) { return m_app->str(index); }));
     add(forms.frmDisplay(),
         std::make_unique<frmDisplayWindow>(forms.frmDisplay(),
                                            [this](int index) { return m_app->str(index); }));
@@ -100,7 +101,9 @@ void ToolRuntime::createWindows() {
     add(forms.frmLanguage(), std::make_unique<frmLanguageWindow>(forms.frmLanguage()));
     add(forms.frmAbout(), std::make_unique<frmAboutWindow>(forms.frmAbout()));
     add(forms.frmConnect(), std::make_unique<frmConnectWindow>(forms.frmConnect()));
-    add(forms.frmDeviceSearch(), std::make_unique<frmDeviceSearchWindow>(forms.frmDeviceSearch()));
+    add(forms.frmDeviceSearch(),
+        std::make_unique<frmDeviceSearchWindow>(forms.frmDeviceSearch(),
+                                                [this](int index) { return m_app->str(index); }));
     add(forms.frmLocalizeLearn(),
         std::make_unique<frmLocalizeLearnWindow>(forms.frmLocalizeLearn(),
                                                  [this](int index) { return m_app->str(index); }));

@@ -1,3 +1,4 @@
+#include "common/colors.h"
 #include "common/ui/formview.h"
 #include "search/ui/frmconnect.h"
 #include "search/ui/frmdevicesearch.h"
@@ -20,7 +21,8 @@ class TestSearchWindows : public QObject {
 private Q_SLOTS:
     void init() {
         app = std::make_unique<TestApp>();
-        search = std::make_unique<frmDeviceSearchWindow>(searchForm());
+        search = std::make_unique<frmDeviceSearchWindow>(
+            searchForm(), [this](int index) { return app->app->str(index); });
         connecting = std::make_unique<frmConnectWindow>(connectForm());
     }
     void cleanup() {
@@ -81,6 +83,16 @@ private Q_SLOTS:
         QCOMPARE(searchClicks.at(0).at(0).toString(), QStringLiteral("cmdCancel"));
         QCOMPARE(connectClicks.count(), 1);
         QCOMPARE(connectClicks.at(0).at(0).toString(), QStringLiteral("cmdCancel"));
+    }
+
+    // What the eye reads from the colour, a screen reader hears in words.
+    void dataLampSaysItsState() {
+        auto* lamp = search->findChild<QWidget*>(QStringLiteral("picDataLED"));
+        QCOMPARE(lamp->accessibleDescription(), app->app->str(512));
+        searchForm().setBackColor(QStringLiteral("picDataLED"), colors::kGreen);
+        QCOMPARE(lamp->accessibleDescription(), app->app->str(511));
+        searchForm().setBackColor(QStringLiteral("picDataLED"), colors::kDefault);
+        QCOMPARE(lamp->accessibleDescription(), app->app->str(512));
     }
 
 private:

@@ -175,7 +175,7 @@ private Q_SLOTS:
         app.forms().frmMQ27D().setBackColor(frmMQ27D::picReceive, colors::kGreen);
         auto* leds = runtime->window(frmMQ27D::kName)->findChild<QWidget*>(frmMQ27D::picReceive);
         QCOMPARE(leds->accessibleName(), "Empfang / Senden");
-        QCOMPARE(leds->accessibleDescription(), "Empfang");
+        QCOMPARE(leds->accessibleDescription(), "Empfang: an, Senden: aus");
         auto* port =
             runtime->window(frmInterface::kName)->findChild<QWidget*>(frmInterface::cboPort);
         QCOMPARE(QAccessible::queryAccessibleInterface(port)->text(QAccessible::Name),
