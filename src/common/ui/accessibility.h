@@ -26,7 +26,7 @@ void presentDrawnWidgetsAsImages();
 
 // Assistive tools see `widget` (a lamp, an LED, a fault box, a relay contact) as an indicator
 // named "<accessible name>: <state>", the state being the widget's accessible description in
-// words ("Störung: an"). Its tool tip becomes the description.
+// words ("Störung: an"). Its tool tip is what assistive tools read as its longer explanation.
 void presentAsIndicator(QWidget* widget);
 // The application's style, as the desktop gives it, with one addition: a default button and
 // a list that have the keyboard focus show it. Some styles draw a focused button with the
