@@ -31,6 +31,11 @@ fi
 if [ "${1:-}" = manual ]; then
     packages="$packages weasyprint"
 fi
+# python3-pyatspi, at-spi2-core: scripts/atspi-check.sh reads the tool through the
+# accessibility bus as a screen reader does.
+if [ "${1:-}" = atspi ]; then
+    packages="$packages python3-pyatspi at-spi2-core dbus"
+fi
 # clang-14 and libclang-rt-14-dev: the compiler and libFuzzer's runtime for make fuzz.
 if [ "${1:-}" = fuzz ]; then
     packages="$packages clang-14 libclang-rt-14-dev"
