@@ -11,6 +11,22 @@
 #include <QPushButton>
 #include <QStyle>
 
+namespace {
+
+// At least a dozen letters wide, so that short captions make buttons of one width, and never
+// narrower than its caption: a fixed least width would let a tight layout cut a long one.
+class CaptionButton : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+    QSize sizeHint() const override {
+        const int least = fontMetrics().horizontalAdvance(QLatin1Char('x')) * 12;
+        return QPushButton::sizeHint().expandedTo(QSize(least, 0));
+    }
+};
+
+} // namespace
+
 namespace windowparts {
 
 QMenu* namedMenu(QMenuBar* bar, const QString& name) {
@@ -33,10 +49,9 @@ QAction* namedSeparator(QMenu* menu, const QString& name) {
 }
 
 QPushButton* button(const QString& name, bool isDefault) {
-    auto* result = named<QPushButton>(name);
+    QPushButton* result = named<CaptionButton>(name);
     result->setDefault(isDefault);
     result->setAutoDefault(isDefault);
-    result->setMinimumWidth(result->fontMetrics().horizontalAdvance(QLatin1Char('x')) * 12);
     return result;
 }
 

@@ -9,6 +9,7 @@
 #include "display/ui/relayelement.h"
 #include "display/ui/unitlabel.h"
 #include "display/ui/updown.h"
+#include "engine/settingtable.h"
 
 #include <QCheckBox>
 #include <QFontDatabase>
@@ -78,12 +79,21 @@ QLabel* PageParts::value(const QString& name, const QString& legendName, const Q
     return label;
 }
 
-// Units take one width, the widest of them, so that the values of separate grids line up.
+// Units take one width, that of the widest unit of the settings, so that the values of
+// separate grids line up.
 UnitLabel* PageParts::unit(const QString& name) {
+    static const QStringList units = [] {
+        QStringList all;
+        for (const SettingDescriptor& s : settingTable())
+            for (int field = 0; field < s.fieldCount(); ++field)
+                all << s.unitText(field);
+        all.removeDuplicates();
+        return all;
+    }();
     auto* label = named<UnitLabel>(name);
     label->setTextFormat(Qt::PlainText);
     label->setForegroundRole(QPalette::PlaceholderText);
-    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("%/ft")));
+    label->setPeers(units);
     return label;
 }
 

@@ -7,6 +7,8 @@
 #include "display/ui/pageparts.h"
 #include "display/ui/relayelement.h"
 
+#include <algorithm>
+
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -119,31 +121,36 @@ QGroupBox* firePlace(PageParts& p) {
     return box;
 }
 
+// The controller's numbers first, one to a row; then a small table of both detectors under
+// their names. Legends in one column, values right-aligned under their heading, with room
+// between the columns so that the names of the detectors never run into each other.
 QGroupBox* identification(PageParts& p) {
     QGroupBox* box = p.frame(el::fraIdentification);
     auto* grid = new QGridLayout(box);
+    grid->setHorizontalSpacing(grid->horizontalSpacing() * 3);
     const QString widest = QStringLiteral("8888.888.888");
     grid->addWidget(p.legend(el::lblSoftwareNoLegend[0]), 0, 0);
     grid->addWidget(p.value(el::lblSoftwareNo[0], el::lblSoftwareNoLegend[0], widest), 0, 1);
-    grid->addWidget(p.legend(el::lblParameterNoLegend[0]), 0, 2);
-    grid->addWidget(p.value(el::lblParameterNo[0], el::lblParameterNoLegend[0], widest), 0, 3);
-    grid->addWidget(p.value(el::lblSerialNo2[0], el::lblSerialNo2Legend[1], widest), 0, 4);
+    grid->addWidget(p.legend(el::lblParameterNoLegend[0]), 1, 0);
+    grid->addWidget(p.value(el::lblParameterNo[0], el::lblParameterNoLegend[0], widest), 1, 1);
+    // The logic keeps this copy of the device's serial number hidden: the page's head shows it.
+    grid->addWidget(p.value(el::lblSerialNo2[0], el::lblSerialNo2Legend[1], widest), 0, 2);
 
-    grid->addWidget(p.legend(el::lblSerialNo2Legend[1]), 2, 0);
-    grid->addWidget(p.legend(el::lblSoftwareNoLegend[1]), 3, 0);
-    grid->addWidget(p.legend(el::lblParameterNoLegend[1]), 4, 0);
+    grid->setRowMinimumHeight(2, grid->verticalSpacing());
+    grid->addWidget(p.legend(el::lblSerialNo2Legend[1]), 4, 0);
+    grid->addWidget(p.legend(el::lblSoftwareNoLegend[1]), 5, 0);
+    grid->addWidget(p.legend(el::lblParameterNoLegend[1]), 6, 0);
     for (int d = 1; d <= 2; ++d) {
-        const int column = 2 * d - 1;
-        grid->addWidget(p.legend(el::lblDetectorName[d + 1]), 1, column, 1, 2, Qt::AlignRight);
+        grid->addWidget(p.legend(el::lblDetectorName[d + 1]), 3, d, Qt::AlignRight);
         const QString number = QString::number(d);
-        grid->addWidget(p.value(el::lblSerialNo2[d], el::lblSerialNo2Legend[1], widest, number), 2,
-                        column, 1, 2);
+        grid->addWidget(p.value(el::lblSerialNo2[d], el::lblSerialNo2Legend[1], widest, number), 4,
+                        d);
         grid->addWidget(p.value(el::lblSoftwareNo[d], el::lblSoftwareNoLegend[1], widest, number),
-                        3, column, 1, 2);
+                        5, d);
         grid->addWidget(p.value(el::lblParameterNo[d], el::lblParameterNoLegend[1], widest, number),
-                        4, column, 1, 2);
+                        6, d);
     }
-    grid->setColumnStretch(5, 1);
+    grid->setColumnStretch(0, 1);
     return box;
 }
 
@@ -165,7 +172,10 @@ QGroupBox* smokeSummary(PageParts& p, int d) {
     QFont bold = smoke->font();
     bold.setBold(true);
     smoke->setFont(bold);
-    smoke->setMinimumWidth(smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/ft")));
+    // Wide enough for either unit of the smoke level: "%/m" sets wider than "%/ft" in most fonts.
+    smoke->setMinimumWidth(
+        std::max(smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/ft")),
+                 smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/m"))));
     grid->addWidget(smoke, 1, 0, 1, 2);
     grid->addWidget(p.mirrored(p.legend(el::lblChamberLegend[d])), 2, 0);
     grid->addWidget(p.mirrored(p.value(el::lblChamber[d], el::lblChamberLegend[d],

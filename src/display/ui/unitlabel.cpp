@@ -21,6 +21,28 @@ void UnitLabel::follow(QWidget* label, QWidget* field) {
         if (anchor) anchor->installEventFilter(this);
 }
 
+void UnitLabel::setPeers(const QStringList& units) {
+    m_peers = units;
+    updateGeometry();
+}
+
+QSize UnitLabel::sizeHint() const {
+    QSize hint = QLabel::sizeHint();
+    // Measured as the label measures its own text, so that a peer as wide as it is takes
+    // the same room.
+    int widest = 0;
+    for (const QString& unit : m_peers)
+        widest = std::max(widest, fontMetrics().boundingRect(QRect(), Qt::AlignLeft, unit).width());
+    const QMargins margins = contentsMargins();
+    hint.setWidth(std::max(hint.width(), widest + margins.left() + margins.right() + 2 * margin()));
+    return hint;
+}
+
+// A unit is never cut: its text is only a few letters.
+QSize UnitLabel::minimumSizeHint() const {
+    return sizeHint();
+}
+
 bool UnitLabel::event(QEvent* event) {
     switch (event->type()) {
     case QEvent::DynamicPropertyChange: {

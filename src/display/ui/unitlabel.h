@@ -8,6 +8,8 @@
 // element while the page is edited. Here those twips become the least distance, in pixels
 // of the screen's logical resolution, from that edge to the unit's text; the grid already
 // sets the unit after its value, and the distance only adds room where the grid leaves less.
+// Its width comes from its font: the widest of the texts it stands among, so that the values
+// of separate grids line up, and never less than its own text and that added room.
 class UnitLabel : public QLabel {
     Q_OBJECT
 
@@ -16,7 +18,12 @@ public:
 
     // The label and the field the unit follows; they share its parent.
     void follow(QWidget* label, QWidget* field);
+    // The units of the rows it stands among.
+    void setPeers(const QStringList& units);
     int twips() const { return m_twips; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     bool event(QEvent* event) override;
@@ -27,5 +34,6 @@ private:
 
     QPointer<QWidget> m_label;
     QPointer<QWidget> m_field;
+    QStringList m_peers;
     int m_twips = 0;
 };

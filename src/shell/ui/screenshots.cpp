@@ -7,11 +7,15 @@
 #include "logger/datalogger.h"
 #include "logger/logger_elements.h"
 #include "record/record_elements.h"
+#include "search/search_elements.h"
+#include "shell/dialog_elements.h"
 #include "shell/program.h"
+#include "shell/startwindow_elements.h"
 #include "shell/ui/toolruntime.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QWidget>
 
@@ -26,9 +30,40 @@ constexpr const char* kPageNames[] = {"status", "measurement",  "messages",  "se
 // Long enough for a working window's first refreshes (234 ms apart) to have filled it.
 constexpr int kWindowSettleMs = 800;
 
-// The working windows, each opened through the main view's own button or menu entry.
+// The two settings pages while they are edited: the buttons that open their fields, the field
+// and the button that take the focus for the pictures, and the button that closes them again.
+struct EditingShot {
+    int page;
+    const char* name;
+    std::vector<QString> openers;
+    QString field;
+    QString button;
+    std::vector<QString> closers;
+};
+
+const std::vector<EditingShot>& editingShots() {
+    static const std::vector<EditingShot> shots = {
+        {3,
+         "settings-a-editing",
+         {frmDisplay::cmdSettings, frmDisplay::cmdAirFlowSet, frmDisplay::cmdSensorTempAlarmSet},
+         frmDisplay::txtSensitivity[0],
+         frmDisplay::cmdSettingsAssume,
+         {frmDisplay::cmdSettingsCancel, frmDisplay::cmdAirFlowCancel,
+          frmDisplay::cmdSensorTempAlarmCancel}},
+        {4,
+         "settings-b-editing",
+         {frmDisplay::cmdRelaySet},
+         frmDisplay::kRelayBoxes[0][0],
+         frmDisplay::cmdRelayAssume,
+         {frmDisplay::cmdRelayCancel}},
+    };
+    return shots;
+}
+
+// The working windows, each opened through the main view's own button or menu entry, then
+// the small windows, each shown as it is.
 struct WindowShot {
-    QString opener; // on the main view
+    QString opener; // on the main view; none for a window shown as it is
     QString form;
     const char* name;
     QString ticked = {}; // a box that must be ticked, or the opener only says why not
@@ -45,6 +80,13 @@ const std::vector<WindowShot>& windowShots() {
         {frmDisplay::mnuDeviceSettings, frmDeviceSettings::kName, "device-settings"},
         {frmDisplay::mnuLogDataDev, frmLogdataDev::kName, "logger"},
         {frmDisplay::mnuProtocolCreate, frmProtocol::kName, "record"},
+        {{}, frmMQ27D::kName, "start"},
+        {{}, frmInterface::kName, "interface"},
+        {{}, frmLanguage::kName, "language"},
+        {{}, frmAbout::kName, "about"},
+        {{}, frmDeviceSearch::kName, "search"},
+        {{}, frmConnect::kName, "connect"},
+        {{}, frmProtocolComment::kName, "record-comment"},
     };
     return shots;
 }
@@ -112,8 +154,38 @@ void ScreenshotRun::capture() {
         window->grab().save(QDir(m_folder).filePath(
             m_prefix + u'-' + QLatin1String(kPageNames[page]) + QStringLiteral(".png")));
     }
+    captureEditing(window, tabs);
     tabs->setCurrentIndex(0);
     captureWindow(0);
+}
+
+// Each settings page with its fields open, once with the focus on a field and once on a
+// button, as a keyboard user sees it; then the page is closed again, nothing sent.
+void ScreenshotRun::captureEditing(QWidget* window, QTabWidget* tabs) {
+    Form& view = m_runtime.app().forms().frmDisplay();
+    window->activateWindow();
+    // As after a press of Tab: the style draws the focus only for the keyboard.
+    window->setAttribute(Qt::WA_KeyboardFocusChange);
+    for (const EditingShot& shot : editingShots()) {
+        if (!tabs->isTabVisible(shot.page)) continue;
+        tabs->setCurrentIndex(shot.page);
+        for (const QString& opener : shot.openers)
+            if (view.isVisible(opener) && view.isEnabled(opener)) view.click(opener);
+        for (const auto& [focus, what] :
+             {std::pair{shot.field, "field"}, {shot.button, "button"}}) {
+            if (auto* target = window->findChild<QWidget*>(focus)) {
+                target->setFocus(Qt::TabFocusReason);
+                if (auto* scroll = tabs->currentWidget()->findChild<QScrollArea*>())
+                    scroll->ensureWidgetVisible(target);
+            }
+            QApplication::processEvents();
+            window->grab().save(QDir(m_folder).filePath(m_prefix + u'-' + QLatin1String(shot.name) +
+                                                        u'-' + QLatin1String(what) +
+                                                        QStringLiteral(".png")));
+        }
+        for (const QString& closer : shot.closers)
+            if (view.isVisible(closer) && view.isEnabled(closer)) view.click(closer);
+    }
 }
 
 // One working window after the other, each given time to fill, then the tool ends. A window
@@ -121,8 +193,9 @@ void ScreenshotRun::capture() {
 void ScreenshotRun::captureWindow(std::size_t index) {
     Form& view = m_runtime.app().forms().frmDisplay();
     auto offered = [&view](const WindowShot& shot) {
-        return view.isVisible(shot.opener) && view.isEnabled(shot.opener) &&
-               (shot.ticked.isEmpty() || view.isChecked(shot.ticked));
+        return shot.opener.isEmpty() ||
+               (view.isVisible(shot.opener) && view.isEnabled(shot.opener) &&
+                (shot.ticked.isEmpty() || view.isChecked(shot.ticked)));
     };
     while (index < windowShots().size() && !offered(windowShots()[index]))
         ++index;
@@ -131,6 +204,19 @@ void ScreenshotRun::captureWindow(std::size_t index) {
         return;
     }
     const WindowShot& shot = windowShots()[index];
+    // A small window is taken at once: the tool would close some of them (the start and
+    // the connection window) as soon as it has a device.
+    if (shot.opener.isEmpty()) {
+        Form& form = m_runtime.app().forms().get(shot.form);
+        form.show();
+        QApplication::processEvents();
+        if (QWidget* window = m_runtime.window(shot.form))
+            window->grab().save(QDir(m_folder).filePath(m_prefix + u'-' + QLatin1String(shot.name) +
+                                                        QStringLiteral(".png")));
+        form.hide();
+        captureWindow(index + 1);
+        return;
+    }
     view.click(shot.opener);
     // The record asks for its comment lines first.
     if (shot.form == frmProtocol::kName) {

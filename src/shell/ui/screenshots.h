@@ -7,11 +7,14 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+class QTabWidget;
+class QWidget;
 class ToolRuntime;
 
 // Pictures of the main view for the documentation: once the main view has shown a device
 // for a few seconds, every page that the device has is saved as
-// <folder>/<prefix>-<page>.png, then every working window that it offers, and the tool ends.
+// <folder>/<prefix>-<page>.png, the settings pages while they are edited, then every working
+// window that it offers, and the tool ends.
 // Started by the environment variables MQ27D_SCREENSHOTS (the folder) and MQ27D_SCREENSHOT_PREFIX.
 class ScreenshotRun : public QObject {
     Q_OBJECT
@@ -24,6 +27,7 @@ public:
 
 private:
     void capture();
+    void captureEditing(QWidget* window, QTabWidget* tabs);
     void captureWindow(std::size_t index);
     void startRecording();
 
