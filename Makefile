@@ -49,6 +49,7 @@ test-asan: build-asan
 	ctest --output-on-failure -j $(JOBS)
 
 bench: build
+	cmake --build $(BUILD) -j $(JOBS) --target mq27benches
 	$(BUILD)/bin/mq27bench
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchview
 	QT_QPA_PLATFORM=offscreen $(BUILD)/bin/mq27benchwrite

@@ -31,7 +31,6 @@ constexpr int kAllItems = 16;
 constexpr int kSensors = 5;
 // The largest window bound, in 0.01 s, that the device takes.
 constexpr std::int32_t kLargestBound = 32766;
-constexpr int kFlags = 28;
 constexpr int kFlowBit = 4;
 
 using Setter = std::int16_t (ValueStore::*)(Bytes);
@@ -340,7 +339,7 @@ std::optional<Bytes> DeviceCommands::SettingsAssume(SettingInputs& inputs,
     block.byte(24, values->DET_GetAlarmThreshold(1));
     // The page offers no switch for the air-flow monitoring: the device's state goes back.
     packer.flag(kFlowBit, values->DET_GetFlowShouldBeOn() != 0);
-    block.put(kFlags, packer.flags());
+    block.put(kParameterFlags, packer.flags());
     block.put(29, twoDetectors ? 255 : 0);
     block.zeroFrom(30);
     return block.result();
@@ -358,7 +357,7 @@ std::optional<Bytes> DeviceCommands::AdvancedSettingsAssume(Resistors& resistors
     block.byte(23, values->DET_GetAlarmThreshold(0));
     block.byte(24, values->DET_GetAlarmThreshold(1));
     packer.flag(kFlowBit, values->DET_GetFlowShouldBeOn() != 0);
-    block.put(kFlags, packer.flags());
+    block.put(kParameterFlags, packer.flags());
     block.put(29, values->GetHasTwoDetectors() == 1 ? 255 : 0);
     block.zeroFrom(30);
     return block.result();

@@ -15,9 +15,6 @@ using V = ValueStore;
 
 const QString kSeconds = QStringLiteral("s");
 
-// Block offsets of the device parameters (command 129).
-constexpr int kFlags = 28;
-
 std::vector<SettingDescriptor> build() {
     std::vector<SettingDescriptor> t;
     const QString settings = QStringLiteral("fraSettings");
@@ -129,7 +126,7 @@ std::vector<SettingDescriptor> build() {
                      .base = QString::fromLatin1(base),
                      .group = settings,
                      .part = part,
-                     .offset = kFlags,
+                     .offset = kParameterFlags,
                      .encoding = Encoding::Flag,
                      .bit = bit,
                      .standard = on ? 1.0 : 0.0,
@@ -154,7 +151,7 @@ std::vector<SettingDescriptor> build() {
                      .index = d,
                      .group = QStringLiteral("fraDetectorSettings_%1").arg(d),
                      .part = QStringLiteral("fraHasTrueLix_%1").arg(d),
-                     .offset = kFlags,
+                     .offset = kParameterFlags,
                      .encoding = Encoding::Flag,
                      .bit = 1 + d,
                      .standard = 1,

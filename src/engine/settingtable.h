@@ -11,6 +11,9 @@
 class QLocale;
 class ValueStore;
 
+// The byte of the device parameters' flags in the write block and in telegram 2.
+constexpr int kParameterFlags = 28;
+
 // The pages of the main view on which the engineer changes the device.
 enum class SettingPage { Settings, AirFlow, Relays, Temperatures };
 inline constexpr int kSettingPageCount = 4;

@@ -14,7 +14,6 @@ namespace {
 constexpr int kFaultRows = 8;
 // The help topics of the fault rows follow one another from here.
 constexpr int kFirstFaultTopic = 51;
-constexpr int kStringOffline = 540;
 constexpr int kStringModule = 405;
 constexpr int kStringMessages = 372;
 constexpr int kFaultStrings[kFaultRows] = {406, 395, 407, 408, 409, 410, 383, 411};
@@ -98,7 +97,7 @@ void ExtinguishDetails::ApplyTexts() {
         {ed::lblLegend[0], 62},
         {ed::lblLegend[1], 63},
         {ed::cmdClose, 76},
-        {ed::lblExtOfflineNote, kStringOffline},
+        {ed::lblExtOfflineNote, modulechoice::kStringOffline},
     };
     for (const auto& [element, index] : texts)
         w.setCaption(element, s.str(index));

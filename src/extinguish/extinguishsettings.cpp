@@ -23,7 +23,6 @@ namespace {
 
 constexpr int kRows = 3;
 constexpr int kModuleSettingsCommand = 136;
-constexpr int kStringOffline = 540;
 constexpr int kStringNoManualRelease = 541;
 constexpr int kStringOhm = 414;
 
@@ -128,7 +127,7 @@ void ExtinguishSettings::ApplyTexts() {
         {es::cmdSettingsAssume, 51},
         {es::cmdSettingsCancel, 49},
         {es::cmdClose, 76},
-        {es::lblExtOfflineNote, kStringOffline},
+        {es::lblExtOfflineNote, modulechoice::kStringOffline},
         {es::lblNoManualRelease, kStringNoManualRelease},
     };
     for (const auto& [element, index] : texts)

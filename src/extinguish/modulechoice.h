@@ -11,6 +11,8 @@ class ValueStore;
 namespace modulechoice {
 
 inline constexpr int kModules = 10;
+// The string of the note that a module is off the bus.
+inline constexpr int kStringOffline = 540;
 
 // Ten rows "0", the first chosen, as a window starts.
 void resetRows(Form& window, const QString& combo);

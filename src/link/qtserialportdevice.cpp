@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr int kFirstPort = 1;
-constexpr int kLastPort = 16;
-
 QStringList systemPortPaths() {
     QStringList paths;
     const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();

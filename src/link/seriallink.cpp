@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr int kFirstPort = 1;
-constexpr int kLastPort = 16;
 constexpr int kReceiveBit = 0;
 constexpr int kSendBit = 1;
 constexpr int kStringPortOff = 53;

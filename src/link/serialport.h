@@ -6,6 +6,10 @@
 #include <QObject>
 #include <QString>
 
+// The port numbers the tool offers.
+constexpr int kFirstPort = 1;
+constexpr int kLastPort = 16;
+
 // The serial port as the link needs it: a numbered port (1 to 16) opened at 19200 baud,
 // 8 data bits, no parity, 1 stop bit, raw bytes in and out.
 class SerialPortDevice : public QObject {

@@ -10,7 +10,7 @@
 
 namespace {
 
-const QString kCrLf2 = QStringLiteral("\r\n\r\n");
+const QString kParagraph = QStringLiteral("\r\n\r\n");
 const QString kEvince = QStringLiteral("evince");
 const QString kOkular = QStringLiteral("okular");
 // An installation keeps the manual with the program's other data, below the prefix the
@@ -81,9 +81,9 @@ QStringList HelpLink::ViewerArguments(const QString& viewer, const QString& file
 void HelpLink::Describe(int target, const QString& file, const QString& destination,
                         const QString& remark) {
     const QString text = QStringLiteral("Helptext No. :         ") + QString::number(target) +
-                         kCrLf2 + QStringLiteral("PDF-File :                ") + file + kCrLf2 +
-                         QStringLiteral("PDF-File Target :    ") + destination + kCrLf2 +
-                         QStringLiteral("Remark :                 ") + remark;
+                         kParagraph + QStringLiteral("PDF-File :                ") + file +
+                         kParagraph + QStringLiteral("PDF-File Target :    ") + destination +
+                         kParagraph + QStringLiteral("Remark :                 ") + remark;
     m_services.dialogs->information(text, m_texts.appTitle);
 }
 
@@ -91,7 +91,7 @@ void HelpLink::Open(const QString& file, const QString& destination) {
     UserDialogs& dialogs = *m_services.dialogs;
     ProcessLauncher& launcher = *m_services.launcher;
     if (!QFileInfo::exists(file)) {
-        dialogs.information(m_texts.messages.fileMissing + kCrLf2 + file, m_texts.appTitle);
+        dialogs.information(m_texts.messages.fileMissing + kParagraph + file, m_texts.appTitle);
         return;
     }
     const QString viewer = PdfViewer();

@@ -4,12 +4,11 @@
 #include "common/formmodel.h"
 #include "common/regsettings.h"
 #include "link/recognition.h"
+#include "link/serialport.h"
 #include "shell/dialog_elements.h"
 #include "shell/startwindow_elements.h"
 
 namespace {
-
-constexpr int kFirstPort = 1;
 
 // A reason shows only while there is one: an empty line would read as a nameless label.
 void setReason(Form& window, const QString& element, const QString& reason) {

@@ -6,6 +6,7 @@
 #include "link/qtserialportdevice.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
+#include "link/serialport.h"
 #include "link/telegram.h"
 #include "shell/appshell.h"
 #include "shell/program.h"
@@ -16,14 +17,13 @@
 
 namespace {
 
-constexpr int kLastPort = 16;
 // The port that a path given on the command line is opened as.
 constexpr int kPathPort = 1;
 
 bool portNumber(const QString& port, int& number) {
     bool ok = false;
     number = port.toInt(&ok);
-    return ok && number >= 1 && number <= kLastPort;
+    return ok && number >= kFirstPort && number <= kLastPort;
 }
 
 } // namespace

@@ -1,19 +1,14 @@
 // Telegram 3: controller, temperature sensors, relays, display, failure and message masks.
 #include "values/valuestore.h"
 
+#include "values/unitnames.h"
+
 #include "values/valuetext.h"
 
 using namespace Qt::StringLiterals;
 using valuetext::Number;
 
-namespace {
-const QString kVolts = u"V"_s;
-const QString kOhm = u"Ohm"_s;
-const QString kSeconds = u"s"_s;
-const QString kHundredths = u"s/100"_s;
-const QString kPercent = u"%"_s;
-const QString kCelsius = u"°C"_s;
-} // namespace
+using namespace unitnames;
 
 QString ValueStore::GetSoftwareNum() {
     return SoftwareNumber(In(m_telegrams[2], u"Softwarenummer"_s), 8);

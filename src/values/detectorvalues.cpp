@@ -1,17 +1,11 @@
 // Telegram 2: air flow, fans, localisation and the two detector blocks.
 #include "values/valuestore.h"
 
+#include "values/unitnames.h"
+
 using namespace Qt::StringLiterals;
 
-namespace {
-const QString kMetersPerSecond = u"m/s"_s;
-const QString kCelsius = u"°C"_s;
-const QString kSeconds = u"s"_s;
-const QString kHundredths = u"s/100"_s;
-const QString kMillivolts = u"mV"_s;
-const QString kPercent = u"%"_s;
-const QString kSensitivity = u"1/1000 * %/m"_s;
-} // namespace
+using namespace unitnames;
 
 float ValueStore::DET_GetFlowValue() {
     return F32(In(m_telegrams[1], u"Akt. Luftstrom"_s, kMetersPerSecond), 8);

@@ -1,14 +1,13 @@
 // Telegram 5: ten extinguishing module blocks; offsets relative to the block of module m.
 #include "values/valuestore.h"
 
+#include "values/unitnames.h"
+
 #include "values/valuetext.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-const QString kOhm = u"Ohm"_s;
-const QString kVolts = u"V"_s;
-} // namespace
+using namespace unitnames;
 
 double ValueStore::EXT_GetSerialNum(std::int16_t m) {
     return U32(BusModule(m, u"Seriennummer"_s), 0);

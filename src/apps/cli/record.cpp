@@ -34,7 +34,7 @@ struct RecordArgs {
 };
 
 // Nothing when the arguments are not those of the command; the reason goes to stderr.
-std::optional<RecordArgs> parse(const QStringList& args) {
+std::optional<RecordArgs> parseRecordArgs(const QStringList& args) {
     static const QStringList kLanguages = {QStringLiteral("de"), QStringLiteral("en"),
                                            QStringLiteral("fr"), QStringLiteral("nl")};
     RecordArgs parsed;
@@ -105,7 +105,7 @@ int record(int argc, char* argv[]) {
     QStringList args;
     for (int i = 2; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
-    const auto parsed = parse(args);
+    const auto parsed = parseRecordArgs(args);
     // A PDF needs fonts, which a graphical application brings; it needs no screen.
     std::unique_ptr<QCoreApplication> app;
     if (parsed && !parsed->pdf.isEmpty()) {

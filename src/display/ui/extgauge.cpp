@@ -24,11 +24,11 @@ constexpr int kCoarseDivisions = 4;
 constexpr qreal kTickSpacing = 0.4;
 
 // Proportions of the dial, in lines of text.
-constexpr qreal kLongTick = 0.5;
-constexpr qreal kShortTick = 0.28;
-constexpr qreal kLabelGap = 0.2;
+constexpr qreal kDialLongTick = 0.5;
+constexpr qreal kDialShortTick = 0.28;
+constexpr qreal kDialLabelGap = 0.2;
 constexpr qreal kHub = 0.36;
-constexpr qreal kPadding = 0.35;
+constexpr qreal kDialPadding = 0.35;
 // The scale's radius at the preferred size, and the least it keeps when squeezed.
 constexpr qreal kPreferredRadius = 3.1;
 constexpr qreal kLeastRadius = 1.5;
@@ -145,7 +145,7 @@ ExtGauge::Dial ExtGauge::measure(qreal radius, bool forHint) const {
     // Before the labels arrive, a hint holds room for labels like "-100 %".
     const qreal least = forHint ? metrics.horizontalAdvance(QStringLiteral("-100 %")) : 0;
     // The labels stand clear of the circle through the tips of the long ticks.
-    const qreal clear = radius + kLongTick * line * dial.scale + kLabelGap * line;
+    const qreal clear = radius + kDialLongTick * line * dial.scale + kDialLabelGap * line;
     const qreal centreWidth = std::max(least, metrics.horizontalAdvance(label(1)));
     const qreal text = metrics.height();
     dial.labels[1] = QRectF(-centreWidth / 2, -clear - text, centreWidth, text);
@@ -165,7 +165,7 @@ ExtGauge::Dial ExtGauge::measure(qreal radius, bool forHint) const {
         above = std::max(above, along * cosine + b);
         half = std::max(half, along * sine + a);
     }
-    const qreal pad = kPadding * line;
+    const qreal pad = kDialPadding * line;
     const qreal below = kHub * line * dial.weight;
     dial.face = QRectF(-half - pad, -above - pad, 2 * (half + pad), above + below + 2 * pad);
     return dial;
@@ -222,7 +222,7 @@ QPolygonF ExtGauge::needle() const {
     const Dial& dial = this->dial();
     const qreal stroke = instruments::lineWidth(this) * dial.weight;
     const qreal hub = kHub * line * dial.weight;
-    const qreal length = dial.radius + kLongTick * line * dial.scale * 0.7;
+    const qreal length = dial.radius + kDialLongTick * line * dial.scale * 0.7;
     const qreal root = std::max(stroke * 1.4, hub * 0.3);
     const qreal tip = stroke * 0.45;
     const qreal tail = hub * 0.8;
@@ -279,8 +279,8 @@ void ExtGauge::paintEvent(QPaintEvent*) {
     for (int step = -divisions; step <= divisions; ++step) {
         const bool major = step % (divisions / 2) == 0;
         const bool centre = step == 0;
-        const qreal length = (major ? kLongTick : kShortTick) * line * dial.scale;
-        const qreal inner = centre ? r - kShortTick * line * dial.scale : r;
+        const qreal length = (major ? kDialLongTick : kDialShortTick) * line * dial.scale;
+        const qreal inner = centre ? r - kDialShortTick * line * dial.scale : r;
         painter.save();
         painter.rotate(kHalfSweep * step / divisions);
         const qreal boldness = centre ? 2.4 : major ? 1.6 : 1.0;

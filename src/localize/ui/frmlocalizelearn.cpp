@@ -26,8 +26,6 @@ using Says = AccessibleNames::Says;
 
 namespace {
 
-constexpr int kHoles = 5;
-
 // A field's colour in the key of the learn layout: a small field filled as the times are.
 class KeySwatch : public QWidget {
 public:
@@ -89,10 +87,10 @@ frmLocalizeLearnWindow::frmLocalizeLearnWindow(Form& form, std::function<QString
     auto* holesBox = new QGroupBox;
     auto* holes = new QGridLayout(holesBox);
     m_pipe = new PipeDrawing(form);
-    holes->addWidget(m_pipe, 0, 1, 1, kHoles);
+    holes->addWidget(m_pipe, 0, 1, 1, kPipeHoles);
     holes->addWidget(p.legend(ll::lblLocHoleLegend), 1, 0);
     const QString legend = ll::lblLocHoleLegend;
-    for (int i = 0; i < kHoles; ++i) {
+    for (int i = 0; i < kPipeHoles; ++i) {
         const QString number = QString::number(i + 1);
         auto* cell = new QHBoxLayout;
         cell->addStretch(1);
@@ -106,7 +104,7 @@ frmLocalizeLearnWindow::frmLocalizeLearnWindow(Form& form, std::function<QString
         holes->addLayout(cell, 1, i + 1);
         holes->setColumnStretch(i + 1, 1);
     }
-    for (int i = 0; i < kHoles; ++i) {
+    for (int i = 0; i < kPipeHoles; ++i) {
         auto* cell = new QHBoxLayout;
         cell->addStretch(1);
         cell->addWidget(narrow(
@@ -115,11 +113,11 @@ frmLocalizeLearnWindow::frmLocalizeLearnWindow(Form& form, std::function<QString
         cell->addStretch(1);
         holes->addLayout(cell, 2, i + 1);
     }
-    holes->addWidget(helpButton(p, ll::cmdLocalizationHelp[0], legend), 2, kHoles + 1);
+    holes->addWidget(helpButton(p, ll::cmdLocalizationHelp[0], legend), 2, kPipeHoles + 1);
     // Every hole keeps its column when the pipe is shorter, so that the holes stand under
     // their places on the pipe; rows keep their height when a layout hides their cells.
     const int line = fontMetrics().height();
-    for (int i = 0; i < kHoles; ++i)
+    for (int i = 0; i < kPipeHoles; ++i)
         holes->setColumnMinimumWidth(i + 1, line * 5);
     holes->setRowMinimumHeight(1, line * 3 / 2);
 

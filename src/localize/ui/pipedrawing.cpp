@@ -11,7 +11,6 @@ namespace ll = frmLocalizeLearn;
 
 namespace {
 
-constexpr int kHoles = 5;
 constexpr int kLinesPerHole = 5;
 // The parts of a hole, in the order of its five line elements.
 enum Part { UpperWall, LowerWall, Opening, Bore, Beyond };
@@ -24,7 +23,7 @@ PipeDrawing::PipeDrawing(Form& form, QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     // Each line element is a part of the drawing under its own name, as a threshold line is
     // of its bar graph; the drawing reads the parts' visibility from the model.
-    for (int line = 0; line < kHoles * kLinesPerHole; ++line)
+    for (int line = 0; line < kPipeHoles * kLinesPerHole; ++line)
         named<QObject>(ll::linLocPipe[line], this);
     connect(&m_form, &Form::elementChanged, this,
             [this](const QString& element, ElementProperty) { onElementChanged(element); });
@@ -57,17 +56,17 @@ bool PipeDrawing::isMeasured(int hole) const {
 }
 
 qreal PipeDrawing::holeCentre(int hole) const {
-    return width() * (hole + 0.5) / kHoles;
+    return width() * (hole + 0.5) / kPipeHoles;
 }
 
 QSize PipeDrawing::sizeHint() const {
     const int line = fontMetrics().height();
-    return {line * 5 * kHoles, line * 5};
+    return {line * 5 * kPipeHoles, line * 5};
 }
 
 QSize PipeDrawing::minimumSizeHint() const {
     const int line = fontMetrics().height();
-    return {line * 2 * kHoles, line * 5};
+    return {line * 2 * kPipeHoles, line * 5};
 }
 
 void PipeDrawing::paintEvent(QPaintEvent*) {
@@ -80,7 +79,7 @@ void PipeDrawing::paintEvent(QPaintEvent*) {
     const qreal bottom = top + unit * 1.2;     // its lower wall
     const qreal boreEnd = bottom + unit * 0.6; // where a hole's bore ends below the pipe
     const qreal wall = qMax<qreal>(1.5, unit / 7);
-    const qreal stub = width() / (kHoles * 4.0); // the pipe's run beyond a hole
+    const qreal stub = width() / (kPipeHoles * 4.0); // the pipe's run beyond a hole
     const QColor ink = pal.color(QPalette::WindowText);
     // Runs of the wall meet without overlap; corners close with square ends.
     const QPen wallPen(ink, wall, Qt::SolidLine, Qt::FlatCap);
@@ -89,13 +88,13 @@ void PipeDrawing::paintEvent(QPaintEvent*) {
     // The pipe reaches as far as its last shown part; its inside is filled in one piece, so
     // that no seam shows where two parts meet. Then its walls, part by part.
     qreal end = 0;
-    for (int h = 0; h < kHoles; ++h) {
+    for (int h = 0; h < kPipeHoles; ++h) {
         if (lineShown(h, UpperWall) || lineShown(h, LowerWall)) end = qMax(end, holeCentre(h));
         if (lineShown(h, Beyond)) end = qMax(end, holeCentre(h) + stub);
     }
     p.fillRect(QRectF(0, top, end, bottom - top), pal.color(QPalette::Base));
     p.setPen(wallPen);
-    for (int h = 0; h < kHoles; ++h) {
+    for (int h = 0; h < kPipeHoles; ++h) {
         // The lower wall opens where a hole leaves it.
         const qreal from = h == 0 ? 0 : holeCentre(h - 1);
         const qreal after = h == 0 ? 0 : from + (holeDrawn(h - 1) ? bore : 0);
@@ -105,7 +104,7 @@ void PipeDrawing::paintEvent(QPaintEvent*) {
         if (lineShown(h, LowerWall)) p.drawLine(QPointF(after, bottom), QPointF(to - gap, bottom));
         // The run beyond a hole draws only what the next hole's walls leave out, so that no
         // wall is drawn twice.
-        const bool last = h == kHoles - 1;
+        const bool last = h == kPipeHoles - 1;
         if (lineShown(h, Beyond) && (last || !lineShown(h + 1, UpperWall)))
             p.drawLine(QPointF(to, top), QPointF(to + stub, top));
         if (lineShown(h, Beyond) && (last || !lineShown(h + 1, LowerWall)))
@@ -117,7 +116,7 @@ void PipeDrawing::paintEvent(QPaintEvent*) {
 
     // The holes: a bore under the pipe that ends in a wider mouth, lit red at the seat of
     // the fire and ringed in the highlight colour while its transport time is measured.
-    for (int h = 0; h < kHoles; ++h) {
+    for (int h = 0; h < kPipeHoles; ++h) {
         if (!holeDrawn(h)) continue;
         const qreal x = holeCentre(h);
         if (isSeatOfFire(h)) {

@@ -11,6 +11,9 @@ class Form;
 // after the third. A hole whose seat-of-fire lamp is shown red is lit red; the hole chosen
 // for a measurement is marked while the measurement runs. Vector drawing only, so it stays
 // sharp at any scaling.
+// The holes along the pipe.
+inline constexpr int kPipeHoles = 5;
+
 class PipeDrawing : public QWidget {
     Q_OBJECT
 
