@@ -196,13 +196,20 @@ public:
         // A list shows its focus on its current row; an empty one has none.
         const bool list =
             element == CE_ShapedFrame && qobject_cast<const QAbstractItemView*>(widget);
-        if (!defaultButton && !list) return;
+        // A tick box without a caption (the relay table's) has only its small square to show
+        // the focus on, and the style's own ring around it is faint.
+        const bool bareTick = element == CE_CheckBox && button && button->text.isEmpty();
+        if (!defaultButton && !list && !bareTick) return;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing, false);
-        painter->setPen(QPen(option->palette.color(QPalette::Highlight), 1,
+        painter->setPen(QPen(option->palette.color(QPalette::Highlight), bareTick ? 2 : 1,
                              defaultButton ? Qt::DotLine : Qt::SolidLine));
         painter->setBrush(Qt::NoBrush);
-        painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        const QRect frame = bareTick ? subElementRect(SE_CheckBoxIndicator, option, widget)
+                                           .adjusted(-1, -1, 1, 1)
+                                           .intersected(option->rect.adjusted(1, 1, -1, -1))
+                                     : option->rect.adjusted(0, 0, -1, -1);
+        painter->drawRect(frame);
         painter->restore();
     }
 };
