@@ -18,9 +18,6 @@ packages="$packages desktop-file-utils appstream"
 # poppler-utils: the record test reads the text back out of a written PDF with pdftotext;
 # the manual test reads the help files' named destinations (pdfinfo) and pages (pdftotext).
 packages="$packages poppler-utils"
-# cups, cups-client, printer-driver-cups-pdf: the print test starts a print system of its
-# own with a PDF printer and prints the record through it as a user would.
-packages="$packages cups cups-client printer-driver-cups-pdf"
 # dpkg-dev finds the package's dependencies (dpkg-shlibdeps); lintian checks the package.
 if [ "${1:-}" = package ]; then
     packages="$packages dpkg-dev lintian"
