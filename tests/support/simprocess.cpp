@@ -63,7 +63,6 @@ QList<SimProcess::Entry> SimProcess::log() const {
         Entry e;
         e.t = o.value("t").toDouble();
         e.dir = o.value("dir").toString();
-        e.event = o.value("event").toString();
         e.hex = o.value("hex").toString();
         e.kind = o.value("kind").toInt(-1);
         e.cmd = o.value("cmd").toInt(-1);
@@ -88,12 +87,4 @@ QList<QByteArray> SimProcess::writes(int command, qsizetype from) const {
         if (entries[i].isRequest() && (command < 0 || entries[i].cmd == command))
             frames << QByteArray::fromHex(entries[i].hex.toLatin1());
     return frames;
-}
-
-qsizetype SimProcess::eventsOf(const QString& event, qsizetype from) const {
-    const QList<Entry> entries = log();
-    qsizetype n = 0;
-    for (qsizetype i = from; i < entries.size(); ++i)
-        n += entries[i].event == event;
-    return n;
 }
