@@ -1,15 +1,13 @@
 #include "common/stringtable.h"
 #include "link/portopenerror.h"
 #include "link/qtserialportdevice.h"
+#include "support/testsupport.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
 
-#include <cstdio>
 #include <fcntl.h>
 #include <pwd.h>
 #include <stdlib.h>
@@ -148,50 +146,23 @@ private Q_SLOTS:
         QVERIFY(!device.openFailure().failed());
     }
 
-    // A user outside the device's group is told the group and the command that
-    // lets him in. Root passes every permission check, so as root the check runs
-    // again as nobody.
+    // A user outside the device's group is told the group and the command that lets him in.
+    // Root passes every permission check, so as root the check runs as nobody.
     void permissionForAnotherUser() {
-        const QByteArray probe = qgetenv("MQ27_PROBE_PATH");
-        if (!probe.isEmpty()) {
-            mapPort(1, QString::fromLocal8Bit(probe));
-            QtSerialPortDevice device;
-            QVERIFY(!device.open(1));
-            std::puts(qPrintable(describePortOpenError(device.openFailure(), Language::English)));
-            QCOMPARE(device.openFailure().kind, PortOpenFailure::Kind::Permission);
-            return;
-        }
         PseudoTerminal line;
         QVERIFY(line.isValid());
-        QString output;
-        if (::geteuid() != 0) {
-            QVERIFY(QFile::setPermissions(line.path(), QFileDevice::Permissions()));
-            mapPort(1, line.path());
-            QtSerialPortDevice device;
-            QVERIFY(!device.open(1));
-            output = describePortOpenError(device.openFailure(), Language::English);
-        } else {
-            const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
-            if (setpriv.isEmpty()) QSKIP("setpriv is not installed");
-            QProcess child;
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(QStringLiteral("MQ27_PROBE_PATH"), line.path());
-            child.setProcessEnvironment(environment);
-            child.start(setpriv,
-                        {QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
-                         QStringLiteral("--clear-groups"), QCoreApplication::applicationFilePath(),
-                         QString::fromLatin1(metaObject()->className()),
-                         QStringLiteral("permissionForAnotherUser")});
-            QVERIFY(child.waitForFinished(20000));
-            output = QString::fromLocal8Bit(child.readAllStandardOutput());
-            QVERIFY2(child.exitCode() == 0, qPrintable(output + child.readAllStandardError()));
-        }
+        QVERIFY(QFile::setPermissions(line.path(), QFileDevice::Permissions()));
+        mapPort(1, line.path());
+        const testsupport::AsNobody nobody;
+        QtSerialPortDevice device;
+        QVERIFY(!device.open(1));
+        QCOMPARE(device.openFailure().kind, PortOpenFailure::Kind::Permission);
+        const QString output = describePortOpenError(device.openFailure(), Language::English);
         const QString group = QFileInfo(line.path()).group();
-        const QString user =
-            QString::fromLocal8Bit(::geteuid() == 0 ? "nobody" : ::getpwuid(::geteuid())->pw_name);
-        QVERIFY2(output.contains(QStringLiteral("Permission denied for %1 (group %2). To fix: sudo "
-                                                "adduser %3 %2 and log in again")
-                                     .arg(line.path(), group, user)),
+        const QString user = QString::fromLocal8Bit(::getpwuid(::geteuid())->pw_name);
+        QVERIFY2(output == QStringLiteral("Permission denied for %1 (group %2). To fix: sudo "
+                                          "adduser %3 %2 and log in again")
+                               .arg(line.path(), group, user),
                  qPrintable(output));
     }
 };
