@@ -137,20 +137,6 @@ private Q_SLOTS:
                     .endsWith(QStringLiteral(" %/ft")));
     }
 
-    void recordAsText() {
-        const Run run = cli("record", {sample(), "--language", "de", "--comment", "Wartung",
-                                       "--comment", "Zweite Zeile"});
-        QCOMPARE(run.exitCode, 0);
-        QVERIFY(run.err.isEmpty());
-        // Split at LF, each line still ends in its CR: two pages of 80.
-        QCOMPARE(run.out.size(), 160);
-        for (const QString& line : run.out)
-            QVERIFY(line.endsWith(u'\r'));
-        QCOMPARE(run.out[0], QStringLiteral("       Wartung\r"));
-        QCOMPARE(run.out[1], QStringLiteral("       Zweite Zeile\r"));
-        QVERIFY(run.out[5].contains(QStringLiteral("1234567")));
-    }
-
     // Both pages in one PDF whose text holds the serial number and the lines of page two.
     void recordAsPdf() {
         QTemporaryDir folder;

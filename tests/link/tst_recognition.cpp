@@ -171,19 +171,6 @@ private Q_SLOTS:
         QCOMPARE(own.count(), 0);
     }
 
-    void handOverOfLoadedFile() {
-        Context c;
-        c.t.installSuite();
-        c.link.ClosePort();
-        const QString file = QStringLiteral("/data/old device.ko3");
-        c.link.SetLoadedFileName(file);
-        c.link.SetDataFromFile(true);
-
-        c.recognition.RcvDataHandle(kindTelegram(1, 48));
-        QCOMPARE(c.t.launcher.started.size(), 1);
-        QCOMPARE(c.t.launcher.started[0].arguments, QStringList{file});
-    }
-
     void suiteNotStarted_data() {
         QTest::addColumn<bool>("installed");
         QTest::addColumn<QString>("text");

@@ -1,9 +1,11 @@
 // The logger's record step and its files, on a fixed clock: the expected bytes are written
 // out by hand, CR LF and separators included.
+#include "engine/telegramdecoder.h"
 #include "logger/datalogger.h"
 #include "logger/logfiles.h"
 #include "logger/logger_elements.h"
 #include "support/fakes.h"
+#include "support/testsupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -97,12 +99,29 @@ private Q_SLOTS:
         logger().ShowLogger();
         window().click(lg::cmdClose);
         QVERIFY(!window().isShown());
+        m_t->app->forms().frmDisplay().click(QStringLiteral("mnuLogDataDev"));
+        QVERIFY(window().isShown());
         record(1);
         QCOMPARE(contents(log), QByteArray("23.11.2026\t09:30:15\t3\r\n"
                                            "23.11.2026\t09:30:18\t4\t17\r\n"));
         QCOMPARE(contents(m_folder + QStringLiteral("/a_log_Info.txt")),
                  QByteArray("START-> 23.11.2026\t09:30:15 | Bargraphpegel\r\n"
                             "START-> 23.11.2026\t09:30:18 | Bargraphpegel | Resetcounter\r\n"));
+    }
+
+    // Each complete read-out the decoder takes is one record and one point of the trend.
+    void everyReadOutIsOneRecordAndOnePoint() {
+        const QString dat = m_folder + QStringLiteral("/live.dat");
+        choose(lg::chkSaveAsMathCad, lg::cmdSaveAsMathCad, dat);
+        window().click(lg::cmdStart);
+        for (int readOut = 0; readOut < 2; ++readOut) {
+            m_t->clock.time = m_next.addSecs(readOut);
+            for (int command : {1, 2, 3, 5})
+                m_t->app->decoder().DataDecoder(testsupport::ownTelegram(command));
+        }
+        QCOMPARE(logger().MathCadRecords(), 2);
+        QCOMPARE(contents(dat).count("\r\n"), 2);
+        QCOMPARE(logger().Trend().series().at(0).points.size(), 2u);
     }
 
     void infoPathCutsAtTheFirstPointOfThePath() {

@@ -1,6 +1,6 @@
 // The parts of the virtual device whose faults the end-to-end tests would not notice: a
 // write beyond the device's limits taken all the same, injected faults that inject
-// nothing, a frame reader stuck after garbage, and a line that queues without bound.
+// nothing, and a frame reader stuck after garbage.
 #include "link/checksum.h"
 #include "link/telegram.h"
 #include "sim/sim_device.h"
@@ -13,7 +13,6 @@
 #include <functional>
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace mq27sim;
@@ -247,24 +246,6 @@ private Q_SLOTS:
             QVERIFY2(items.size() == 1 && items[0].isFrame && items[0].bytes == frame,
                      qPrintable(where));
         }
-    }
-
-    // Telegrams made faster than the paced line lets them out are dropped, not queued without
-    // bound.
-    void overfullLineDropsWhatItCannotTake() {
-        QTemporaryDir dir;
-        SimOptions options;
-        options.logPath = dir.filePath(QStringLiteral("sim.log"));
-        options.unsolicitedSeconds = 0.01;
-        options.faults.pace = true;
-        options.faults.noiseBytes = 4096;
-        Simulator sim({ProfileLoader::defaults()}, options);
-        QString error;
-        QVERIFY2(sim.start(error), qPrintable(error));
-        QFile log(options.logPath);
-        QVERIFY(log.open(QIODevice::ReadOnly));
-        QByteArray text;
-        QTRY_VERIFY_WITH_TIMEOUT((text += log.readAll()).contains(R"("event":"dropped")"), 10000);
     }
 };
 

@@ -1,13 +1,8 @@
-// What the virtual device is started with: its command line, its profiles, and how the
-// program refuses bad ones (one message naming the option or the file and field, exit
-// status 2), which scripts rely on and the end-to-end tests never try.
+// How the virtual device refuses a bad command line or profile: one message naming the
+// option or the file and field, which scripts rely on and the end-to-end tests never try.
 #include "sim/device_profile.h"
 #include "sim/sim_options.h"
-#include "support/testsupport.h"
 
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 using mq27sim::CommandLine;
@@ -18,38 +13,6 @@ class TestSimOptions : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyOptionIsRead() {
-        SimOptions o;
-        QString message;
-        const QString line = QStringLiteral(
-            "mq27sim --profile a.json --profile b.json --delay 10 --stagger 20 --speed 2.5 "
-            "--no-drift --unsolicited 0.01:1 --bad-crc-every 5 --noise 8 --split-gap 400 "
-            "--silence 1.5:2 --pace --close-after 9 --log x.log --link /tmp/p");
-        QCOMPARE(mq27sim::parseCommandLine(line.split(' '), o, message), CommandLine::Run);
-        QCOMPARE(o.profiles, (std::vector<QString>{"a.json", "b.json"}));
-        QCOMPARE(o.answerDelayMs, 10);
-        QCOMPARE(o.staggerMs, 20);
-        QCOMPARE(o.speed, 2.5);
-        QVERIFY(!o.drift);
-        QCOMPARE(o.unsolicitedSeconds, 0.01);
-        QCOMPARE(o.unsolicitedCommand, 1);
-        QCOMPARE(o.faults.badCrcEvery, 5);
-        QCOMPARE(o.faults.noiseBytes, 8);
-        QCOMPARE(o.faults.splitGapMs, 400);
-        QCOMPARE(o.faults.silenceStart, 1.5);
-        QCOMPARE(o.faults.silenceSeconds, 2.0);
-        QVERIFY(!o.faults.silentForever);
-        QVERIFY(o.faults.pace);
-        QCOMPARE(o.faults.closeAfterSeconds, 9.0);
-        QCOMPARE(o.logPath, QStringLiteral("x.log"));
-        QCOMPARE(o.linkPath, QStringLiteral("/tmp/p"));
-
-        SimOptions endless;
-        mq27sim::parseCommandLine({"mq27sim", "--silence", "4"}, endless, message);
-        QVERIFY(endless.faults.silentForever);
-        QCOMPARE(endless.answerDelayMs, 30);
-    }
-
     // Numbers that no int holds, that make a timer of 0 ms, or that mean nothing.
     void badValuesAreRefused_data() {
         QTest::addColumn<QStringList>("arguments");
@@ -126,42 +89,6 @@ private Q_SLOTS:
         QVERIFY(!ProfileLoader::parse(json, QStringLiteral("bad.json"), error));
         QVERIFY2(error.startsWith(QStringLiteral("profile bad.json: ")) && error.contains(named),
                  qPrintable(error));
-    }
-
-    // "PROFILE" in the arguments stands for a file holding `json`.
-    void programRefusesWithStatusTwo_data() {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("named");
-        const QString full = testsupport::sourcePath(QStringLiteral("tools/profiles/full.json"));
-        QTest::newRow("bad profile value")
-            << QStringList{"--profile", "PROFILE"} << QByteArray(R"({"display": {"ledOp": 7}})")
-            << "field 'display.ledOp'";
-        QTest::newRow("missing profile") << QStringList{"--profile", "/nonexistent/x.json"}
-                                         << QByteArray() << "/nonexistent/x.json";
-        QTest::newRow("serial number twice")
-            << QStringList{"--profile", full, "--profile", full} << QByteArray() << "1234567";
-    }
-
-    void programRefusesWithStatusTwo() {
-        QFETCH(QStringList, arguments);
-        QFETCH(QByteArray, json);
-        QFETCH(QString, named);
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("broken.json"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(json) == json.size());
-        file.close();
-        arguments.replaceInStrings(QStringLiteral("PROFILE"), path);
-        QProcess process;
-        process.start(testsupport::programPath(QStringLiteral("mq27sim")), arguments);
-        QVERIFY(process.waitForFinished(10000));
-        QCOMPARE(process.exitCode(), 2);
-        const QString err = QString::fromLocal8Bit(process.readAllStandardError());
-        QVERIFY2(err.startsWith(QStringLiteral("mq27sim: ")) && err.contains(named) &&
-                     (json.isEmpty() || err.contains(path)),
-                 qPrintable(err));
-        QVERIFY(process.readAllStandardOutput().isEmpty()); // no port line for a script to take
     }
 };
 
