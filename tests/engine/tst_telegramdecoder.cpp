@@ -94,17 +94,6 @@ private slots:
         QVERIFY(allZero(stored(rig.app, 1)));
     }
 
-    void scrapsOfTelegramsAreHarmless() {
-        Rig rig;
-        for (std::size_t size = 0; size < 9; ++size)
-            rig.feed(Bytes(size, 7));
-        QVERIFY(rig.display.title().isEmpty());
-        for (std::size_t size = 9; size < 19; ++size)
-            rig.feed(Bytes(size, 7));
-        QCOMPARE(rig.app.session().telegramTime(), QDateTime(QDate(707, 7, 7), QTime(7, 7, 7)));
-        QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
-    }
-
     // Telegram 5 comes in the extended form, its kind, command and serial number two bytes
     // further back.
     void answerChoosesTheNextTelegram_data() {

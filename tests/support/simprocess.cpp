@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 
 SimProcess::SimProcess() = default;
@@ -43,14 +44,6 @@ QString SimProcess::portPath() const {
 
 QString SimProcess::profile(const QString& name) {
     return testsupport::sourcePath(QStringLiteral("tools/profiles/%1.json").arg(name));
-}
-
-QString SimProcess::writeProfile(const QString& name, const QJsonObject& profile) const {
-    const QString path = QDir(folder()).filePath(name + QStringLiteral(".json"));
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(QJsonDocument(profile).toJson());
-    return path;
 }
 
 QList<SimProcess::Entry> SimProcess::log() const {

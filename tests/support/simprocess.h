@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QJsonObject>
 #include <QList>
 #include <QProcess>
 #include <QString>
@@ -39,8 +38,6 @@ public:
 
     // A profile file of the project, e.g. "minimal".
     static QString profile(const QString& name);
-    // A profile written for one test into the device's folder.
-    QString writeProfile(const QString& name, const QJsonObject& profile) const;
 
     QList<Entry> log() const;
     // Frames the tool sent, in order.
