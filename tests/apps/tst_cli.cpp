@@ -80,21 +80,6 @@ private Q_SLOTS:
         QCOMPARE(run.err.count(u'\n'), 1);
     }
 
-    // Every cut of the sample file loads without a crash; what is whole is shown.
-    void dumpOfACutFile() {
-        QFile file(sample());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray whole = file.readAll();
-        QTemporaryDir dir;
-        const qsizetype rows = cli("dump", {sample()}).out.size();
-        for (int cut : {5, 60, 100, 1200, 2000, 3000, 4500}) {
-            const Run run =
-                cli("dump", {writeFile(dir, QStringLiteral("cut.ko3"), whole.left(cut))});
-            QVERIFY2(run.exitCode == 0 || run.exitCode == 1, qPrintable(QString::number(cut)));
-            if (run.exitCode == 0) QCOMPARE(run.out.size(), rows);
-        }
-    }
-
     void dumpOfAnOldFormFileAndOfAnotherFamily() {
         QTemporaryDir dir;
         const QString old = ko3::MakeHexLine(testsupport::ownTelegram(1, 42));
@@ -152,20 +137,6 @@ private Q_SLOTS:
                     .endsWith(QStringLiteral(" %/ft")));
     }
 
-    void recordAsText() {
-        const Run run = cli("record", {sample(), "--language", "de", "--comment", "Wartung",
-                                       "--comment", "Zweite Zeile"});
-        QCOMPARE(run.exitCode, 0);
-        QVERIFY(run.err.isEmpty());
-        // Split at LF, each line still ends in its CR: two pages of 80.
-        QCOMPARE(run.out.size(), 160);
-        for (const QString& line : run.out)
-            QVERIFY(line.endsWith(u'\r'));
-        QCOMPARE(run.out[0], QStringLiteral("       Wartung\r"));
-        QCOMPARE(run.out[1], QStringLiteral("       Zweite Zeile\r"));
-        QVERIFY(run.out[5].contains(QStringLiteral("1234567")));
-    }
-
     // Both pages in one PDF whose text holds the serial number and the lines of page two.
     void recordAsPdf() {
         QTemporaryDir folder;
@@ -198,43 +169,37 @@ private Q_SLOTS:
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("why");
         const QString file = sample();
-        QTest::newRow("dump: missing file")
-            << QStringList{"dump", "/nonexistent.ko3"} << 1 << "no such file";
-        QTest::newRow("dump: no file") << QStringList{"dump"} << 2 << "one file";
-        QTest::newRow("view: missing file")
-            << QStringList{"view", "/nonexistent.ko3"} << 1 << "no such file";
+        const auto row = [](const char* name, const QStringList& args, int exitCode,
+                            const char* why) {
+            QTest::newRow(name) << args << exitCode << QString(why);
+        };
+        row("dump: missing file", {"dump", "/nonexistent.ko3"}, 1, "no such file");
+        row("dump: no file", {"dump"}, 2, "one file");
+        row("view: missing file", {"view", "/nonexistent.ko3"}, 1, "no such file");
         // A file that is there but no regular file is not called missing.
-        QTest::newRow("view: device file")
-            << QStringList{"view", "/dev/zero"} << 1 << "not a regular file";
-        QTest::newRow("view: folder") << QStringList{"view", "/"} << 1 << "a folder";
-        QTest::newRow("view: unknown option")
-            << QStringList{"view", file, "--colour"} << 2 << "unknown option";
-        QTest::newRow("view: unknown language")
-            << QStringList{"view", file, "--language", "xx"} << 2 << "--language";
-        QTest::newRow("view: unknown window")
-            << QStringList{"view", file, "--form", "frmNone"} << 2 << "no such window";
-        QTest::newRow("record: missing file")
-            << QStringList{"record", "/nonexistent.ko3"} << 1 << "no such file";
-        QTest::newRow("record: no file") << QStringList{"record"} << 2 << "no file given";
-        QTest::newRow("record: unknown option")
-            << QStringList{"record", file, "--colour"} << 2 << "--colour";
-        QTest::newRow("record: unknown language")
-            << QStringList{"record", file, "--language", "xx"} << 2 << "--language";
-        QTest::newRow("record: three comments")
-            << QStringList{"record", file, "--comment", "a", "--comment", "b", "--comment", "c"}
-            << 2 << "two comment";
-        QTest::newRow("record: pdf on a full disk")
-            << QStringList{"record", file, "--pdf", "/dev/full"} << 3 << "No space left";
-        QTest::newRow("record: pdf into a missing folder")
-            << QStringList{"record", file, "--pdf", "/nonexistent/r.pdf"} << 3 << "No such file";
+        row("view: device file", {"view", "/dev/zero"}, 1, "not a regular file");
+        row("view: folder", {"view", "/"}, 1, "a folder");
+        row("view: unknown option", {"view", file, "--colour"}, 2, "unknown option");
+        row("view: unknown language", {"view", file, "--language", "xx"}, 2, "--language");
+        row("view: unknown window", {"view", file, "--form", "frmNone"}, 2, "no such window");
+        row("record: missing file", {"record", "/nonexistent.ko3"}, 1, "no such file");
+        row("record: no file", {"record"}, 2, "no file given");
+        row("record: unknown option", {"record", file, "--colour"}, 2, "--colour");
+        row("record: unknown language", {"record", file, "--language", "xx"}, 2, "--language");
+        row("record: three comments",
+            {"record", file, "--comment", "a", "--comment", "b", "--comment", "c"}, 2,
+            "two comment");
+        row("record: pdf on a full disk", {"record", file, "--pdf", "/dev/full"}, 3,
+            "No space left");
+        row("record: pdf into a missing folder", {"record", file, "--pdf", "/nonexistent/r.pdf"}, 3,
+            "No such file");
     }
     void refusals() {
         QFETCH(QStringList, args);
-        QFETCH(int, exitCode);
         QFETCH(QString, why);
         const QString command = args.takeFirst();
         const Run run = cli(command, args);
-        QCOMPARE(run.exitCode, exitCode);
+        QTEST(run.exitCode, "exitCode");
         QVERIFY(run.out.isEmpty());
         QVERIFY2(run.err.contains(why), qPrintable(run.err));
     }

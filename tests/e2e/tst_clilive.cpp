@@ -48,7 +48,10 @@ private Q_SLOTS:
         device.insert(
             QStringLiteral("limits"),
             QJsonObject{{QStringLiteral("controller.extinguishDelay"), QJsonArray{0, 30}}});
-        const QString profile = m_sim.writeProfile(QStringLiteral("limits"), device);
+        const QString profile = QDir(m_sim.folder()).filePath(QStringLiteral("limits.json"));
+        QFile file(profile);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(device).toJson()) > 0);
+        file.close();
         QVERIFY2(m_sim.start({"--profile", profile, "--no-drift", "--speed", "8"}),
                  qPrintable(m_sim.output()));
         m_port = m_sim.portPath();

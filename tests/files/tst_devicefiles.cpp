@@ -19,10 +19,7 @@ namespace {
 constexpr std::uint32_t kSerial = 1234567;
 constexpr std::uint32_t kOtherSerial = 7654321;
 using testsupport::kRecorded;
-
-Bytes ownTelegram(int command, std::uint32_t serial = kSerial, std::uint8_t fill = 0x33) {
-    return testsupport::ownTelegram(command, serial, fill);
-}
+using testsupport::ownTelegram;
 
 // A telegram of the first sibling family, which only the suite program serves.
 Bytes foreignTelegram() {
@@ -60,12 +57,6 @@ void writeFile(const QString& path, const QByteArray& content) {
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     file.write(content);
-}
-
-Bytes stored(Program& app, int command) {
-    Bytes out;
-    if (app.values()) app.values()->GetDataArray(out, static_cast<std::int16_t>(command));
-    return out;
 }
 
 struct Rig {
@@ -181,21 +172,24 @@ private slots:
         QTest::addColumn<bool>("answerYes");
         QTest::addColumn<bool>("asked");
         QTest::addColumn<bool>("written");
-        QTest::newRow("new file") << QByteArray() << true << false << true;
-        QTest::newRow("empty file") << QByteArray("") << false << false << true;
-        QTest::newRow("overwrite: yes") << QByteArray("old") << true << true << true;
-        QTest::newRow("overwrite: no") << QByteArray("old") << false << true << false;
+        QTest::addColumn<bool>("chosen"); // false: the dialog cancelled
+        QTest::newRow("new file") << QByteArray() << true << false << true << true;
+        QTest::newRow("empty file") << QByteArray("") << false << false << true << true;
+        QTest::newRow("overwrite: yes") << QByteArray("old") << true << true << true << true;
+        QTest::newRow("overwrite: no") << QByteArray("old") << false << true << false << true;
+        QTest::newRow("cancelled") << QByteArray("old") << true << false << false << false;
     }
     void userSaveAsksBeforeOverwriting() {
         QFETCH(QByteArray, existing);
         QFETCH(bool, answerYes);
         QFETCH(bool, asked);
         QFETCH(bool, written);
+        QFETCH(bool, chosen);
         Rig rig;
         rig.readOut();
         const QString path = rig.tempFile("mine.ko3");
         if (!existing.isNull()) writeFile(path, existing);
-        rig.t.dialogs.saveName = path;
+        if (chosen) rig.t.dialogs.saveName = path;
         rig.t.dialogs.answers = {answerYes ? UserDialogs::Answer::Yes : UserDialogs::Answer::No};
         rig.files.SaveDeviceData(0);
 
@@ -217,27 +211,17 @@ private slots:
         }
     }
 
-    void userSaveCancelledDoesNothing() {
-        Rig rig;
-        rig.readOut();
-        rig.t.dialogs.saveName.reset();
-        rig.files.SaveDeviceData(0);
-        QCOMPARE(rig.t.dialogs.lastFilter, QStringLiteral("*.ko3|*.ko3|"));
-        QVERIFY(rig.t.dialogs.shown.isEmpty());
-    }
-
     // A save that fails says where and why, and leaves neither the file nor a piece of it.
     void failedSaveSaysWhyAndWhere_data() {
         QTest::addColumn<QString>("target"); // in the rig's folder unless absolute
         QTest::addColumn<QString>("why");
-        QTest::newRow("folders missing") << "no/such/folder/x.ko3"
-                                         << "folder";
-        QTest::newRow("a file where the folder should be") << "blocker/x.ko3"
-                                                           << "";
-        QTest::newRow("full disk") << "/dev/full"
-                                   << "space";
-        QTest::newRow("read-only folder") << "locked/x.ko3"
-                                          << "ermission";
+        const auto row = [](const char* name, const char* target, const char* why) {
+            QTest::newRow(name) << QString(target) << QString(why);
+        };
+        row("folders missing", "no/such/folder/x.ko3", "folder");
+        row("a file where the folder should be", "blocker/x.ko3", "");
+        row("full disk", "/dev/full", "space");
+        row("read-only folder", "locked/x.ko3", "ermission");
     }
     void failedSaveSaysWhyAndWhere() {
         QFETCH(QString, target);
@@ -275,14 +259,13 @@ private slots:
     void fileThatIsNoDeviceFileIsRefused_data() {
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("why");
-        QTest::newRow("folder") << "folder"
-                                << "es ist ein Ordner";
-        QTest::newRow("pipe") << "pipe"
-                              << "es ist keine gewöhnliche Datei";
-        QTest::newRow("2 GiB") << "huge"
-                               << "sie ist zu groß (2147483648 Bytes)";
-        QTest::newRow("unreadable") << "unreadable"
-                                    << "keine Leseberechtigung";
+        const auto row = [](const char* kind, const char* why) {
+            QTest::newRow(kind) << QString(kind) << QString(why);
+        };
+        row("folder", "es ist ein Ordner");
+        row("pipe", "es ist keine gewöhnliche Datei");
+        row("huge", "sie ist zu groß (2147483648 Bytes)");
+        row("unreadable", "keine Leseberechtigung");
     }
     void fileThatIsNoDeviceFileIsRefused() {
         QFETCH(QString, kind);
@@ -408,33 +391,43 @@ private slots:
         QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
     }
 
-    // An old file holds one telegram, without the last blank and the line end.
-    void oldFormFileHoldsOneTelegram() {
-        Rig rig;
-        rig.load("old.ko3", fileText(ownTelegram(1)).chopped(3));
-        QCOMPARE(stored(rig.app, 1), ownTelegram(1));
-        QCOMPARE(rig.app.session().takenOnSerialNo(), QString::number(kSerial));
-    }
-
-    void truncatedFileKeepsWhatWasFed() {
-        Rig rig;
+    // What is whole is taken: an old file's one telegram (without the last blank and the line
+    // end), the telegrams before a cut, the ones whose sum is right, and nothing once the tool
+    // closes.
+    void loadTakesWhatIsWhole_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QList<Bytes>>("expected"); // telegrams 1 to 3
+        QTest::addColumn<bool>("closing");
+        const Bytes none2(202, 0), none3(211, 0);
+        QTest::newRow("old form") << fileText(ownTelegram(1)).chopped(3)
+                                  << QList<Bytes>{ownTelegram(1), none2, none3} << false;
         Bytes block = saveBlock(
             {ownTelegram(1), ownTelegram(2), ownTelegram(3), ownTelegram(4), ownTelegram(5)});
         block.resize(12 + 19 + 202 + 100);
-        rig.load("cut.ko3", fileText(block));
-        QCOMPARE(stored(rig.app, 1), ownTelegram(1));
-        QCOMPARE(stored(rig.app, 2), ownTelegram(2));
-        QCOMPARE(stored(rig.app, 3), Bytes(211, 0));
-        QVERIFY(!rig.app.forms().frmDisplay().isShown());
-    }
-
-    void telegramFailingItsSumIsSkipped() {
-        Rig rig;
+        QTest::newRow("cut in telegram 3")
+            << fileText(block) << QList<Bytes>{ownTelegram(1), ownTelegram(2), none3} << false;
         Bytes broken = ownTelegram(2, kSerial, 0x10);
         broken[50] ^= 0xFF;
-        rig.load("sum.ko3", fileText(saveBlock({ownTelegram(1), broken, ownTelegram(3)})));
-        QCOMPARE(stored(rig.app, 2), Bytes(202, 0));
-        QCOMPARE(stored(rig.app, 3), ownTelegram(3));
+        QTest::newRow("sum of telegram 2 wrong")
+            << fileText(saveBlock({ownTelegram(1), broken, ownTelegram(3)}))
+            << QList<Bytes>{ownTelegram(1), none2, ownTelegram(3)} << false;
+        QTest::newRow("closing after the take-on")
+            << fileText(saveBlock({ownTelegram(1), ownTelegram(2)}))
+            << QList<Bytes>{ownTelegram(1), none2, none3} << true;
+    }
+    void loadTakesWhatIsWhole() {
+        QFETCH(QByteArray, content);
+        QFETCH(QList<Bytes>, expected);
+        QFETCH(bool, closing);
+        Rig rig;
+        if (closing)
+            connect(&rig.app.decoder(), &TelegramDecoder::DeviceTakenOn, this,
+                    [&] { rig.app.life().setClosing(); });
+        rig.load("file.ko3", content);
+        for (int command = 1; command <= 3; ++command)
+            QCOMPARE(stored(rig.app, command), expected[command - 1]);
+        QCOMPARE(rig.app.session().takenOnSerialNo(), QString::number(kSerial));
+        QVERIFY(!rig.app.forms().frmDisplay().isShown());
     }
 
     void fileOfAnotherFamilyHandsItsPathOver() {
@@ -448,15 +441,6 @@ private slots:
         QCOMPARE(rig.t.launcher.started.first().arguments, QStringList{path});
         QVERIFY(rig.app.life().closing());
         QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
-    }
-
-    void feedingStopsOnceTheToolCloses() {
-        Rig rig;
-        connect(&rig.app.decoder(), &TelegramDecoder::DeviceTakenOn, this,
-                [&] { rig.app.life().setClosing(); });
-        rig.load("two.ko3", fileText(saveBlock({ownTelegram(1), ownTelegram(2)})));
-        QCOMPARE(stored(rig.app, 1), ownTelegram(1));
-        QCOMPARE(stored(rig.app, 2), Bytes(202, 0));
     }
 };
 

@@ -56,8 +56,7 @@ private slots:
     }
     void lineLengthRounding() {
         QFETCH(QString, line);
-        QFETCH(Bytes, expected);
-        QCOMPARE(ko3::ParseHexLine(line), expected);
+        QTEST(ko3::ParseHexLine(line), "expected");
     }
 
     void oldAndNewForm() {
@@ -82,9 +81,6 @@ private slots:
         const auto cutInLengths = ko3::SplitDeviceBlock(Bytes(block.begin(), block.begin() + 5));
         QVERIFY(cutInLengths.truncated);
         QVERIFY(cutInLengths.telegrams.empty());
-        // Every cut of a valid block is handled without reading past its end.
-        for (std::size_t cut = 0; cut <= block.size(); ++cut)
-            ko3::SplitDeviceBlock(Bytes(block.begin(), block.begin() + static_cast<long>(cut)));
     }
 
     void autoSaveName() {

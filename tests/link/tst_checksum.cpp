@@ -5,12 +5,10 @@
 #include <QTest>
 
 using testsupport::bytes;
+using testsupport::concat;
+using testsupport::frameOf;
 
 namespace {
-
-Bytes frameOf(const Bytes& data) {
-    return telegram::MakeSendFrame(data, true).value();
-}
 
 // A frame of `kind` and `total` bytes with a right sum (no CRC: the finder does not check
 // it), in the short form or, with `extended`, behind the four-byte header.
@@ -25,13 +23,6 @@ Bytes summedFrame(int kind, int total, bool extended = false) {
     f[extended ? 4 : 2] = static_cast<std::uint8_t>(kind);
     checksum::AddSumOfBytes(f);
     return f;
-}
-
-Bytes concat(std::initializer_list<Bytes> parts) {
-    Bytes out;
-    for (const Bytes& p : parts)
-        out.insert(out.end(), p.begin(), p.end());
-    return out;
 }
 
 } // namespace

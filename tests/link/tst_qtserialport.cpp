@@ -1,15 +1,13 @@
 #include "common/stringtable.h"
 #include "link/portopenerror.h"
 #include "link/qtserialportdevice.h"
+#include "support/testsupport.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
 
-#include <cstdio>
 #include <fcntl.h>
 #include <pwd.h>
 #include <stdlib.h>
@@ -82,28 +80,16 @@ private Q_SLOTS:
             qunsetenv(QStringLiteral("MQ27D_PORT%1").arg(n).toLatin1().constData());
     }
 
-    void environmentNamesThePort() {
-        PseudoTerminal line;
-        QVERIFY(line.isValid());
-        mapPort(1, line.path());
-        mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
-        QtSerialPortDevice device;
-        QCOMPARE(device.deviceName(1), line.path());
-        QVERIFY(device.deviceName(17).isEmpty());
-
-        QVERIFY(!device.open(17));
-        QVERIFY(device.open(1));
-        QCOMPARE(device.portNumber(), 1);
-        QVERIFY2(!device.open(2) && !device.isOpen(), "a new open closes the old port");
-        QCOMPARE(device.portNumber(), 2);
-    }
-
+    // The environment names the ports; a new open closes the old port.
     void bytesBothWays() {
         PseudoTerminal line;
         QVERIFY(line.isValid());
         mapPort(1, line.path());
         QtSerialPortDevice device;
+        QCOMPARE(device.deviceName(1), line.path());
+        QVERIFY(device.deviceName(17).isEmpty() && !device.open(17));
         QVERIFY(device.open(1));
+        QCOMPARE(device.portNumber(), 1);
 
         // Every byte value, the frame's STX and the flow-control characters among
         // them.
@@ -117,6 +103,9 @@ private Q_SLOTS:
 
         device.write(data);
         QCOMPARE(line.receive(data.size()), data);
+        mapPort(2, QStringLiteral("/nonexistent/ttyMQ"));
+        QVERIFY(!device.open(2) && !device.isOpen());
+        QCOMPARE(device.portNumber(), 2);
     }
 
     // No device, a device held by another port (lock file and exclusive open),
@@ -148,50 +137,23 @@ private Q_SLOTS:
         QVERIFY(!device.openFailure().failed());
     }
 
-    // A user outside the device's group is told the group and the command that
-    // lets him in. Root passes every permission check, so as root the check runs
-    // again as nobody.
+    // A user outside the device's group is told the group and the command that lets him in.
+    // Root passes every permission check, so as root the check runs as nobody.
     void permissionForAnotherUser() {
-        const QByteArray probe = qgetenv("MQ27_PROBE_PATH");
-        if (!probe.isEmpty()) {
-            mapPort(1, QString::fromLocal8Bit(probe));
-            QtSerialPortDevice device;
-            QVERIFY(!device.open(1));
-            std::puts(qPrintable(describePortOpenError(device.openFailure(), Language::English)));
-            QCOMPARE(device.openFailure().kind, PortOpenFailure::Kind::Permission);
-            return;
-        }
         PseudoTerminal line;
         QVERIFY(line.isValid());
-        QString output;
-        if (::geteuid() != 0) {
-            QVERIFY(QFile::setPermissions(line.path(), QFileDevice::Permissions()));
-            mapPort(1, line.path());
-            QtSerialPortDevice device;
-            QVERIFY(!device.open(1));
-            output = describePortOpenError(device.openFailure(), Language::English);
-        } else {
-            const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
-            if (setpriv.isEmpty()) QSKIP("setpriv is not installed");
-            QProcess child;
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(QStringLiteral("MQ27_PROBE_PATH"), line.path());
-            child.setProcessEnvironment(environment);
-            child.start(setpriv,
-                        {QStringLiteral("--reuid=nobody"), QStringLiteral("--regid=nogroup"),
-                         QStringLiteral("--clear-groups"), QCoreApplication::applicationFilePath(),
-                         QString::fromLatin1(metaObject()->className()),
-                         QStringLiteral("permissionForAnotherUser")});
-            QVERIFY(child.waitForFinished(20000));
-            output = QString::fromLocal8Bit(child.readAllStandardOutput());
-            QVERIFY2(child.exitCode() == 0, qPrintable(output + child.readAllStandardError()));
-        }
+        QVERIFY(QFile::setPermissions(line.path(), QFileDevice::Permissions()));
+        mapPort(1, line.path());
+        const testsupport::AsNobody nobody;
+        QtSerialPortDevice device;
+        QVERIFY(!device.open(1));
+        QCOMPARE(device.openFailure().kind, PortOpenFailure::Kind::Permission);
+        const QString output = describePortOpenError(device.openFailure(), Language::English);
         const QString group = QFileInfo(line.path()).group();
-        const QString user =
-            QString::fromLocal8Bit(::geteuid() == 0 ? "nobody" : ::getpwuid(::geteuid())->pw_name);
-        QVERIFY2(output.contains(QStringLiteral("Permission denied for %1 (group %2). To fix: sudo "
-                                                "adduser %3 %2 and log in again")
-                                     .arg(line.path(), group, user)),
+        const QString user = QString::fromLocal8Bit(::getpwuid(::geteuid())->pw_name);
+        QVERIFY2(output == QStringLiteral("Permission denied for %1 (group %2). To fix: sudo "
+                                          "adduser %3 %2 and log in again")
+                               .arg(line.path(), group, user),
                  qPrintable(output));
     }
 };

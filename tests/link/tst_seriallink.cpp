@@ -9,22 +9,14 @@
 #include <QTest>
 
 using testsupport::bytes;
+using testsupport::concat;
+using testsupport::frameOf;
 
 namespace {
 
 const QString kLblDevice = QStringLiteral("lblDevice");
 const QString kPicReceive = QStringLiteral("picReceive");
 const QString kCboPort = QStringLiteral("cboPort");
-
-Bytes frameOf(const Bytes& data) {
-    return telegram::MakeSendFrame(data, true).value();
-}
-
-Bytes concat(const Bytes& a, const Bytes& b) {
-    Bytes out = a;
-    out.insert(out.end(), b.begin(), b.end());
-    return out;
-}
 
 // The poll telegram for device 1 with `command`, as the tool sends it.
 Bytes pollFrame(int command) {
@@ -68,7 +60,6 @@ private Q_SLOTS:
 
         const Bytes frame = bytes({0x02, 0x08, 0x0A, 0x01, 0, 0, 0, 0, 0x2C, 0x53, 0x00, 0x94});
         QCOMPARE(l.t.port.written, QList<QByteArray>{toByteArray(frame)});
-        QCOMPARE(l.link.LastSent(), frame);
         const QString monitor = l.start.caption(QStringLiteral("txtComSend"));
         QVERIFY2(monitor.endsWith(u"\r\n\r\n02 08 0A 01 00 00 00 00 2C 53 00 94 "),
                  qPrintable(monitor));
@@ -133,7 +124,7 @@ private Q_SLOTS:
         QTest::newRow("zero command echo")
             << telegram::ZeroCommand() << telegram::ZeroCommand() << false;
         QTest::newRow("complete frame, then the start of the next")
-            << Bytes() << concat(answerFrame(3), bytes({0x02, 0x08, 0x0A})) << true;
+            << Bytes() << concat({answerFrame(3), bytes({0x02, 0x08, 0x0A})}) << true;
     }
 
     void receiveFilters() {
@@ -149,7 +140,6 @@ private Q_SLOTS:
         // and the status line; the green LED and the restarted search stay.
         QCOMPARE(l.link.tmrZeroCommand().isEnabled(), handled);
         QCOMPARE(l.start.backColor(kPicReceive), handled ? colors::kGreen : colors::kYellow);
-        QVERIFY(l.t.launcher.started.isEmpty());
         QVERIFY(l.t.port.incoming.isEmpty());
     }
 
@@ -270,7 +260,6 @@ private Q_SLOTS:
         QFETCH(QString, stored);
         QFETCH(int, port);
         QFETCH(bool, open);
-        QFETCH(QString, storedAfter);
         LinkRig t;
         QVERIFY(t.port.open(1));
         if (!stored.isNull()) t.settings.values[QStringLiteral("Port")] = stored;
@@ -278,7 +267,7 @@ private Q_SLOTS:
         t.link.SwitchToComPort(port);
         QCOMPARE(t.link.IsPortOpen(), open);
         if (open) QCOMPARE(t.port.portNumber(), port);
-        QCOMPARE(t.settings.values.value(QStringLiteral("Port")), storedAfter);
+        QTEST(t.settings.values.value(QStringLiteral("Port")), "storedAfter");
     }
 
     void portList() {
@@ -362,9 +351,7 @@ private Q_SLOTS:
         QFETCH(QString, button);
         QFETCH(int, entry);
         QFETCH(bool, busyMeanwhile);
-        QFETCH(bool, windowStays);
         QFETCH(int, openPort);
-        QFETCH(QString, storedAfter);
         OpenLink l;
         l.link.SwitchToComPort(2);
         Form& window = l.t.forms.frmInterface();
@@ -375,10 +362,10 @@ private Q_SLOTS:
         window.userSetValue(kCboPort, entry);
         window.click(button);
 
-        QCOMPARE(window.isShown(), windowStays);
+        QTEST(window.isShown(), "windowStays");
         QCOMPARE(l.link.IsPortOpen(), openPort != 0);
         if (openPort != 0) QCOMPARE(l.t.port.portNumber(), openPort);
-        QCOMPARE(l.t.settings.values.value(QStringLiteral("Port")), storedAfter);
+        QTEST(l.t.settings.values.value(QStringLiteral("Port")), "storedAfter");
         if (openPort == 0) {
             l.t.recognition.SearchStep();
             QCOMPARE(l.start.caption(kLblDevice), QStringLiteral("COM port OFF"));

@@ -56,11 +56,8 @@ private Q_SLOTS:
         LearnRig rig;
         Form& w = rig.w;
         QVERIFY(w.isShown() && w.isModal());
-        QCOMPARE(w.title(), QStringLiteral("SPOT·FIND - Learn"));
         QCOMPARE(w.caption(ll::txtLocTime[1]), QStringLiteral("14.0"));
         QCOMPARE(w.caption(ll::txtLocNumberOfHoles), QStringLiteral("5"));
-        QCOMPARE(w.caption(ll::txtBlowTime), QStringLiteral("40"));
-        QCOMPARE(w.toolTip(ll::txtSuckFanVoltage), QStringLiteral("9 - 13.5 V"));
         QVERIFY(w.isChecked(ll::optLocHole[0]) && w.isVisible(ll::cmdLocParameterAssume));
         QVERIFY(!w.isVisible(ll::picLocFirePlaceTest[0]) && !w.isVisible(ll::lblLocWaiting));
 

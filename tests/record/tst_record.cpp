@@ -99,13 +99,12 @@ private Q_SLOTS:
         const QString c2 = QStringLiteral("Techniker: M. Keller");
         QTest::newRow("full, German") << "full" << 1 << c1 << c2 << "full-de.txt";
         QTest::newRow("full, English") << "full" << 2 << c1 << c2 << "full-en.txt";
-        QTest::newRow("minimal, German") << "minimal" << 1 << ""
-                                         << ""
-                                         << "minimal-de.txt";
-        QTest::newRow("minimal, English") << "minimal" << 2 << ""
-                                          << ""
-                                          << "minimal-en.txt";
+        QTest::newRow("minimal, German")
+            << "minimal" << 1 << QString() << QString() << "minimal-de.txt";
+        QTest::newRow("minimal, English")
+            << "minimal" << 2 << QString() << QString() << "minimal-en.txt";
     }
+
     void pagesOfTheProfiles() {
         QFETCH(QString, profile);
         QFETCH(int, language);

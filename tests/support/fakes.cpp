@@ -1,5 +1,7 @@
 #include "support/fakes.h"
 
+#include "values/valuestore.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -100,6 +102,12 @@ TestApp::TestApp()
     : app(std::make_unique<Program>(services(), &port)) {}
 
 TestApp::~TestApp() = default;
+
+Bytes stored(Program& app, int command) {
+    Bytes out;
+    if (app.values()) app.values()->GetDataArray(out, static_cast<std::int16_t>(command));
+    return out;
+}
 
 LinkRig::LinkRig()
     : regSettings(settings)

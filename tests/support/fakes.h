@@ -1,10 +1,10 @@
 #pragma once
 
 #include "common/lifetime.h"
+#include "common/platformservices.h"
 #include "common/preferences.h"
 #include "common/regsettings.h"
 #include "common/texts.h"
-#include "common/platformservices.h"
 #include "link/devicesession.h"
 #include "link/recognition.h"
 #include "link/seriallink.h"
@@ -133,6 +133,9 @@ struct TestApp : FakeWorld {
 
     std::unique_ptr<Program> app;
 };
+
+// The telegram `command` as the value store holds it, empty before the store exists.
+Bytes stored(Program& app, int command);
 
 // The telegram link alone on fakes, with the two windows that show it: a test of the link
 // builds nothing else.

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 
 SimProcess::SimProcess() = default;
@@ -45,14 +46,6 @@ QString SimProcess::profile(const QString& name) {
     return testsupport::sourcePath(QStringLiteral("tools/profiles/%1.json").arg(name));
 }
 
-QString SimProcess::writeProfile(const QString& name, const QJsonObject& profile) const {
-    const QString path = QDir(folder()).filePath(name + QStringLiteral(".json"));
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(QJsonDocument(profile).toJson());
-    return path;
-}
-
 QList<SimProcess::Entry> SimProcess::log() const {
     QList<Entry> entries;
     QFile file(QDir(folder()).filePath(QStringLiteral("sim.log")));
@@ -63,7 +56,6 @@ QList<SimProcess::Entry> SimProcess::log() const {
         Entry e;
         e.t = o.value("t").toDouble();
         e.dir = o.value("dir").toString();
-        e.event = o.value("event").toString();
         e.hex = o.value("hex").toString();
         e.kind = o.value("kind").toInt(-1);
         e.cmd = o.value("cmd").toInt(-1);
@@ -88,12 +80,4 @@ QList<QByteArray> SimProcess::writes(int command, qsizetype from) const {
         if (entries[i].isRequest() && (command < 0 || entries[i].cmd == command))
             frames << QByteArray::fromHex(entries[i].hex.toLatin1());
     return frames;
-}
-
-qsizetype SimProcess::eventsOf(const QString& event, qsizetype from) const {
-    const QList<Entry> entries = log();
-    qsizetype n = 0;
-    for (qsizetype i = from; i < entries.size(); ++i)
-        n += entries[i].event == event;
-    return n;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QJsonObject>
 #include <QList>
 #include <QProcess>
 #include <QString>
@@ -15,7 +14,6 @@ public:
     struct Entry {
         double t = 0; // ms since the device started
         QString dir;  // "in" from the tool, "out" from the device, empty for an event
-        QString event;
         QString hex;
         int kind = -1;
         int cmd = -1;
@@ -40,19 +38,16 @@ public:
 
     // A profile file of the project, e.g. "minimal".
     static QString profile(const QString& name);
-    // A profile written for one test into the device's folder.
-    QString writeProfile(const QString& name, const QJsonObject& profile) const;
 
     QList<Entry> log() const;
     // Frames the tool sent, in order.
     QList<Entry> requests() const;
     // From entry `from` of the log on: the frames the tool sent with `command` (any when
-    // negative), their count, and the count of the device's events named `event`.
+    // negative), and their count.
     QList<QByteArray> writes(int command, qsizetype from = 0) const;
     qsizetype requestsOf(int command, qsizetype from = 0) const {
         return writes(command, from).size();
     }
-    qsizetype eventsOf(const QString& event, qsizetype from = 0) const;
 
 private:
     QTemporaryDir m_folder;

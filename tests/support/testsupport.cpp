@@ -32,6 +32,17 @@ Bytes deviceFrame(int command, std::uint32_t serial, std::uint8_t fill, int extr
     return telegram::MakeSendFrame(data, true).value();
 }
 
+Bytes frameOf(const Bytes& data) {
+    return telegram::MakeSendFrame(data, true).value();
+}
+
+Bytes concat(std::initializer_list<Bytes> parts) {
+    Bytes out;
+    for (const Bytes& p : parts)
+        out.insert(out.end(), p.begin(), p.end());
+    return out;
+}
+
 Bytes ownTelegram(int command, std::uint32_t serial, std::uint8_t fill, const QDateTime& when,
                   int extraBytes) {
     return telegram::StampTelegram(deviceFrame(command, serial, fill, extraBytes), when).value();

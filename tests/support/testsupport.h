@@ -22,6 +22,12 @@ inline Bytes bytes(std::initializer_list<int> values) {
     return out;
 }
 
+// `data` framed as the tool sends it: header, CRC and sum.
+Bytes frameOf(const Bytes& data);
+
+// `parts` one after the other.
+Bytes concat(std::initializer_list<Bytes> parts);
+
 // The time the test telegrams carry in their stamp. Inline, so that it is made before the
 // telegrams that tests build at namespace scope.
 inline const QDateTime kRecorded{QDate(2007, 7, 4), QTime(13, 5, 59)};
@@ -31,8 +37,8 @@ inline const QDateTime kRecorded{QDate(2007, 7, 4), QTime(13, 5, 59)};
 // `extraBytes`.
 Bytes deviceFrame(int command, std::uint32_t serial, std::uint8_t fill = 0x33, int extraBytes = 0);
 
-// The same frame stamped with `when`, as the link hands it on.
-Bytes ownTelegram(int command, std::uint32_t serial, std::uint8_t fill = 0x33,
+// The same frame stamped with `when`, as the link hands it on; by default of device 1234567.
+Bytes ownTelegram(int command, std::uint32_t serial = 1234567, std::uint8_t fill = 0x33,
                   const QDateTime& when = kRecorded, int extraBytes = 0);
 
 // Path of a file in the source tree, e.g. "samples/full.ko3".

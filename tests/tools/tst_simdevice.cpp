@@ -1,7 +1,6 @@
 // The parts of the virtual device whose faults the end-to-end tests would not notice: a
 // write beyond the device's limits taken all the same, injected faults that inject
-// nothing, a frame log that scripts no longer parse, a frame reader stuck after garbage,
-// and a line that queues without bound.
+// nothing, and a frame reader stuck after garbage.
 #include "link/checksum.h"
 #include "link/telegram.h"
 #include "sim/sim_device.h"
@@ -13,20 +12,15 @@
 #include <cmath>
 #include <functional>
 
-#include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace mq27sim;
+using testsupport::frameOf;
 
 namespace {
 
 constexpr std::uint32_t kFull = 1234567;
-
-Bytes frameOf(const Bytes& payload) {
-    return telegram::MakeSendFrame(payload, true).value();
-}
 
 // A write block as the tool fills it, offsets from the device kind on.
 class Block {
@@ -116,199 +110,144 @@ class TestSimDevice : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsAnsweredWhereTheToolLooks();
-    void writeBeyondTheLimitsIsRefused_data();
-    void writeBeyondTheLimitsIsRefused();
-    void faultsShapeTheAnswers();
-    void logLinesKeepTheirFormat();
-    void frameReaderRecoversFromAnyBytes();
-    void overfullLineDropsWhatItCannotTake();
-};
-
-// The search is answered with telegram 1, a read only at the device's own serial number;
-// the second detector's block starts 36 bytes after the first's.
-void TestSimDevice::readsAnsweredWhereTheToolLooks() {
-    const SimClock clock;
-    SimDevice device(load(QStringLiteral("full")), clock, false, nullptr);
-    const auto read = [&](int command, std::uint32_t serial) {
-        return device.respond(Telegram::fromFrame(Block(command, 6, serial).frame()));
-    };
-    QCOMPARE(read(1, 0).value().at(3), 1);
-    QVERIFY(!read(2, 7654321));
-    // The detectors' smoke set points, 1500 and 2500, at 99 + 17 and 99 + 36 + 17.
-    const Bytes t2 = read(2, kFull).value();
-    QCOMPARE(Bytes(t2.begin() + 116, t2.begin() + 118), testsupport::bytes({0x05, 0xDC}));
-    QCOMPARE(Bytes(t2.begin() + 152, t2.begin() + 154), testsupport::bytes({0x09, 0xC4}));
-}
-
-// Each refusal has an accepted neighbour, so that a device that takes no write at all
-// fails too.
-void TestSimDevice::writeBeyondTheLimitsIsRefused_data() {
-    QTest::addColumn<QString>("profile");
-    QTest::addColumn<Write>("write");
-    QTest::addColumn<Snapshot>("taken"); // empty: nothing changes
-    auto fixed = [](const Block& b) { return Write([b](const ValueStore&) { return b.frame(); }); };
-    auto parameters = [](int at, int width, int v) {
-        return Write([=](const ValueStore& values) {
-            Block b = deviceParameters(values);
-            return (width == 1 ? b.u8(at, v) : b.u16(at, v)).frame();
-        });
-    };
-    const QString full = QStringLiteral("full");
-    QTest::newRow("129 alarm delay within the device's limits")
-        << full << parameters(22, 1, 30) << Snapshot{{"controller.alarmDelaySetPoint", 30}};
-    QTest::newRow("129 alarm delay above the device's maximum")
-        << full << parameters(22, 1, 61) << Snapshot{};
-    QTest::newRow("129 sensitivity below the device's minimum")
-        << full << parameters(18, 2, 99) << Snapshot{};
-    QTest::newRow("129 block a byte short") << full << fixed(Block(129, 39)) << Snapshot{};
-    QTest::newRow("130 set points within the limits")
-        << full << fixed(Block(130, 22).u16(6, 11000).u16(8, 500).u16(10, 1000))
-        << Snapshot{{"airFlow.flowInitIsActive", 1}};
-    QTest::newRow("130 air pressure 699")
-        << full << fixed(Block(130, 22).u16(6, 11000).u16(8, 500).u16(10, 699)) << Snapshot{};
-    QTest::newRow("133 three holes")
-        << full << fixed(localisation({1200, 500, 1600, 1201, 2000, 1601}, 50))
-        << Snapshot{{"localisation.suckTime3Min", 1601}, {"localisation.blowTime", 50}};
-    QTest::newRow("133 window upside down")
-        << full << fixed(localisation({500, 1200}, 40)) << Snapshot{};
-    QTest::newRow("133 blow time 256")
-        << full << fixed(localisation({1200, 500}, 256)) << Snapshot{};
-    QTest::newRow("136 second module")
-        << full << fixed(module(23456, 25)) << Snapshot{{"modules[1].resistorValueTolerance", 25}};
-    QTest::newRow("136 tolerance 100") << full << fixed(module(23456, 100)) << Snapshot{};
-    QTest::newRow("137 first sensor")
-        << full << fixed(temperatures(50.5, 4000)) << Snapshot{{"sensors[0].ntcBeta", 4000}};
-    QTest::newRow("137 beta 3399") << full << fixed(temperatures(60, 3399)) << Snapshot{};
-    QTest::newRow("137 alarm temperature not a number")
-        << full << fixed(temperatures(std::nan(""), 3977)) << Snapshot{};
-    QTest::newRow("138 relay masks") << full << fixed(Block(138, 26).u8(6, 7).u8(7, 0x40))
-                                     << Snapshot{{"relays.combineMask1", 0x4007}};
-    QTest::newRow("138 relay masks of a device without them")
-        << QStringLiteral("minimal") << fixed(Block(138, 26, 1001).u8(6, 7).u8(7, 0x40))
-        << Snapshot{};
-}
-
-void TestSimDevice::writeBeyondTheLimitsIsRefused() {
-    QFETCH(QString, profile);
-    QFETCH(Write, write);
-    QFETCH(Snapshot, taken);
-    const SimClock clock;
-    SimDevice device(load(profile), clock, false, nullptr);
-    QSignalSpy events(&device, &BusDevice::notable);
-    const Snapshot before = snapshot(device.values());
-    QVERIFY(!device.respond(Telegram::fromFrame(write(device.values())))); // never answered
-    const Snapshot after = snapshot(device.values());
-    if (taken.isEmpty()) QCOMPARE(after, before);
-    for (auto it = taken.begin(); it != taken.end(); ++it)
-        QCOMPARE(after.value(it.key()), it.value());
-    const bool refused = std::any_of(events.begin(), events.end(), [](const QList<QVariant>& e) {
-        return e.first().toString() == u"refused";
-    });
-    QCOMPARE(refused, taken.isEmpty()); // the log tells why the tool's verify loop waits
-}
-
-void TestSimDevice::faultsShapeTheAnswers() {
-    FaultOptions options;
-    options.badCrcEvery = 2;
-    options.noiseBytes = 5;
-    options.splitGapMs = 60;
-    options.silenceStart = 1;
-    options.silenceSeconds = 2;
-    FaultInjector faults(options);
-    const Bytes answer = deviceFrame(10, 2, kFull, Bytes(183, 7), true).value();
-    for (int n = 1; n <= 4; ++n) {
-        bool corrupted = false;
-        const std::vector<Burst> bursts = faults.shape(answer, corrupted);
-        QCOMPARE(bursts.size(), std::size_t(3));
-        QVERIFY(bursts[0].isNoise && bursts[0].bytes.size() == 5 && bursts[0].delayMs == 0);
-        QVERIFY(!bursts[1].isNoise && bursts[1].delayMs == 0 && !bursts[2].isNoise);
-        QCOMPARE(bursts[2].delayMs, 60);
-        Bytes sent = bursts[1].bytes;
-        sent.insert(sent.end(), bursts[2].bytes.begin(), bursts[2].bytes.end());
-        QCOMPARE(corrupted, n % 2 == 0);
-        QVERIFY(checksum::CheckSumOfBytes(sent)); // the tool's finder takes it
-        QCOMPARE(checksum::CheckCRC(sent, 2, int(sent.size()) - 3) == 0, !corrupted);
+    // The search is answered with telegram 1, a read only at the device's own serial number;
+    // the second detector's block starts 36 bytes after the first's.
+    void readsAnsweredWhereTheToolLooks() {
+        const SimClock clock;
+        SimDevice device(load(QStringLiteral("full")), clock, false, nullptr);
+        const auto read = [&](int command, std::uint32_t serial) {
+            return device.respond(Telegram::fromFrame(Block(command, 6, serial).frame()));
+        };
+        QCOMPARE(read(1, 0).value().at(3), 1);
+        QVERIFY(!read(2, 7654321));
+        // The detectors' smoke set points, 1500 and 2500, at 99 + 17 and 99 + 36 + 17.
+        const Bytes t2 = read(2, kFull).value();
+        QCOMPARE(Bytes(t2.begin() + 116, t2.begin() + 118), testsupport::bytes({0x05, 0xDC}));
+        QCOMPARE(Bytes(t2.begin() + 152, t2.begin() + 154), testsupport::bytes({0x09, 0xC4}));
     }
-    QVERIFY(!faults.silentAt(0.9) && faults.silentAt(1.1) && faults.silentAt(2.9));
-    QVERIFY(!faults.silentAt(3.1));
-}
 
-// scripts/measure-live.sh reads these lines with awk: "t" first, no spaces, whole serial
-// numbers.
-void TestSimDevice::logLinesKeepTheirFormat() {
-    QTemporaryDir dir;
-    const SimClock clock;
-    SimLog log(clock);
-    QString error;
-    QVERIFY2(log.open(dir.filePath(QStringLiteral("sim.log")), error), qPrintable(error));
-    const Bytes request = frameOf(testsupport::bytes({10, 2, 0xEE, 0x6B, 0x28, 0x00}));
-    log.frame("in", request);
-    log.frame("out", request, {{"unsolicited", true}});
-    log.noise("in", testsupport::bytes({0xFF, 0x13}));
-    log.event(QStringLiteral("line-closed"));
-    QFile file(dir.filePath(QStringLiteral("sim.log")));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QStringList lines = QString::fromLatin1(file.readAll()).split('\n', Qt::SkipEmptyParts);
-    const QString t = QStringLiteral(R"(^\{"t":\d+(\.\d{1,3})?,)");
-    const QString frame =
-        R"("hex":"02 08 0A 02 EE 6B 28 00( [0-9A-F]{2}){4}","cmd":2,"kind":10,"serial":4000000000)";
-    const QStringList expected = {t + R"("dir":"in",)" + frame + R"(\}$)",
-                                  t + R"("dir":"out",)" + frame + R"(,"unsolicited":true\}$)",
-                                  t + R"("dir":"in","noise":"FF 13"\}$)",
-                                  t + R"("event":"line-closed"\}$)"};
-    QCOMPARE(lines.size(), expected.size());
-    for (qsizetype i = 0; i < lines.size(); ++i)
-        QVERIFY2(QRegularExpression(expected[i]).match(lines[i]).hasMatch(), qPrintable(lines[i]));
-}
+    // Each refusal has an accepted neighbour, so that a device that takes no write at all
+    // fails too.
+    void writeBeyondTheLimitsIsRefused_data() {
+        QTest::addColumn<QString>("profile");
+        QTest::addColumn<Write>("write");
+        QTest::addColumn<Snapshot>("taken"); // empty: nothing changes
+        auto fixed = [](const Block& b) {
+            return Write([b](const ValueStore&) { return b.frame(); });
+        };
+        auto parameters = [](int at, int width, int v) {
+            return Write([=](const ValueStore& values) {
+                Block b = deviceParameters(values);
+                return (width == 1 ? b.u8(at, v) : b.u16(at, v)).frame();
+            });
+        };
+        const auto row = [](const char* name, const Write& write, const Snapshot& taken,
+                            const char* profile = "full") {
+            QTest::newRow(name) << QString(profile) << write << taken;
+        };
+        row("129 alarm delay within the device's limits", parameters(22, 1, 30),
+            {{"controller.alarmDelaySetPoint", 30}});
+        row("129 alarm delay above the device's maximum", parameters(22, 1, 61), {});
+        row("129 sensitivity below the device's minimum", parameters(18, 2, 99), {});
+        row("129 block a byte short", fixed(Block(129, 39)), {});
+        row("130 set points within the limits",
+            fixed(Block(130, 22).u16(6, 11000).u16(8, 500).u16(10, 1000)),
+            {{"airFlow.flowInitIsActive", 1}});
+        row("130 air pressure 699", fixed(Block(130, 22).u16(6, 11000).u16(8, 500).u16(10, 699)),
+            {});
+        row("133 three holes", fixed(localisation({1200, 500, 1600, 1201, 2000, 1601}, 50)),
+            {{"localisation.suckTime3Min", 1601}, {"localisation.blowTime", 50}});
+        row("133 window upside down", fixed(localisation({500, 1200}, 40)), {});
+        row("133 blow time 256", fixed(localisation({1200, 500}, 256)), {});
+        row("136 second module", fixed(module(23456, 25)),
+            {{"modules[1].resistorValueTolerance", 25}});
+        row("136 tolerance 100", fixed(module(23456, 100)), {});
+        row("137 first sensor", fixed(temperatures(50.5, 4000)), {{"sensors[0].ntcBeta", 4000}});
+        row("137 beta 3399", fixed(temperatures(60, 3399)), {});
+        row("137 alarm temperature not a number", fixed(temperatures(std::nan(""), 3977)), {});
+        row("138 relay masks", fixed(Block(138, 26).u8(6, 7).u8(7, 0x40)),
+            {{"relays.combineMask1", 0x4007}});
+        row("138 relay masks of a device without them",
+            fixed(Block(138, 26, 1001).u8(6, 7).u8(7, 0x40)), {}, "minimal");
+    }
 
-// Garbage, given up on once the line is quiet, leaves the reader ready for the next frame
-// in chunks of any size.
-void TestSimDevice::frameReaderRecoversFromAnyBytes() {
-    constexpr quint32 kSeed = 20070315;
-    QRandomGenerator random(kSeed);
-    const Bytes frames[] = {frameOf(testsupport::bytes({10, 2, 0, 0x12, 0xD6, 0x87})),
-                            frameOf(Bytes(40, 0x02)), telegram::ZeroCommand()};
-    FrameReader reader;
-    for (int round = 0; round < 300; ++round) {
-        const QString where = QStringLiteral("seed %1, round %2").arg(kSeed).arg(round);
-        Bytes garbage(std::size_t(random.bounded(0, 300)));
-        for (std::uint8_t& b : garbage)
-            b = std::uint8_t(random.bounded(256));
-        reader.feed(garbage);
-        reader.flush();
-        QVERIFY2(!reader.hasPending(), qPrintable(where));
-        const Bytes& frame = frames[random.bounded(3)];
-        std::vector<FrameReader::Item> items;
-        for (std::size_t at = 0; at < frame.size();) {
-            const auto n = std::min(frame.size() - at, std::size_t(random.bounded(1, 9)));
-            for (FrameReader::Item& item : reader.feed(Bytes(
-                     frame.begin() + std::ptrdiff_t(at), frame.begin() + std::ptrdiff_t(at + n))))
-                items.push_back(std::move(item));
-            at += n;
+    void writeBeyondTheLimitsIsRefused() {
+        QFETCH(QString, profile);
+        QFETCH(Write, write);
+        QFETCH(Snapshot, taken);
+        const SimClock clock;
+        SimDevice device(load(profile), clock, false, nullptr);
+        QSignalSpy events(&device, &BusDevice::notable);
+        const Snapshot before = snapshot(device.values());
+        QVERIFY(!device.respond(Telegram::fromFrame(write(device.values())))); // never answered
+        const Snapshot after = snapshot(device.values());
+        if (taken.isEmpty()) QCOMPARE(after, before);
+        for (auto it = taken.begin(); it != taken.end(); ++it)
+            QCOMPARE(after.value(it.key()), it.value());
+        const bool refused =
+            std::any_of(events.begin(), events.end(), [](const QList<QVariant>& e) {
+                return e.first().toString() == u"refused";
+            });
+        QCOMPARE(refused, taken.isEmpty()); // the log tells why the tool's verify loop waits
+    }
+
+    void faultsShapeTheAnswers() {
+        FaultOptions options;
+        options.badCrcEvery = 2;
+        options.noiseBytes = 5;
+        options.splitGapMs = 60;
+        options.silenceStart = 1;
+        options.silenceSeconds = 2;
+        FaultInjector faults(options);
+        const Bytes answer = deviceFrame(10, 2, kFull, Bytes(183, 7), true).value();
+        for (int n = 1; n <= 4; ++n) {
+            bool corrupted = false;
+            const std::vector<Burst> bursts = faults.shape(answer, corrupted);
+            QCOMPARE(bursts.size(), std::size_t(3));
+            QVERIFY(bursts[0].isNoise && bursts[0].bytes.size() == 5 && bursts[0].delayMs == 0);
+            QVERIFY(!bursts[1].isNoise && bursts[1].delayMs == 0 && !bursts[2].isNoise);
+            QCOMPARE(bursts[2].delayMs, 60);
+            Bytes sent = bursts[1].bytes;
+            sent.insert(sent.end(), bursts[2].bytes.begin(), bursts[2].bytes.end());
+            QCOMPARE(corrupted, n % 2 == 0);
+            QVERIFY(checksum::CheckSumOfBytes(sent)); // the tool's finder takes it
+            QCOMPARE(checksum::CheckCRC(sent, 2, int(sent.size()) - 3) == 0, !corrupted);
         }
-        QVERIFY2(items.size() == 1 && items[0].isFrame && items[0].bytes == frame,
-                 qPrintable(where));
+        QVERIFY(!faults.silentAt(0.9) && faults.silentAt(1.1) && faults.silentAt(2.9));
+        QVERIFY(!faults.silentAt(3.1));
     }
-}
 
-// Telegrams made faster than the paced line lets them out are dropped, not queued without
-// bound.
-void TestSimDevice::overfullLineDropsWhatItCannotTake() {
-    QTemporaryDir dir;
-    SimOptions options;
-    options.logPath = dir.filePath(QStringLiteral("sim.log"));
-    options.unsolicitedSeconds = 0.01;
-    options.faults.pace = true;
-    options.faults.noiseBytes = 4096;
-    Simulator sim({ProfileLoader::defaults()}, options);
-    QString error;
-    QVERIFY2(sim.start(error), qPrintable(error));
-    QFile log(options.logPath);
-    QVERIFY(log.open(QIODevice::ReadOnly));
-    QByteArray text;
-    QTRY_VERIFY_WITH_TIMEOUT((text += log.readAll()).contains(R"("event":"dropped")"), 10000);
-}
+    // Garbage, given up on once the line is quiet, leaves the reader ready for the next frame
+    // in chunks of any size.
+    void frameReaderRecoversFromAnyBytes() {
+        constexpr quint32 kSeed = 20070315;
+        QRandomGenerator random(kSeed);
+        const Bytes frames[] = {frameOf(testsupport::bytes({10, 2, 0, 0x12, 0xD6, 0x87})),
+                                frameOf(Bytes(40, 0x02)), telegram::ZeroCommand()};
+        FrameReader reader;
+        for (int round = 0; round < 300; ++round) {
+            const QString where = QStringLiteral("seed %1, round %2").arg(kSeed).arg(round);
+            Bytes garbage(std::size_t(random.bounded(0, 300)));
+            for (std::uint8_t& b : garbage)
+                b = std::uint8_t(random.bounded(256));
+            reader.feed(garbage);
+            reader.flush();
+            QVERIFY2(!reader.hasPending(), qPrintable(where));
+            const Bytes& frame = frames[random.bounded(3)];
+            std::vector<FrameReader::Item> items;
+            for (std::size_t at = 0; at < frame.size();) {
+                const auto n = std::min(frame.size() - at, std::size_t(random.bounded(1, 9)));
+                for (FrameReader::Item& item :
+                     reader.feed(Bytes(frame.begin() + std::ptrdiff_t(at),
+                                       frame.begin() + std::ptrdiff_t(at + n))))
+                    items.push_back(std::move(item));
+                at += n;
+            }
+            QVERIFY2(items.size() == 1 && items[0].isFrame && items[0].bytes == frame,
+                     qPrintable(where));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSimDevice)
 #include "tst_simdevice.moc"

@@ -1,16 +1,8 @@
-// What the virtual device is started with: its command line, its profiles, and how the
-// program refuses bad ones (one message naming the option or the file and field, exit
-// status 2), which scripts rely on and the end-to-end tests never try.
+// How the virtual device refuses a bad command line or profile: one message naming the
+// option or the file and field, which scripts rely on and the end-to-end tests never try.
 #include "sim/device_profile.h"
 #include "sim/sim_options.h"
-#include "support/testsupport.h"
 
-#include <csignal>
-
-#include <QFile>
-#include <QFileInfo>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 using mq27sim::CommandLine;
@@ -21,176 +13,84 @@ class TestSimOptions : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyOptionIsRead();
-    void badValuesAreRefused_data();
-    void badValuesAreRefused();
-    void badProfileNamesTheField_data();
-    void badProfileNamesTheField();
-    void programRefusesWithStatusTwo_data();
-    void programRefusesWithStatusTwo();
-    void programEndsOnSigtermAndRemovesItsLink();
-};
-
-void TestSimOptions::everyOptionIsRead() {
-    SimOptions o;
-    QString message;
-    const QString line = QStringLiteral(
-        "mq27sim --profile a.json --profile b.json --delay 10 --stagger 20 --speed 2.5 "
-        "--no-drift --unsolicited 0.01:1 --bad-crc-every 5 --noise 8 --split-gap 400 "
-        "--silence 1.5:2 --pace --close-after 9 --log x.log --link /tmp/p");
-    QCOMPARE(mq27sim::parseCommandLine(line.split(' '), o, message), CommandLine::Run);
-    QCOMPARE(o.profiles, (std::vector<QString>{"a.json", "b.json"}));
-    QCOMPARE(o.answerDelayMs, 10);
-    QCOMPARE(o.staggerMs, 20);
-    QCOMPARE(o.speed, 2.5);
-    QVERIFY(!o.drift);
-    QCOMPARE(o.unsolicitedSeconds, 0.01);
-    QCOMPARE(o.unsolicitedCommand, 1);
-    QCOMPARE(o.faults.badCrcEvery, 5);
-    QCOMPARE(o.faults.noiseBytes, 8);
-    QCOMPARE(o.faults.splitGapMs, 400);
-    QCOMPARE(o.faults.silenceStart, 1.5);
-    QCOMPARE(o.faults.silenceSeconds, 2.0);
-    QVERIFY(!o.faults.silentForever);
-    QVERIFY(o.faults.pace);
-    QCOMPARE(o.faults.closeAfterSeconds, 9.0);
-    QCOMPARE(o.logPath, QStringLiteral("x.log"));
-    QCOMPARE(o.linkPath, QStringLiteral("/tmp/p"));
-
-    SimOptions endless;
-    mq27sim::parseCommandLine({"mq27sim", "--silence", "4"}, endless, message);
-    QVERIFY(endless.faults.silentForever);
-    QCOMPARE(endless.answerDelayMs, 30);
-}
-
-// Numbers that no int holds, that make a timer of 0 ms, or that mean nothing.
-void TestSimOptions::badValuesAreRefused_data() {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("named");
-    const QStringList rows = {
-        "delay 1e300",        "delay nan",          "delay -inf",        "delay -1",
-        "delay 2.5",          "stagger 1001",       "speed 0",           "speed nan",
-        "speed inf",          "unsolicited 0.0001", "unsolicited nan",   "unsolicited 1e300",
-        "unsolicited 3:9",    "unsolicited 3:1.5",  "unsolicited 3:1:1", "bad-crc-every 0",
-        "bad-crc-every 1e10", "noise 4097",         "split-gap 0",       "silence nan",
-        "silence -1",         "silence 1:0",        "silence 1:inf",     "silence 1:2:3",
-        "close-after nan",    "close-after 1e300",  "close-after 0"};
-    for (const QString& row : rows) {
-        const QString option = "--" + row.section(' ', 0, 0);
-        QTest::newRow(qPrintable(row)) << QStringList{option, row.section(' ', 1)} << option;
+    // Numbers that no int holds, that make a timer of 0 ms, or that mean nothing.
+    void badValuesAreRefused_data() {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("named");
+        const QStringList rows = {
+            "delay 1e300",        "delay nan",          "delay -inf",        "delay -1",
+            "delay 2.5",          "stagger 1001",       "speed 0",           "speed nan",
+            "speed inf",          "unsolicited 0.0001", "unsolicited nan",   "unsolicited 1e300",
+            "unsolicited 3:9",    "unsolicited 3:1.5",  "unsolicited 3:1:1", "bad-crc-every 0",
+            "bad-crc-every 1e10", "noise 4097",         "split-gap 0",       "silence nan",
+            "silence -1",         "silence 1:0",        "silence 1:inf",     "silence 1:2:3",
+            "close-after nan",    "close-after 1e300",  "close-after 0"};
+        for (const QString& row : rows) {
+            const QString option = "--" + row.section(' ', 0, 0);
+            QTest::newRow(qPrintable(row)) << QStringList{option, row.section(' ', 1)} << option;
+        }
+        QTest::newRow("unknown option") << QStringList{"--colour"} << "colour";
+        QTest::newRow("stray argument") << QStringList{"full.json"} << "full.json";
     }
-    QTest::newRow("unknown option") << QStringList{"--colour"} << "colour";
-    QTest::newRow("stray argument") << QStringList{"full.json"} << "full.json";
-}
 
-void TestSimOptions::badValuesAreRefused() {
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, named);
-    SimOptions options;
-    QString message;
-    QCOMPARE(mq27sim::parseCommandLine(QStringList{"mq27sim"} + arguments, options, message),
-             CommandLine::Error);
-    QVERIFY2(message.contains(named), qPrintable(message));
-}
+    void badValuesAreRefused() {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, named);
+        SimOptions options;
+        QString message;
+        QCOMPARE(mq27sim::parseCommandLine(QStringList{"mq27sim"} + arguments, options, message),
+                 CommandLine::Error);
+        QVERIFY2(message.contains(named), qPrintable(message));
+    }
 
-void TestSimOptions::badProfileNamesTheField_data() {
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<QString>("named");
-    const QList<std::pair<const char*, const char*>> rows = {
-        {R"({"serialNumber": )", "not valid JSON"},
-        {"[1, 2]", "expected a JSON object"},
-        {R"({"colour": 1})", "field 'colour'"},
-        {R"({"airFlow": {"flowVelocity": 1}})", "field 'airFlow.flowVelocity'"},
-        {R"({"controller": {"alarmDelaySetPoint": 300}})", "field 'controller.alarmDelaySetPoint'"},
-        {R"({"controller": {"alarmDelaySetPoint": 70}})", "limits 0 to 60"},
-        {R"({"airFlow": {"altitude": 10.5}})", "field 'airFlow.altitude'"},
-        {R"({"airFlow": {"hasFlow": "yes"}})", "field 'airFlow.hasFlow'"},
-        {R"({"detectors": [{"smokeValueRatio": {"value": 20, "drift": 1e300}}]})",
-         "field 'detectors[0].smokeValueRatio.drift'"},
-        {R"({"faults": {"pending": [32]}})", "field 'faults.pending'"},
-        {R"({"controller": {"softwareNum": "27.10"}})", "field 'controller.softwareNum'"},
-        {R"({"detectors": [{}, {}, {}]})", "field 'detectors'"},
-        {R"({"modules": [{"serialNum": 5}, {"serialNum": 5}]})", "field 'modules[1].serialNum'"},
-        {R"({"modules": [{"serialNum": 12345, "internal": true}]})", "field 'modules[0].internal'"},
-        {R"({"controller": {"hasTwoDetectors": true}})", "field 'controller.hasTwoDetectors'"},
-        {R"({"localisation": {"holeTimes": []}})", "field 'localisation.holeTimes'"},
-        {R"({"serialNumber": 4294967296})", "field 'serialNumber'"},
-        {R"({"kind": 1, "airFlow": {}})", "field 'airFlow'"},
-        {R"({"unsolicited": {"everySeconds": 0.0001}})", "field 'unsolicited.everySeconds'"},
-        {R"({"unsolicited": {"everySeconds": 2, "command": 6}})", "field 'unsolicited.command'"},
-        {R"({"telegram4": "00 01"})", "field 'telegram4'"},
-        {R"({"schedule": [{"afterSeconds": 1, "value": "detectors[1].alarmThreshold", "to": 5}]})",
-         "field 'schedule[0].value'"},
-        {R"({"schedule": [{"afterSeconds": 1, "value": "faults.pending", "to": [32]}]})",
-         "field 'schedule[0].to'"},
-    };
-    for (const auto& [json, named] : rows)
-        QTest::newRow(named) << QByteArray(json) << QString::fromLatin1(named);
-}
+    void badProfileNamesTheField_data() {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("named");
+        const QList<std::pair<const char*, const char*>> rows = {
+            {R"({"serialNumber": )", "not valid JSON"},
+            {"[1, 2]", "expected a JSON object"},
+            {R"({"colour": 1})", "field 'colour'"},
+            {R"({"airFlow": {"flowVelocity": 1}})", "field 'airFlow.flowVelocity'"},
+            {R"({"controller": {"alarmDelaySetPoint": 300}})",
+             "field 'controller.alarmDelaySetPoint'"},
+            {R"({"controller": {"alarmDelaySetPoint": 70}})", "limits 0 to 60"},
+            {R"({"airFlow": {"altitude": 10.5}})", "field 'airFlow.altitude'"},
+            {R"({"airFlow": {"hasFlow": "yes"}})", "field 'airFlow.hasFlow'"},
+            {R"({"detectors": [{"smokeValueRatio": {"value": 20, "drift": 1e300}}]})",
+             "field 'detectors[0].smokeValueRatio.drift'"},
+            {R"({"faults": {"pending": [32]}})", "field 'faults.pending'"},
+            {R"({"controller": {"softwareNum": "27.10"}})", "field 'controller.softwareNum'"},
+            {R"({"detectors": [{}, {}, {}]})", "field 'detectors'"},
+            {R"({"modules": [{"serialNum": 5}, {"serialNum": 5}]})",
+             "field 'modules[1].serialNum'"},
+            {R"({"modules": [{"serialNum": 12345, "internal": true}]})",
+             "field 'modules[0].internal'"},
+            {R"({"controller": {"hasTwoDetectors": true}})", "field 'controller.hasTwoDetectors'"},
+            {R"({"localisation": {"holeTimes": []}})", "field 'localisation.holeTimes'"},
+            {R"({"serialNumber": 4294967296})", "field 'serialNumber'"},
+            {R"({"kind": 1, "airFlow": {}})", "field 'airFlow'"},
+            {R"({"unsolicited": {"everySeconds": 0.0001}})", "field 'unsolicited.everySeconds'"},
+            {R"({"unsolicited": {"everySeconds": 2, "command": 6}})",
+             "field 'unsolicited.command'"},
+            {R"({"telegram4": "00 01"})", "field 'telegram4'"},
+            {R"({"schedule": [{"afterSeconds": 1, "value": "detectors[1].alarmThreshold", "to": 5}]})",
+             "field 'schedule[0].value'"},
+            {R"({"schedule": [{"afterSeconds": 1, "value": "faults.pending", "to": [32]}]})",
+             "field 'schedule[0].to'"},
+        };
+        for (const auto& [json, named] : rows)
+            QTest::newRow(named) << QByteArray(json) << QString::fromLatin1(named);
+    }
 
-void TestSimOptions::badProfileNamesTheField() {
-    QFETCH(QByteArray, json);
-    QFETCH(QString, named);
-    QString error;
-    QVERIFY(!ProfileLoader::parse(json, QStringLiteral("bad.json"), error));
-    QVERIFY2(error.startsWith(QStringLiteral("profile bad.json: ")) && error.contains(named),
-             qPrintable(error));
-}
-
-// "PROFILE" in the arguments stands for a file holding `json`.
-void TestSimOptions::programRefusesWithStatusTwo_data() {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<QString>("named");
-    const QString full = testsupport::sourcePath(QStringLiteral("tools/profiles/full.json"));
-    QTest::newRow("bad profile value")
-        << QStringList{"--profile", "PROFILE"} << QByteArray(R"({"display": {"ledOp": 7}})")
-        << "field 'display.ledOp'";
-    QTest::newRow("missing profile")
-        << QStringList{"--profile", "/nonexistent/x.json"} << QByteArray() << "/nonexistent/x.json";
-    QTest::newRow("serial number twice")
-        << QStringList{"--profile", full, "--profile", full} << QByteArray() << "1234567";
-}
-
-void TestSimOptions::programRefusesWithStatusTwo() {
-    QFETCH(QStringList, arguments);
-    QFETCH(QByteArray, json);
-    QFETCH(QString, named);
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("broken.json"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(json) == json.size());
-    file.close();
-    arguments.replaceInStrings(QStringLiteral("PROFILE"), path);
-    QProcess process;
-    process.start(testsupport::programPath(QStringLiteral("mq27sim")), arguments);
-    QVERIFY(process.waitForFinished(10000));
-    QCOMPARE(process.exitCode(), 2);
-    const QString err = QString::fromLocal8Bit(process.readAllStandardError());
-    QVERIFY2(err.startsWith(QStringLiteral("mq27sim: ")) && err.contains(named) &&
-                 (json.isEmpty() || err.contains(path)),
-             qPrintable(err));
-    QVERIFY(process.readAllStandardOutput().isEmpty()); // no port line for a script to take
-}
-
-// As `make run` starts it: a stale link replaced, and removed again at the end.
-void TestSimOptions::programEndsOnSigtermAndRemovesItsLink() {
-    QTemporaryDir dir;
-    const QString link = dir.filePath(QStringLiteral("port"));
-    QVERIFY(QFile::link(QStringLiteral("/dev/pts/nonexistent"), link));
-    QProcess process;
-    process.start(testsupport::programPath(QStringLiteral("mq27sim")), {"--link", link});
-    QVERIFY(process.waitForStarted(5000));
-    QVERIFY(QTest::qWaitFor([&] { return process.canReadLine(); }, 10000));
-    const QString port = QString::fromLocal8Bit(process.readLine()).trimmed();
-    QVERIFY2(port.startsWith(QStringLiteral("/dev/")), qPrintable(port));
-    QCOMPARE(QFileInfo(link).symLinkTarget(), port);
-    ::kill(pid_t(process.processId()), SIGTERM);
-    QVERIFY(process.waitForFinished(5000));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 0);
-    QVERIFY(!QFileInfo(link).isSymLink());
-}
+    void badProfileNamesTheField() {
+        QFETCH(QByteArray, json);
+        QFETCH(QString, named);
+        QString error;
+        QVERIFY(!ProfileLoader::parse(json, QStringLiteral("bad.json"), error));
+        QVERIFY2(error.startsWith(QStringLiteral("profile bad.json: ")) && error.contains(named),
+                 qPrintable(error));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSimOptions)
 #include "tst_simoptions.moc"

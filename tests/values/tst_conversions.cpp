@@ -46,14 +46,13 @@ private slots:
     void integersFromBytes() {
         QFETCH(QString, conversion);
         QFETCH(uint, bits);
-        QFETCH(double, expected);
         const Four f = bigEndian(bits);
         double got = 0;
         if (conversion == QLatin1String("Byte2Int")) got = Byte2Int(f.b3, f.b4);
         if (conversion == QLatin1String("Byte2UInt")) got = Byte2UInt(f.b3, f.b4);
         if (conversion == QLatin1String("Byte2SByte")) got = Byte2SByte(f.b4);
         if (conversion == QLatin1String("Byte2ULong")) got = Byte2ULong(f.b1, f.b2, f.b3, f.b4);
-        QCOMPARE(got, expected);
+        QTEST(got, "expected");
     }
 
     void floatFromBytes_data() {
@@ -148,10 +147,9 @@ private slots:
     }
     void ulongFromText() {
         QFETCH(QString, text);
-        QFETCH(uint, value);
         Four f{0xEE, 0xEE, 0xEE, 0xEE};
         QTEST(int(ULong2Byte(text, f.b1, f.b2, f.b3, f.b4)), "status");
-        QCOMPARE(uint(f.b1) << 24 | uint(f.b2) << 16 | uint(f.b3) << 8 | f.b4, value);
+        QTEST(uint(f.b1) << 24 | uint(f.b2) << 16 | uint(f.b3) << 8 | f.b4, "value");
     }
 };
 

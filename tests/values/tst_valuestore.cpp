@@ -62,9 +62,6 @@ const Indexed kIndexed[] = {
 
 #undef INDEXED
 
-using Setter = std::int16_t (ValueStore::*)(Bytes);
-using Getter = Bytes (ValueStore::*)() const;
-
 } // namespace
 
 class TestMq27Values : public QObject {
@@ -179,33 +176,6 @@ private slots:
                     QVERIFY2(result.toDouble() == 0, qPrintable(where));
             }
         }
-    }
-
-    // Each block is kept whole and apart from the others.
-    void parameterBlocks() {
-#define BLOCK(name)                                                                                \
-    { &ValueStore::Set##name, &ValueStore::Get##name }
-        const std::pair<Setter, Getter> blocks[] = {
-            BLOCK(DeviceParameter),       BLOCK(AirFlowInitParameter),
-            BLOCK(ResetAlarmAndFault),    BLOCK(ResetMessages),
-            BLOCK(LocalizationParameter), BLOCK(LocalizationParameterLearnMode),
-            BLOCK(ExtinguisherParameter), BLOCK(LocalizationAbortLearnMode),
-            BLOCK(TemperatureParameter),  BLOCK(RelayParameter),
-            BLOCK(ExtinguisherIdent),     BLOCK(IndicatorTestParameter),
-        };
-#undef BLOCK
-        ValueStore values;
-        std::uint8_t n = 0;
-        for (const auto& [set, get] : blocks) {
-            QVERIFY((values.*get)().empty());
-            QCOMPARE((values.*set)(Bytes{10, n++, 7}), 0);
-        }
-        n = 0;
-        for (const auto& [set, get] : blocks)
-            QCOMPARE((values.*get)(), (Bytes{10, n++, 7}));
-        Bytes first;
-        values.GetDataArray(first, 1);
-        QCOMPARE(first, filled(1, 0));
     }
 };
 

@@ -37,32 +37,22 @@ private Q_SLOTS:
         QTest::addColumn<QString>("tool");
         QTest::addColumn<QString>("qt");
         QTest::addColumn<QString>("suffix");
-        QTest::newRow("descriptions that name their pattern")
-            << "KOMPA Dateien (*.ko3)|*.ko3|Alle Dateien (*.*)|*.*|"
-            << "KOMPA Dateien (*.ko3);;Alle Dateien (*.*)"
-            << "ko3";
-        QTest::newRow("descriptions without pattern, no closing bar")
-            << "Protokoll|*.txt|Alles|*.*"
-            << "Protokoll (*.txt);;Alles (*.*)"
-            << "txt";
-        QTest::newRow("several patterns") << "Logger (*.log;*.dat)|*.log;*.dat|"
-                                          << "Logger (*.log *.dat)"
-                                          << "log";
-        QTest::newRow("pattern named in the middle") << "Dateien (*.ko3) von KOMPA|*.ko3|"
-                                                     << "Dateien von KOMPA (*.ko3)"
-                                                     << "ko3";
-        QTest::newRow("wildcard suffix") << "Dateien|*.ko?|"
-                                         << "Dateien (*.ko?)"
-                                         << "";
-        QTest::newRow("description without its pattern") << "Alles|"
-                                                         << "Alles (*)"
-                                                         << "";
-        QTest::newRow("pattern without description") << "|*.ko3|"
-                                                     << "*.ko3 (*.ko3)"
-                                                     << "ko3";
-        QTest::newRow("only bars") << "||||"
-                                   << ""
-                                   << "";
+        const auto row = [](const char* name, const char* tool, const char* qt,
+                            const char* suffix) {
+            QTest::newRow(name) << QString(tool) << QString(qt) << QString(suffix);
+        };
+        row("descriptions that name their pattern",
+            "KOMPA Dateien (*.ko3)|*.ko3|Alle Dateien (*.*)|*.*|",
+            "KOMPA Dateien (*.ko3);;Alle Dateien (*.*)", "ko3");
+        row("descriptions without pattern, no closing bar", "Protokoll|*.txt|Alles|*.*",
+            "Protokoll (*.txt);;Alles (*.*)", "txt");
+        row("several patterns", "Logger (*.log;*.dat)|*.log;*.dat|", "Logger (*.log *.dat)", "log");
+        row("pattern named in the middle", "Dateien (*.ko3) von KOMPA|*.ko3|",
+            "Dateien von KOMPA (*.ko3)", "ko3");
+        row("wildcard suffix", "Dateien|*.ko?|", "Dateien (*.ko?)", "");
+        row("description without its pattern", "Alles|", "Alles (*)", "");
+        row("pattern without description", "|*.ko3|", "*.ko3 (*.ko3)", "ko3");
+        row("only bars", "||||", "", "");
     }
     void qtFilter() {
         QFETCH(QString, tool);

@@ -7,6 +7,8 @@
 
 #include <QChart>
 #include <QChartView>
+#include <QImage>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QValueAxis>
 
@@ -47,6 +49,12 @@ private Q_SLOTS:
         // The flat temperature line gets room around it instead of a zero range.
         auto* celsius = qobject_cast<QValueAxis*>(view->chart()->axes(Qt::Vertical).last());
         QVERIFY(celsius && celsius->max() > celsius->min());
+
+        // The chart as a picture.
+        const QTemporaryDir folder;
+        const QString png = folder.filePath(QStringLiteral("trend.png"));
+        QCOMPARE(chart.exportPng(png), QString());
+        QVERIFY(!QImage(png).isNull());
     }
 };
 

@@ -2,7 +2,7 @@
 #include "record/record_elements.h"
 #include "shell/program.h"
 #include "shell/ui/toolruntime.h"
-#include "support/fakes.h"
+#include "support/livetool.h"
 
 #include <unistd.h>
 
@@ -123,7 +123,7 @@ struct PrintServer {
 } // namespace
 
 // The record window as the engineer sees it: the menu entry, the comment lines, the pages,
-// and the record through a real print system.
+// the PDF, and the record through a real print system.
 class TestFrmProtocol : public QObject {
     Q_OBJECT
 
@@ -131,18 +131,14 @@ private Q_SLOTS:
     // Before the first printer dialog, which settles the print system Qt talks to.
     void initTestCase() { cupsMissing = cups.start(); }
     void init() {
-        runtime = std::make_unique<ToolRuntime>(ToolRuntime::Options{
-            &dialogs, &settings, &port, &launcher, folder.path(), folder.path(), false});
+        rig = std::make_unique<LiveTool>();
         forms().frmDisplay().load();
     }
-    void cleanup() {
-        runtime.reset();
-        dialogs.saveName.reset();
-    }
+    void cleanup() { rig.reset(); }
 
     void recordShowsItsPages() {
         forms().frmDisplay().click(frmDisplay::mnuProtocolCreate);
-        QWidget* comment = runtime->window(frmProtocolComment::kName);
+        QWidget* comment = window(frmProtocolComment::kName);
         QVERIFY(comment->isVisible());
         auto* line = comment->findChild<QLineEdit*>(QString(frmProtocolComment::txtComment1));
         QCOMPARE(line->maxLength(), 84);
@@ -150,7 +146,7 @@ private Q_SLOTS:
         comment->findChild<QPushButton*>(QString(frmProtocolComment::cmdOK))->click();
         QVERIFY(!comment->isVisible());
 
-        QWidget* record = runtime->window(frmProtocol::kName);
+        QWidget* record = window(frmProtocol::kName);
         QVERIFY(record->isVisible());
         for (int i = 0; i < 3; ++i) {
             auto* view = record->findChild<QPlainTextEdit*>(frmProtocol::rtxtProtocol[i]);
@@ -172,10 +168,10 @@ private Q_SLOTS:
         });
         record->findChild<QPushButton*>(QString(frmProtocol::cmdPrint))->click();
         QVERIFY(record->isVisible() && record->isEnabled());
-        QVERIFY(dialogs.shown.isEmpty());
+        QVERIFY(rig->dialogs.shown.isEmpty());
 
-        const QString pdf = folder.filePath(QStringLiteral("record.pdf"));
-        dialogs.saveName = pdf;
+        const QString pdf = rig->folder.filePath(QStringLiteral("record.pdf"));
+        rig->dialogs.saveName = pdf;
         record->findChild<QPushButton*>(QString(frmProtocol::cmdPdf))->click();
         QFile written(pdf);
         QVERIFY(written.open(QIODevice::ReadOnly));
@@ -191,18 +187,18 @@ private Q_SLOTS:
         if (!cupsMissing.isEmpty()) QSKIP(qPrintable(cupsMissing));
         forms().frmDisplay().setCaption(frmDisplay::lblSerialNo[0], "7654321");
         forms().frmDisplay().click(frmDisplay::mnuProtocolCreate);
-        runtime->window(frmProtocolComment::kName)
+        window(frmProtocolComment::kName)
             ->findChild<QPushButton*>(QString(frmProtocolComment::cmdOK))
             ->click();
         QTimer::singleShot(0, [] {
             if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
                 dialog->accept();
         });
-        runtime->window(frmProtocol::kName)
+        window(frmProtocol::kName)
             ->findChild<QPushButton*>(QString(frmProtocol::cmdPrint))
             ->click();
-        QVERIFY2(dialogs.shown.isEmpty(),
-                 qPrintable(dialogs.shown.isEmpty() ? QString() : dialogs.shown[0].text));
+        QVERIFY2(rig->dialogs.shown.isEmpty(),
+                 qPrintable(rig->dialogs.shown.isEmpty() ? QString() : rig->dialogs.shown[0].text));
         QTRY_COMPARE_WITH_TIMEOUT(cups.pdfs().size(), 2, 120000);
         QString text;
         for (const QString& pdf : cups.pdfs()) {
@@ -214,14 +210,10 @@ private Q_SLOTS:
     }
 
 private:
-    AllForms& forms() { return runtime->app().forms(); }
+    AllForms& forms() { return rig->app().forms(); }
+    QWidget* window(const QString& name) { return rig->runtime().window(name); }
 
-    FakeSerialPort port;
-    ScriptedDialogs dialogs;
-    MemorySettings settings;
-    FakeLauncher launcher;
-    QTemporaryDir folder;
-    std::unique_ptr<ToolRuntime> runtime;
+    std::unique_ptr<LiveTool> rig;
     PrintServer cups;
     QString cupsMissing;
 };
