@@ -12,12 +12,13 @@
 
 namespace {
 
+using testsupport::kSerial;
+
 namespace el = frmDisplay;
 using fieldcheck::typed;
 using testsupport::bytes;
 
-constexpr std::uint32_t kSerial = 1234567; // 00 12 D6 87
-constexpr std::uint8_t kFill = 0x33;       // in telegram 3: one detector, buzzer off
+constexpr std::uint8_t kFill = 0x33; // in telegram 3: one detector, buzzer off
 
 // Kind, command and serial number, then the parts.
 Bytes block(int command, std::initializer_list<Bytes> parts) {
@@ -54,14 +55,14 @@ void tick(SettingInputs& inputs, const QStringList& boxes, bool on = true) {
 
 // The device 1234567 with telegrams 2, 3, 5 of `kFill` in the store; the sensitivity takes
 // 0.05 to 20 %/m.
-struct Rig {
+struct CommandsRig {
     TestApp t;
     Program& app = *t.app;
     DeviceCommands& commands = app.commands();
     ValueStore& values = app.createValues();
     SettingLimits limits;
 
-    explicit Rig(bool twoDetectors = false) {
+    explicit CommandsRig(bool twoDetectors = false) {
         app.session().setSerialNo(QString::number(kSerial));
         for (std::int16_t command : {2, 3, 5}) {
             Bytes telegram = testsupport::ownTelegram(command, kSerial, kFill);
@@ -97,8 +98,8 @@ class TestCommands : public QObject {
 
 private slots:
     void settingsAssumeReadsTheSecondDetectorOnlyWhenThereIsOne() {
-        Rig rig;
-        SettingInputs inputs = Rig::settings();
+        CommandsRig rig;
+        SettingInputs inputs = CommandsRig::settings();
         tick(inputs, {el::chkLocalization[1], el::chkTrueLix[1], el::chkDynamicAirflow[1],
                       el::chkBuzzer[1]});
         QVERIFY(rig.commands.Send(rig.commands.SettingsAssume(inputs, rig.limits)));
@@ -113,8 +114,8 @@ private slots:
         QCOMPARE(slice(rig.commands.SettingsAssume(inputs, rig.limits), 28, 1),
                  bytes({0b00100011}));
 
-        Rig two(true);
-        inputs = Rig::settings();
+        CommandsRig two(true);
+        inputs = CommandsRig::settings();
         type(inputs, {el::txtSensitivity[1], "0.2", el::txtPreAlarmThreshold[1], "70",
                       el::txtFaultDelayMinutes, "60", el::txtFaultDelaySeconds, "0"});
         const auto sent = two.commands.SettingsAssume(inputs, two.limits);
@@ -141,8 +142,8 @@ private slots:
     void settingsRefused() {
         QFETCH(QStringList, typed);
         QFETCH(QStringList, refused);
-        Rig rig;
-        SettingInputs inputs = Rig::settings();
+        CommandsRig rig;
+        SettingInputs inputs = CommandsRig::settings();
         type(inputs, typed);
         QVERIFY(!rig.commands.SettingsAssume(inputs, rig.limits));
         for (const QString& field :
@@ -154,7 +155,7 @@ private slots:
     }
 
     void eachPageKeepsTheValuesItDoesNotShow() {
-        Rig rig;
+        CommandsRig rig;
         DeviceCommands::Resistors resistors{{typed("1000"), typed("50000000"), typed("0")}};
         // Flags as the device has them: localisation and failure storage on, buzzer off.
         QCOMPARE(rig.commands.AdvancedSettingsAssume(resistors),
@@ -178,7 +179,7 @@ private slots:
     }
 
     void airFlowInitTakesEitherDecimalMark() {
-        Rig rig;
+        CommandsRig rig;
         SettingInputs inputs;
         type(inputs,
              {el::txtFanVoltageNormal, "12,5", el::txtAltitude, "250", el::txtAirPressure, "1013"});
@@ -193,7 +194,7 @@ private slots:
     }
 
     void relayMasksGoLowerByteFirst() {
-        Rig rig;
+        CommandsRig rig;
         SettingInputs inputs;
         // Relay 1: AND of events 0 and 13; relay 5: OR of event 8.
         inputs[settingNamed("relay1")].mask = (1u << 15) | (1u << 13) | 1u;
@@ -203,7 +204,7 @@ private slots:
     }
 
     void resetsSelectOneItemOrAll() {
-        Rig rig;
+        CommandsRig rig;
         const std::pair<int, Bytes> selections[] = {
             {16, bytes({255, 255})}, {9, bytes({0, 2})}, {0, bytes({1, 0})}};
         for (const auto& [selection, bits] : selections) {
@@ -218,7 +219,7 @@ private slots:
     }
 
     void learnWindowCommands() {
-        Rig rig;
+        CommandsRig rig;
         DeviceCommands::LocalisationParameters windows{
             {500, 1201, 1701}, {1200, 1700, 2300}, 3, {}, typed("60"), typed("10.5"), typed("12")};
         QVERIFY(rig.commands.Send(rig.commands.LocParameterAssume(windows, rig.limits)));
@@ -244,7 +245,7 @@ private slots:
     }
 
     void busModuleCommandsNameTheModule() {
-        Rig rig;
+        CommandsRig rig;
         DeviceCommands::Resistors resistors{{typed("1000"), typed("0"), typed("99")}};
         QVERIFY(rig.commands.Send(rig.commands.BusItemSettings("4711", resistors)));
         QCOMPARE(rig.sent(), 136);

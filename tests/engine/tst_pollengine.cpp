@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::uint32_t kSerial = 1234567; // 00 12 D6 87
+using testsupport::kSerial;
 
 Bytes readFrame(int command) {
     return telegram::MakeSendFrame({10, static_cast<std::uint8_t>(command), 0x00, 0x12, 0xD6, 0x87},
@@ -27,12 +27,12 @@ Bytes writeFrame(int command) {
 using Setter = std::int16_t (ValueStore::*)(Bytes);
 
 // A program on fakes with its port open and device 1234567 shown.
-struct Rig {
+struct PollRig {
     TestApp t;
     Program& app = *t.app;
     PollEngine& engine = app.engine();
 
-    Rig() {
+    PollRig() {
         t.port.open(1);
         app.forms().frmMQ27D().setChecked(QStringLiteral("chkSendEnable"), true);
         app.session().setSerialNo(QString::number(kSerial));
@@ -62,7 +62,7 @@ class TestPollEngine : public QObject {
 private slots:
     // Silence repeats the same read, and Stop halts both timers.
     void readTelegramGoesToTheShownSerialNumber() {
-        Rig rig;
+        PollRig rig;
         rig.engine.SetNextRead(4);
         rig.engine.tmrAutoSend().enable();
         for (int i = 0; i < 3; ++i) {
@@ -99,7 +99,7 @@ private slots:
         QFETCH(int, command);
         QFETCH(Setter, set);
         QFETCH(int, readBack);
-        Rig rig;
+        PollRig rig;
         QSignalSpy written(&rig.engine, &PollEngine::WriteSent);
         rig.queueWrite(set, command);
         QVERIFY(rig.engine.IsWriteQueued());
@@ -140,7 +140,7 @@ private slots:
     void nothingToSendMovesOn() {
         QFETCH(int, command);
         QFETCH(QString, serial);
-        Rig rig;
+        PollRig rig;
         rig.app.session().setSerialNo(serial);
         QSignalSpy written(&rig.engine, &PollEngine::WriteSent);
         rig.engine.SendCommand(command);
@@ -155,7 +155,7 @@ private slots:
     }
 
     void secondSendCommandReplacesTheFirst() {
-        Rig rig;
+        PollRig rig;
         rig.queueWrite(&ValueStore::SetDeviceParameter, 129);
         rig.queueWrite(&ValueStore::SetTemperatureParameter, 137);
         rig.engine.tmrAutoSend_Timer();

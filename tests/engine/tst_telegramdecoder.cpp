@@ -13,7 +13,8 @@
 
 namespace {
 
-constexpr std::uint32_t kSerial = 1234567;
+using testsupport::kSerial;
+
 constexpr std::uint32_t kOtherSerial = 7654321;
 using testsupport::kRecorded;
 using testsupport::ownTelegram;
@@ -28,14 +29,14 @@ QString expectedTitle(const QString& appTitle, const QDateTime& when) {
            locale.toString(when.time(), QLocale::LongFormat) + "]";
 }
 
-struct Rig {
+struct DecoderRig {
     TestApp t;
     Program& app = *t.app;
     TelegramDecoder& decoder = app.decoder();
     PollEngine& engine = app.engine();
     Form& display = app.forms().frmDisplay();
 
-    Rig() { app.texts().appTitle = QStringLiteral("KOMPA MQ27D"); }
+    DecoderRig() { app.texts().appTitle = QStringLiteral("KOMPA MQ27D"); }
 
     void feed(const Bytes& t) { decoder.DataDecoder(t); }
     // Telegrams 1, 2, 3 and 5 of a device: its complete read-out.
@@ -67,7 +68,7 @@ private slots:
         QFETCH(Bytes, telegram);
         QFETCH(QDateTime, when);
         QFETCH(bool, taken);
-        Rig rig;
+        DecoderRig rig;
         rig.feed(telegram);
         QCOMPARE(rig.app.session().telegramTime(), when);
         QCOMPARE(rig.display.title(), expectedTitle(rig.app.texts().appTitle, when));
@@ -86,7 +87,7 @@ private slots:
     void stampThatIsNoTimeEndsSilently() {
         QFETCH(int, fromEnd);
         QFETCH(int, value);
-        Rig rig;
+        DecoderRig rig;
         Bytes t = ownTelegram(1);
         t[t.size() - static_cast<std::size_t>(fromEnd)] = static_cast<std::uint8_t>(value);
         rig.feed(t);
@@ -107,7 +108,7 @@ private slots:
     }
     void answerChoosesTheNextTelegram() {
         QFETCH(int, answer);
-        Rig rig;
+        DecoderRig rig;
         rig.feed(ownTelegram(1));
         rig.engine.SetNextRead(99);
         const Bytes t = ownTelegram(answer, kSerial, 0x44);
@@ -125,7 +126,7 @@ private slots:
     }
 
     void newDeviceIsTakenOnOnlyWithTelegramOne() {
-        Rig rig;
+        DecoderRig rig;
         rig.readOut();
         rig.engine.SetNextRead(3);
         const Bytes before2 = stored(rig.app, 2);
@@ -147,7 +148,7 @@ private slots:
     }
 
     void sameDeviceWithTelegramOneIsAnOrdinaryTelegram() {
-        Rig rig;
+        DecoderRig rig;
         rig.readOut();
         QSignalSpy takenOn(&rig.decoder, &TelegramDecoder::DeviceTakenOn);
         rig.display.setValue("tabDisplay", 3);
@@ -162,7 +163,7 @@ private slots:
     }
 
     void replacedDeviceIsReadOutBehindTheScenes() {
-        Rig rig;
+        DecoderRig rig;
         rig.readOut();
         QVERIFY(rig.display.isShown());
         rig.display.setValue("tabDisplay", 4);
@@ -191,7 +192,7 @@ private slots:
     }
 
     void connectionPhaseWaitsWhileACommandIsQueued() {
-        Rig rig;
+        DecoderRig rig;
         for (int command : {1, 2, 3})
             rig.feed(ownTelegram(command));
         rig.engine.SendCommand(131);
@@ -209,7 +210,7 @@ private slots:
     }
     void wrongSizeIsRefusedAndThePollWaits() {
         QFETCH(int, extra);
-        Rig rig;
+        DecoderRig rig;
         rig.feed(ownTelegram(1));
         const Bytes good2 = ownTelegram(2);
         rig.feed(good2);
@@ -226,7 +227,7 @@ private slots:
     }
 
     void receiveLampsLightAndFallBack() {
-        Rig rig;
+        DecoderRig rig;
         rig.feed(ownTelegram(1));
         QCOMPARE(rig.display.backColor("picReceiveLED_7"), colors::kGreen);
         Q_EMIT rig.app.mainView().tmrReceiveLED().timeout();

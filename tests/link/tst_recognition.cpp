@@ -14,7 +14,7 @@ using testsupport::bytes;
 
 namespace {
 
-const QString kLblDevice = QStringLiteral("lblDevice");
+const QString kDeviceLine = QStringLiteral("lblDevice");
 const QDateTime kReceived(QDate(2026, 11, 23), QTime(9, 30, 15));
 
 Bytes stamp(const Bytes& frame) {
@@ -78,7 +78,7 @@ private Q_SLOTS:
         for (const auto& [text, kind, counter] : steps) {
             c.link.StopTimers();
             c.recognition.SearchStep();
-            QCOMPARE(c.start.caption(kLblDevice), QString::fromLatin1(text));
+            QCOMPARE(c.start.caption(kDeviceLine), QString::fromLatin1(text));
             QCOMPARE(int(c.t.port.written.last().at(2)), kind);
             QCOMPARE(c.recognition.SearchCounter(), counter);
             QVERIFY2(c.link.tmrZeroCommand().isEnabled(), "each step restarts the search timer");
@@ -90,7 +90,7 @@ private Q_SLOTS:
         // With the port closed the search stands still and keeps its place.
         c.link.ClosePort();
         c.recognition.SearchStep();
-        QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("COM port OFF"));
+        QCOMPARE(c.start.caption(kDeviceLine), QStringLiteral("COM port OFF"));
         QCOMPARE(c.recognition.SearchCounter(), 1);
         QCOMPARE(c.t.port.written.size(), 4);
     }
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
 
         c.recognition.RcvDataHandle(telegram);
-        QVERIFY(c.start.caption(kLblDevice).isEmpty());
+        QVERIFY(c.start.caption(kDeviceLine).isEmpty());
         QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kDefault);
         QVERIFY(!c.link.tmrZeroCommand().isEnabled());
         QVERIFY(c.link.IsPortOpen() && c.t.launcher.started.isEmpty());
@@ -136,7 +136,7 @@ private Q_SLOTS:
         c.recognition.RcvDataHandle(kindTelegram(1, 48));
         c.recognition.RcvDataHandle(ownTelegram(1));
         c.recognition.StartExtKOMPA(QStringLiteral("x.ko3"));
-        QVERIFY(c.start.caption(kLblDevice).isEmpty());
+        QVERIFY(c.start.caption(kDeviceLine).isEmpty());
         QVERIFY(c.t.launcher.started.isEmpty());
         QVERIFY(c.t.dialogs.shown.isEmpty());
         QVERIFY(!c.t.values.get());
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QSignalSpy own(&c.recognition, &Recognition::OwnTelegramAccepted);
 
         c.recognition.RcvDataHandle(telegram);
-        QTEST(c.start.caption(kLblDevice), "text");
+        QTEST(c.start.caption(kDeviceLine), "text");
         QCOMPARE(c.start.backColor(QStringLiteral("picReceive")), colors::kGreen);
         QVERIFY2(!c.link.IsPortOpen(), "the suite opens the port itself");
         QCOMPARE(c.t.launcher.started.size(), 1);
@@ -232,7 +232,7 @@ private Q_SLOTS:
         const Bytes telegram = ownTelegram(command, std::size_t(dataBytes));
 
         c.recognition.RcvDataHandle(telegram);
-        QCOMPARE(c.start.caption(kLblDevice), QStringLiteral("SHELLIX recognized"));
+        QCOMPARE(c.start.caption(kDeviceLine), QStringLiteral("SHELLIX recognized"));
         QVERIFY2(c.t.values.get(), "the first own telegram creates the value store");
         QCOMPARE(own.count(), decoded ? 1 : 0);
         if (decoded) QCOMPARE(own.at(0).at(0).value<Bytes>(), telegram);

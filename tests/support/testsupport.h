@@ -37,8 +37,11 @@ inline const QDateTime kRecorded{QDate(2007, 7, 4), QTime(13, 5, 59)};
 // `extraBytes`.
 Bytes deviceFrame(int command, std::uint32_t serial, std::uint8_t fill = 0x33, int extraBytes = 0);
 
+// The serial number of the device the tests talk to most (00 12 D6 87).
+inline constexpr std::uint32_t kSerial = 1234567;
+
 // The same frame stamped with `when`, as the link hands it on; by default of device 1234567.
-Bytes ownTelegram(int command, std::uint32_t serial = 1234567, std::uint8_t fill = 0x33,
+Bytes ownTelegram(int command, std::uint32_t serial = kSerial, std::uint8_t fill = 0x33,
                   const QDateTime& when = kRecorded, int extraBytes = 0);
 
 // Path of a file in the source tree, e.g. "samples/full.ko3".

@@ -21,13 +21,13 @@ int registerTestClass(const char* name, TestClassRun run);
 
 #define MQ27_REGISTER_TEST_CLASS(TestObject)                                                       \
     namespace {                                                                                    \
-    int runTestClass(int argc, char** argv) {                                                      \
+    int runTestClass##TestObject(int argc, char** argv) {                                          \
         TestObject tc;                                                                             \
         QTEST_SET_MAIN_SOURCE_PATH                                                                 \
         return QTest::qExec(&tc, argc, argv);                                                      \
     }                                                                                              \
-    [[maybe_unused]] const int registeredTestClass =                                               \
-        testsupport::registerTestClass(#TestObject, runTestClass);                                 \
+    [[maybe_unused]] const int registered##TestObject =                                            \
+        testsupport::registerTestClass(#TestObject, runTestClass##TestObject);                     \
     }
 
 #define QTEST_MAIN(TestObject) MQ27_REGISTER_TEST_CLASS(TestObject)
