@@ -113,8 +113,8 @@ private Q_SLOTS:
         rig.choose(1);
         rig.device({{"localisation.learningIsOn", 1}, {"localisation.locIsActive", 1}});
         QVERIFY(rig.loc.LocMeasurementSeen);
-        QVERIFY(w.isVisible(ll::cmdLocSingleHoleLearningAbort));
-        QVERIFY(!w.isVisible(ll::cmdLocSingleHoleLearningStart));
+        QVERIFY(w.isVisible(ll::cmdLocSingleHoleLearningAbort) &&
+                !w.isVisible(ll::cmdLocSingleHoleLearningStart));
         QVERIFY(!w.isEnabled(ll::txtLocTime[0]) && !w.isEnabled(ll::cmdLocParameterAssume));
         QCOMPARE(w.value(ll::picLocLearnActivLED), 2.0);
 
@@ -196,15 +196,13 @@ private Q_SLOTS:
 
         // Refused without a word: holes too close, hole 1 at zero, a bound the device
         // cannot hold.
-        rig.times({"10.0", "11.9", "20"});
-        w.click(ll::cmdLocParameterAssume);
-        QCOMPARE(rig.color(1), colors::kYellow);
-        rig.times({"0.0", "14", "20"});
-        w.click(ll::cmdLocParameterAssume);
-        QCOMPARE(rig.color(0), colors::kYellow);
-        rig.times({"10", "14", "300"});
-        w.click(ll::cmdLocParameterAssume);
-        QCOMPARE(rig.color(2), colors::kYellow);
+        const std::pair<QStringList, int> refused[] = {
+            {{"10.0", "11.9", "20"}, 1}, {{"0.0", "14", "20"}, 0}, {{"10", "14", "300"}, 2}};
+        for (const auto& [times, hole] : refused) {
+            rig.times(times);
+            w.click(ll::cmdLocParameterAssume);
+            QCOMPARE(rig.color(hole), colors::kYellow);
+        }
         QVERIFY(!rig.engine.IsWriteQueued());
         QVERIFY(rig.dialogs.shown.isEmpty());
 

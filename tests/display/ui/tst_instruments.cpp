@@ -75,10 +75,10 @@ private Q_SLOTS:
             QVERIFY(distance(centre, window) > 120 && distance(centre, base) > 120);
         }
 
-        led.setBackColor(colors::kRed);
-        QVERIFY(tinted(centreOf(shot(led, size)), 0));
-        led.setBackColor(colors::kGreen);
-        QVERIFY(tinted(centreOf(shot(led, size)), 1));
+        for (const auto& [color, channel] : {std::pair{colors::kRed, 0}, {colors::kGreen, 1}}) {
+            led.setBackColor(color);
+            QVERIFY(tinted(centreOf(shot(led, size)), channel));
+        }
 
         // The main alarm arrives as a dot: it lights the LED whatever the back colour, and a dot
         // in the window colour is dark.
@@ -105,8 +105,7 @@ private Q_SLOTS:
 
         box.setBackColor(colors::kYellow);
         image = shot(box, size);
-        QVERIFY(yellowish(centreOf(image)));
-        QVERIFY(yellowish(image.pixelColor(corner)));
+        QVERIFY(yellowish(centreOf(image)) && yellowish(image.pixelColor(corner)));
 
         box.setBackColor(colors::kWindowBackground);
         box.setDotColor(colors::kYellow);
@@ -139,8 +138,7 @@ private Q_SLOTS:
         // adds at the lower end left of it.
         const QColor face = gauge.palette().color(QPalette::Base);
         const int pivot = size.width() / 2;
-        int right = 0;
-        int left = 0;
+        int right = 0, left = 0;
         for (int y = 0; y < size.height(); ++y)
             for (int x = 0; x < size.width(); ++x)
                 if (atMaximum.pixelColor(x, y).lightness() < 100 &&
