@@ -17,22 +17,9 @@ class TestStatusDisplay : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void smokeLevelsAndThresholds() {
-        MainViewRig rig; // detector 1: set point 1500, ratio 18; thresholds 80 % and 55 %
-        QCOMPARE(rig.caption(el::lblSmokeLevel[0]), QStringLiteral("0.270 %/m"));
-        QCOMPARE(rig.view().value(el::ctlSmokeLevel[0]), 1.8);
-        QCOMPARE(rig.view().top(el::linFireAlarm[0]), 1871);
-        QCOMPARE(rig.view().top(el::linActionAlarm[0]), 3116);
-        rig.app->mainView().SwitchToSmokeUnit(2);
-        rig.app->mainView().ShowData();
-        QCOMPARE(rig.caption(el::lblSmokeLevel[0]), QStringLiteral("0.082 %/ft"));
-    }
-
     void airFlowGaugeAndItsLabel() {
         MainViewRig rig; // flow 1.32 m/s against 1.30, range 25 %
-        QCOMPARE(
-            rig.view().items(el::ctlAirFlow),
-            QStringList({QStringLiteral("-25 %"), QStringLiteral("0 %"), QStringLiteral("25 %")}));
+        QCOMPARE(rig.view().items(el::ctlAirFlow), QStringList({"-25 %", "0 %", "25 %"}));
         QCOMPARE(rig.caption(el::lblAirFlow), QStringLiteral("2 %"));
         QCOMPARE(rig.caption(el::lblAirflowMeterPerSecond), QStringLiteral("1.32 m/s"));
 
@@ -49,13 +36,19 @@ private Q_SLOTS:
         QCOMPARE(rig.view().value(el::ctlAirFlow), 2500.0);
     }
 
-    void chamberAndTemperatures() {
-        MainViewRig rig;
+    void smokeChamberAndTemperaturesInBothUnits() {
+        MainViewRig rig; // detector 1: set point 1500, ratio 18; thresholds 80 % and 55 %
+        QCOMPARE(rig.caption(el::lblSmokeLevel[0]), QStringLiteral("0.270 %/m"));
+        QCOMPARE(rig.view().value(el::ctlSmokeLevel[0]), 1.8);
+        QCOMPARE(rig.view().top(el::linFireAlarm[0]), 1871);
+        QCOMPARE(rig.view().top(el::linActionAlarm[0]), 3116);
         QCOMPARE(rig.caption(el::lblChamber[0]), QStringLiteral("-12 %"));
         QCOMPARE(rig.caption(el::lblTemperature), QStringLiteral("23.5 °C"));
         QCOMPARE(rig.caption(el::lblSensorTemp[1]), QStringLiteral("35.2 °C"));
+        rig.app->mainView().SwitchToSmokeUnit(2);
         rig.app->mainView().SwitchToTemperature(2);
         rig.app->mainView().ShowData();
+        QCOMPARE(rig.caption(el::lblSmokeLevel[0]), QStringLiteral("0.082 %/ft"));
         QCOMPARE(rig.caption(el::lblTemperature), QStringLiteral("74.3 °F"));
         QCOMPARE(rig.caption(el::lblSensorTemp[1]), QStringLiteral("95.4 °F"));
         QCOMPARE(rig.caption(el::lblSensorTempAlarm[1]), QStringLiteral("45.5"));
@@ -90,8 +83,7 @@ private Q_SLOTS:
         leds.tmrFlash_Timer();
         QCOMPARE(v.backColor(el::picDisplay[3]), colors::kWindowBackground);
         // Dark for 900 ms after the short flash: one flash a second.
-        QVERIFY2(leds.tmrFlash().interval() > 800,
-                 qPrintable(QString::number(leds.tmrFlash().interval())));
+        QVERIFY(leds.tmrFlash().interval() > 800);
 
         // During the air-flow initialisation a lit operating lamp blinks; a dark one stays.
         rig.set("airFlow.flowInitIsActive", 1);
@@ -116,7 +108,6 @@ private Q_SLOTS:
         QCOMPARE(v.backColor(el::picErr[1]), colors::kWindowBackground);
         QCOMPARE(v.dotColor(el::picErr[1]), colors::kYellow);
         QCOMPARE(v.dotColor(el::picErr[0]), colors::kDefault);
-        QCOMPARE(rig.caption(el::lblErr[22]), QStringLiteral("Detector module dusty"));
 
         // The common entries report the detectors' bits without a place of their own.
         rig.set("faults.pending", (1u << 17) | (1u << 19));
@@ -136,8 +127,7 @@ private Q_SLOTS:
     void relayMasksAndTheirOptions() {
         MainViewRig rig; // relay 1: events 0, 1 and OR; relay 5: AND alone
         const Form& v = rig.view();
-        QVERIFY(v.isChecked(el::chkRelay1[1]));
-        QVERIFY(!v.isChecked(el::chkRelay1[2]));
+        QVERIFY(v.isChecked(el::chkRelay1[1]) && !v.isChecked(el::chkRelay1[2]));
         QVERIFY(v.isChecked(el::optRelay1[0]) && !v.isChecked(el::optRelay1[1]));
         QVERIFY(v.isChecked(el::optRelay5[1]) && !v.isChecked(el::optRelay5[0]));
 
@@ -177,18 +167,23 @@ private Q_SLOTS:
     }
 
     void viewFitsTheDevice() {
-        MainViewRig full;
+        MainViewRig full; // windows 500-1200, 1201-1700, 1701-2300, 2301-2900, 2901-3500
         const Form& f = full.view();
+        const QStringList times = {"10.0", "14.0", "20.0", "26.0", "32.0"};
+        for (int i = 0; i < 5; ++i)
+            QCOMPARE(full.caption(el::lblLocTime[i]), times[i]);
+        QCOMPARE(full.caption(el::lblLocNumberOfHoles), QStringLiteral("5"));
         QVERIFY(f.isVisible(el::fraSmokeLevel[1]));
         QVERIFY(f.isVisible(el::tabDisplay[frmDisplayPage::Localisation]));
         QVERIFY(f.isVisible(el::tabDisplay[frmDisplayPage::ModulesA]));
         QVERIFY(!f.isVisible(el::tabDisplay[frmDisplayPage::ModulesB]));
         QVERIFY(f.isVisible(el::chkRelay3[6]));
         QVERIFY(!f.isVisible(el::lblSerialNo2[0]));
-        // A hole without a learned time has no relay event.
+        // A hole without a learned time has no relay event, and the pipe ends there.
         full.set("localisation.suckTime3Min", 0);
         full.readOut();
         QCOMPARE(full.caption(el::lblLocTime[2]), QStringLiteral("0.0"));
+        QCOMPARE(full.caption(el::lblLocNumberOfHoles), QStringLiteral("2"));
         QVERIFY(!f.isVisible(el::chkRelay3[6]));
         QVERIFY(!f.isVisible(el::lblRelais[6]));
 
@@ -208,18 +203,6 @@ private Q_SLOTS:
         minimal.readOut();
         QVERIFY(!m.isVisible(el::fraAirFlow));
         QVERIFY(m.isVisible(el::lblTemperatureLegend[0]));
-    }
-
-    void localisationTimes() {
-        MainViewRig rig; // windows 500-1200, 1201-1700, 1701-2300, 2301-2900, 2901-3500
-        const QStringList times = {"10.0", "14.0", "20.0", "26.0", "32.0"};
-        for (int i = 0; i < 5; ++i)
-            QCOMPARE(rig.caption(el::lblLocTime[i]), times[i]);
-        QCOMPARE(rig.caption(el::lblLocNumberOfHoles), QStringLiteral("5"));
-        // A gap anywhere ends the count there.
-        rig.set("localisation.suckTime2Max", 0);
-        rig.readOut();
-        QCOMPARE(rig.caption(el::lblLocNumberOfHoles), QStringLiteral("1"));
     }
 
     // Values out of every range show without harm, and the next good read-out shows right.

@@ -128,20 +128,6 @@ private slots:
         QVERIFY(QFile::exists(rig.autoSavePath(rig.t.programDir(), kSerial, "20261124")));
     }
 
-    void deviceViewedFromAFileNeverSavesItself() {
-        Rig rig;
-        rig.app.link().SetDataFromFile(true);
-        rig.readOut();
-        QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
-        QVERIFY(!QDir(rig.t.dataDir()).exists("AutoSave"));
-
-        // Nor does a live read-out of the same device afterwards: it was not taken on anew.
-        rig.app.link().SetDataFromFile(false);
-        for (int command : {1, 2, 3, 5})
-            rig.app.decoder().DataDecoder(ownTelegram(command));
-        QVERIFY(!QFile::exists(rig.inProgramDir()));
-    }
-
     void autoSaveGoesToTheDataFolderWhereTheProgramFolderIsReadOnly_data() {
         QTest::addColumn<bool>("missing");
         QTest::newRow("read-only") << false;
@@ -193,7 +179,6 @@ private slots:
         rig.t.dialogs.answers = {answerYes ? UserDialogs::Answer::Yes : UserDialogs::Answer::No};
         rig.files.SaveDeviceData(0);
 
-        QCOMPARE(rig.t.dialogs.lastFilter, QStringLiteral("*.ko3|*.ko3|"));
         QList<ScriptedDialogs::Shown> shown = rig.t.dialogs.shown;
         if (asked) {
             QVERIFY(!shown.isEmpty());
@@ -215,13 +200,11 @@ private slots:
     void failedSaveSaysWhyAndWhere_data() {
         QTest::addColumn<QString>("target"); // in the rig's folder unless absolute
         QTest::addColumn<QString>("why");
-        const auto row = [](const char* name, const char* target, const char* why) {
-            QTest::newRow(name) << QString(target) << QString(why);
-        };
-        row("folders missing", "no/such/folder/x.ko3", "folder");
-        row("a file where the folder should be", "blocker/x.ko3", "");
-        row("full disk", "/dev/full", "space");
-        row("read-only folder", "locked/x.ko3", "ermission");
+        QTest::newRow("folders missing") << QString("no/such/folder/x.ko3") << QString("folder");
+        QTest::newRow("a file where the folder should be")
+            << QString("blocker/x.ko3") << QString("");
+        QTest::newRow("full disk") << QString("/dev/full") << QString("space");
+        QTest::newRow("read-only folder") << QString("locked/x.ko3") << QString("ermission");
     }
     void failedSaveSaysWhyAndWhere() {
         QFETCH(QString, target);
@@ -257,18 +240,14 @@ private slots:
     // What the command line may name instead of a device file: one plain message, nothing
     // read, the port left as it was.
     void fileThatIsNoDeviceFileIsRefused_data() {
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<QString>("why");
-        const auto row = [](const char* kind, const char* why) {
-            QTest::newRow(kind) << QString(kind) << QString(why);
-        };
-        row("folder", "es ist ein Ordner");
-        row("pipe", "es ist keine gewöhnliche Datei");
-        row("huge", "sie ist zu groß (2147483648 Bytes)");
-        row("unreadable", "keine Leseberechtigung");
+        QTest::addColumn<QString>("why"); // the row's name is the kind of file
+        QTest::newRow("folder") << QString("es ist ein Ordner");
+        QTest::newRow("pipe") << QString("es ist keine gewöhnliche Datei");
+        QTest::newRow("huge") << QString("sie ist zu groß (2147483648 Bytes)");
+        QTest::newRow("unreadable") << QString("keine Leseberechtigung");
     }
     void fileThatIsNoDeviceFileIsRefused() {
-        QFETCH(QString, kind);
+        const QString kind = QString::fromUtf8(QTest::currentDataTag());
         QFETCH(QString, why);
         Rig rig;
         rig.t.port.open(1);
@@ -316,18 +295,15 @@ private slots:
                  QStringLiteral("The folder %1 cannot be shown").arg(folder));
     }
 
-    void nothingToSaveBeforeTheFirstTelegram() {
+    // Nothing to save before the first telegram. Serial number 0 is the argument that means
+    // "ask the user", so a device with that number asks instead of saving itself.
+    void nothingToSaveBeforeTheFirstTelegramAndSerialZeroAsks() {
         Rig rig;
         rig.t.dialogs.saveName = rig.tempFile("x.ko3");
         rig.files.SaveDeviceData(0);
         rig.files.SaveDeviceData(kSerial);
         QVERIFY(rig.t.dialogs.lastFilter.isEmpty());
         QVERIFY(!QFile::exists(rig.tempFile("x.ko3")));
-    }
-
-    // Serial number 0 is the argument that means "ask the user".
-    void deviceWithSerialNumberZeroAsksInsteadOfSavingItself() {
-        Rig rig;
         rig.readOut(0);
         QCOMPARE(rig.t.dialogs.lastFilter, QStringLiteral("*.ko3|*.ko3|"));
         QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
@@ -352,10 +328,8 @@ private slots:
         QTest::addColumn<bool>("offline");
         QTest::newRow("missing") << QByteArray() << false;
         QTest::newRow("empty") << QByteArray("") << false;
-        QTest::newRow("too short for a byte") << QByteArray("&H\r\n") << false;
         QTest::newRow("binary") << QByteArray("\x00\xff\x01\x02\x03\x04", 6) << true;
         QTest::newRow("one byte") << QByteArray("&H02 \r\n") << true;
-        QTest::newRow("block header only") << QByteArray("&H00 &H05 &H00 &H13 \r\n") << true;
         QTest::newRow("length beyond the block")
             << QByteArray("&H00 &H01 &HFF &HFF &H02 \r\n") << true;
     }
@@ -370,9 +344,10 @@ private slots:
         QCOMPARE(rig.t.port.isOpen(), !offline);
         QCOMPARE(rig.app.link().LoadedFileName().isEmpty(), !offline);
         QVERIFY(rig.app.session().takenOnSerialNo().isEmpty());
-        QVERIFY(rig.app.forms().frmDisplay().title().isEmpty());
     }
 
+    // A device taken on from a file never saves itself, nor does a live read-out of it
+    // afterwards: it was not taken on anew.
     void loadedFileReplaysOffline() {
         Rig rig;
         rig.t.port.open(1);
@@ -388,12 +363,14 @@ private slots:
                  QString::number(kOtherSerial));
         QVERIFY(rig.app.forms().frmDisplay().isShown());
         QCOMPARE(rig.app.link().LoadedFileName(), path);
+        rig.app.link().SetDataFromFile(false);
+        rig.readOut(kOtherSerial);
         QVERIFY(!QDir(rig.t.programDir()).exists("AutoSave"));
+        QVERIFY(!QDir(rig.t.dataDir()).exists("AutoSave"));
     }
 
     // What is whole is taken: an old file's one telegram (without the last blank and the line
-    // end), the telegrams before a cut, the ones whose sum is right, and nothing once the tool
-    // closes.
+    // end), the ones whose sum is right, and nothing once the tool closes.
     void loadTakesWhatIsWhole_data() {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QList<Bytes>>("expected"); // telegrams 1 to 3
@@ -401,11 +378,6 @@ private slots:
         const Bytes none2(202, 0), none3(211, 0);
         QTest::newRow("old form") << fileText(ownTelegram(1)).chopped(3)
                                   << QList<Bytes>{ownTelegram(1), none2, none3} << false;
-        Bytes block = saveBlock(
-            {ownTelegram(1), ownTelegram(2), ownTelegram(3), ownTelegram(4), ownTelegram(5)});
-        block.resize(12 + 19 + 202 + 100);
-        QTest::newRow("cut in telegram 3")
-            << fileText(block) << QList<Bytes>{ownTelegram(1), ownTelegram(2), none3} << false;
         Bytes broken = ownTelegram(2, kSerial, 0x10);
         broken[50] ^= 0xFF;
         QTest::newRow("sum of telegram 2 wrong")

@@ -113,8 +113,8 @@ private Q_SLOTS:
         rig.choose(1);
         rig.device({{"localisation.learningIsOn", 1}, {"localisation.locIsActive", 1}});
         QVERIFY(rig.loc.LocMeasurementSeen);
-        QVERIFY(w.isVisible(ll::cmdLocSingleHoleLearningAbort));
-        QVERIFY(!w.isVisible(ll::cmdLocSingleHoleLearningStart));
+        QVERIFY(w.isVisible(ll::cmdLocSingleHoleLearningAbort) &&
+                !w.isVisible(ll::cmdLocSingleHoleLearningStart));
         QVERIFY(!w.isEnabled(ll::txtLocTime[0]) && !w.isEnabled(ll::cmdLocParameterAssume));
         QCOMPARE(w.value(ll::picLocLearnActivLED), 2.0);
 
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QCOMPARE(rig.loc.LocHolesDone, std::uint16_t{0b110});
 
         // An aborted measurement gives no time, but the order is still checked.
-        rig.times({QStringLiteral("10.0"), QStringLiteral("11.0")});
+        rig.times({"10.0", "11.0"});
         rig.choose(3);
         rig.device({{"localisation.locIsActive", 1}});
         w.click(ll::cmdLocSingleHoleLearningAbort);
@@ -156,14 +156,14 @@ private Q_SLOTS:
         LearnRig rig;
         rig.device({{"localisation.learningIsOn", 1}});
         rig.w.userSetCaption(ll::txtLocNumberOfHoles, QStringLiteral("3"));
-        rig.times({QStringLiteral("10.0"), QStringLiteral("11.9"), QStringLiteral("14,0")});
+        rig.times({"10.0", "11.9", "14,0"});
         rig.readOut();
         QCOMPARE(rig.color(0), colors::kWindowBackground);
         QCOMPARE(rig.color(1), colors::kYellow); // less than 2 s after hole 1
         QCOMPARE(rig.color(2), colors::kWindowBackground);
 
         // A good field keeps its yellow; a field that is no number is marked itself.
-        rig.times({QStringLiteral("10.0"), QStringLiteral("12.0"), QStringLiteral("x")});
+        rig.times({"10.0", "12.0", "x"});
         rig.readOut();
         QCOMPARE(rig.color(1), colors::kYellow);
         QCOMPARE(rig.color(2), colors::kYellow);
@@ -171,7 +171,7 @@ private Q_SLOTS:
         // Hole 1 at zero is marked in every round, and nothing else is.
         LearnRig zero;
         zero.device({{"localisation.learningIsOn", 1}});
-        zero.times({QStringLiteral("0"), QStringLiteral("1.0")});
+        zero.times({"0", "1.0"});
         zero.readOut();
         QCOMPARE(zero.color(0), colors::kYellow);
         QCOMPARE(zero.color(1), colors::kWindowBackground);
@@ -196,19 +196,17 @@ private Q_SLOTS:
 
         // Refused without a word: holes too close, hole 1 at zero, a bound the device
         // cannot hold.
-        rig.times({QStringLiteral("10.0"), QStringLiteral("11.9"), QStringLiteral("20")});
-        w.click(ll::cmdLocParameterAssume);
-        QCOMPARE(rig.color(1), colors::kYellow);
-        rig.times({QStringLiteral("0.0"), QStringLiteral("14"), QStringLiteral("20")});
-        w.click(ll::cmdLocParameterAssume);
-        QCOMPARE(rig.color(0), colors::kYellow);
-        rig.times({QStringLiteral("10"), QStringLiteral("14"), QStringLiteral("300")});
-        w.click(ll::cmdLocParameterAssume);
-        QCOMPARE(rig.color(2), colors::kYellow);
+        const std::pair<QStringList, int> refused[] = {
+            {{"10.0", "11.9", "20"}, 1}, {{"0.0", "14", "20"}, 0}, {{"10", "14", "300"}, 2}};
+        for (const auto& [times, hole] : refused) {
+            rig.times(times);
+            w.click(ll::cmdLocParameterAssume);
+            QCOMPARE(rig.color(hole), colors::kYellow);
+        }
         QVERIFY(!rig.engine.IsWriteQueued());
         QVERIFY(rig.dialogs.shown.isEmpty());
 
-        rig.times({QStringLiteral("10"), QStringLiteral("14"), QStringLiteral("21")});
+        rig.times({"10", "14", "21"});
         w.click(ll::cmdLocParameterAssume);
         QCOMPARE(w.caption(ll::txtLocTime[2]), QStringLiteral("21.0"));
         QCOMPARE(rig.loc.LocHoleMaxSet, (std::array<std::int32_t, 5>{1200, 1750, 2450, 0, 0}));
@@ -261,8 +259,7 @@ private Q_SLOTS:
         // The device stays in learn mode: Retry sends again, Ignore closes.
         rig.dialogs.answers = {Answer::Retry};
         rig.loc.tmrTimeout_Timer();
-        QCOMPARE(rig.dialogs.shown.last().text,
-                 QStringLiteral("Proceedings not possible at the moment. Learn mode active!"));
+        QVERIFY(rig.dialogs.shown.last().text.contains(QStringLiteral("Learn mode active")));
         QVERIFY(rig.loc.tmrTimeout().isEnabled());
         rig.dialogs.answers = {Answer::Ignore};
         rig.loc.tmrTimeout_Timer();
@@ -294,5 +291,4 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(TestLocalisation)
-#include "localize/localize_elements.h"
 #include "tst_localisation.moc"

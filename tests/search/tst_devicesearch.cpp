@@ -15,11 +15,7 @@ constexpr std::uint32_t kShown = 1234567;
 constexpr std::uint32_t kOther = 7654321;
 const QString kShownText = QString::number(kShown);
 const QString kOtherText = QString::number(kOther);
-using testsupport::kRecorded;
-
-Bytes ownTelegram(int command, std::uint32_t serial) {
-    return testsupport::ownTelegram(command, serial, 0x21);
-}
+using testsupport::ownTelegram;
 
 // Device 1234567 read out and polled, the main view shown with the captions the language
 // switch gives it.
@@ -64,14 +60,19 @@ private slots:
         QCOMPARE(rig.searchWindow.centredOver(), "frmDisplay");
         QCOMPARE(rig.listed(), QStringList{kShownText});
         QCOMPARE(rig.searchWindow.value("lstDeviceList"), 0.0);
-        QVERIFY(!rig.display.isShown());
-        QVERIFY(rig.app.session().searchRunning());
+        QVERIFY(!rig.display.isShown() && rig.app.session().searchRunning());
 
         // A second search starts with a fresh list.
         rig.search.AddDevice(kOther);
         rig.searchWindow.click("cmdCancel");
         rig.search.mnuDeviceSearch_Click();
         QCOMPARE(rig.listed(), QStringList{kShownText});
+
+        // Closing the tool closes the window without going back to the device.
+        rig.app.life().setClosing();
+        QVERIFY(rig.searchWindow.requestClose());
+        QVERIFY(rig.app.session().searchRunning());
+        QVERIFY(!rig.display.isShown());
     }
 
     // Before any device was shown there is nothing to go back to, and no device "0".
@@ -119,10 +120,8 @@ private slots:
         QFETCH(bool, byFrame);
         Rig rig;
         const auto cancel = [byFrame](Form& window) {
-            if (byFrame)
-                QVERIFY(window.requestClose());
-            else
-                window.click("cmdCancel");
+            if (!byFrame) return window.click("cmdCancel");
+            QVERIFY(window.requestClose());
         };
         rig.search.mnuDeviceSearch_Click();
         rig.app.decoder().DataDecoder(ownTelegram(1, kOther));
@@ -168,8 +167,7 @@ private slots:
         QVERIFY(!rig.app.session().searchRunning());
         QVERIFY(rig.engine.tmrAutoSend().isEnabled());
         QVERIFY(!rig.searchWindow.isLoaded());
-        QVERIFY(!rig.display.isShown());
-        QVERIFY(rig.connectWindow.isShown());
+        QVERIFY(!rig.display.isShown() && rig.connectWindow.isShown());
         QCOMPARE(rig.connectWindow.title(), rig.app.texts().appTitle + " - " + kOtherText);
         QVERIFY(rig.search.tmrBlink().isEnabled());
         // The connection label blinks while the window is up.
@@ -182,8 +180,7 @@ private slots:
         // The chosen device's read-out ends the connection phase, the label shown again.
         for (int command : {1, 2, 3, 5})
             rig.app.decoder().DataDecoder(ownTelegram(command, kOther));
-        QVERIFY(rig.display.isShown());
-        QVERIFY(!rig.connectWindow.isLoaded());
+        QVERIFY(rig.display.isShown() && !rig.connectWindow.isLoaded());
         QVERIFY(!rig.search.tmrBlink().isEnabled());
         QVERIFY(rig.connectWindow.isVisible("lblConnection"));
         QCOMPARE(rig.app.session().takenOnSerialNo(), kOtherText);
@@ -203,18 +200,8 @@ private slots:
         rig.searchWindow.userSetValue("lstDeviceList", 0);
         rig.searchWindow.click("cmdOK");
         QCOMPARE(rig.engine.NextCommand(), 2);
-        QVERIFY(rig.display.isShown());
-        QVERIFY(!rig.connectWindow.isShown());
+        QVERIFY(rig.display.isShown() && !rig.connectWindow.isShown());
         QVERIFY(!rig.search.tmrBlink().isEnabled());
-    }
-
-    void closingTheToolClosesTheWindowsWithoutSideEffects() {
-        Rig rig;
-        rig.search.mnuDeviceSearch_Click();
-        rig.app.life().setClosing();
-        QVERIFY(rig.searchWindow.requestClose());
-        QVERIFY(rig.app.session().searchRunning());
-        QVERIFY(!rig.display.isShown());
     }
 };
 

@@ -79,25 +79,18 @@ public:
     ColorBox* box;
 };
 
-QColor rgb(int r, int g, int b) {
-    return QColor(r, g, b);
-}
-
 } // namespace
 
 class TestFormView : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    // The last test's view goes before the window and the model it binds.
     void init() {
-        form = std::make_unique<Form>(QStringLiteral("frmSample"), frmSample::kElements);
-        window = std::make_unique<Sample>();
-        view = std::make_unique<FormView>(*form, window.get());
-    }
-    void cleanup() {
         view.reset();
-        window.reset();
-        form.reset();
+        window = std::make_unique<Sample>();
+        form = std::make_unique<Form>(QStringLiteral("frmSample"), frmSample::kElements);
+        view = std::make_unique<FormView>(*form, window.get());
     }
 
     void captionReachesEveryKind() {
@@ -154,16 +147,14 @@ private Q_SLOTS:
         form->setValue(QStringLiteral("lstList"), 1);
         form->setValue(QStringLiteral("tabMain"), 2);
         form->setValue(QStringLiteral("ctrUpDown"), 35);
-        QVERIFY(window->tick->isChecked());
-        QVERIFY(window->check->isChecked());
+        QVERIFY(window->tick->isChecked() && window->check->isChecked());
         QVERIFY(window->optionB->isChecked());
         QCOMPARE(window->combo->currentIndex(), 2);
         QCOMPARE(window->list->currentRow(), 1);
         QCOMPARE(window->tabs->currentIndex(), 2);
         QCOMPARE(window->spin->value(), 35);
         QCOMPARE(window->spin->singleStep(), 5);
-        QCOMPARE(edited.count(), 0);
-        QCOMPARE(clicked.count(), 0);
+        QVERIFY(edited.isEmpty() && clicked.isEmpty());
         QVERIFY(form->isChecked(QStringLiteral("optChoice_0"))); // the model's own business
         form->setItems(QStringLiteral("cboList"), {"Aus", "1", "--"});
         QCOMPARE(window->combo->currentText(), QStringLiteral("--")); // the model's selection
@@ -224,18 +215,18 @@ private Q_SLOTS:
     // Red in the low byte; the system colours and the default from the palette.
     void modelColorTranslatesNumbers() {
         QPalette p;
-        p.setColor(QPalette::Base, rgb(250, 251, 252));
-        p.setColor(QPalette::Button, rgb(200, 201, 202));
-        p.setColor(QPalette::ButtonText, rgb(10, 11, 12));
-        p.setColor(QPalette::Window, rgb(230, 231, 232));
+        p.setColor(QPalette::Base, QColor(250, 251, 252));
+        p.setColor(QPalette::Button, QColor(200, 201, 202));
+        p.setColor(QPalette::ButtonText, QColor(10, 11, 12));
+        p.setColor(QPalette::Window, QColor(230, 231, 232));
         const std::pair<std::uint32_t, QColor> cases[] = {
-            {colors::rgb(1, 2, 3), rgb(1, 2, 3)},
-            {colors::kWindowBackground, rgb(250, 251, 252)},
-            {colors::kButtonText, rgb(10, 11, 12)},
-            {0x80000033, rgb(230, 231, 232)}}; // an unknown system colour: the own colour
+            {colors::rgb(1, 2, 3), QColor(1, 2, 3)},
+            {colors::kWindowBackground, QColor(250, 251, 252)},
+            {colors::kButtonText, QColor(10, 11, 12)},
+            {0x80000033, QColor(230, 231, 232)}}; // an unknown system colour: the own colour
         for (const auto& [color, expected] : cases)
             QCOMPARE(modelColor(color, p, QPalette::Window), expected);
-        QCOMPARE(modelColor(colors::kDefault, p, QPalette::Button), rgb(200, 201, 202));
+        QCOMPARE(modelColor(colors::kDefault, p, QPalette::Button), QColor(200, 201, 202));
     }
 
     void coloursPaintTheRoleOfTheKindAndDefaultRestores() {
@@ -243,10 +234,10 @@ private Q_SLOTS:
         form->setBackColor(QStringLiteral("lblText"), colors::kGreen);
         form->setBackColor(QStringLiteral("txtLine"), colors::kYellow);
         form->setForeColor(QStringLiteral("cmdGo"), colors::kRed);
-        QCOMPARE(window->label->palette().color(QPalette::Window), rgb(0, 255, 0));
+        QCOMPARE(window->label->palette().color(QPalette::Window), QColor(0, 255, 0));
         QVERIFY(window->label->autoFillBackground());
-        QCOMPARE(window->line->palette().color(QPalette::Base), rgb(255, 255, 0));
-        QCOMPARE(window->button->palette().color(QPalette::ButtonText), rgb(255, 0, 0));
+        QCOMPARE(window->line->palette().color(QPalette::Base), QColor(255, 255, 0));
+        QCOMPARE(window->button->palette().color(QPalette::ButtonText), QColor(255, 0, 0));
 
         form->setBackColor(QStringLiteral("lblText"), colors::kDefault);
         form->setBackColor(QStringLiteral("txtLine"), colors::kDefault);
@@ -275,8 +266,7 @@ private Q_SLOTS:
         QVERIFY(!late.tabs->isTabVisible(2));
         QVERIFY(late.tick->isChecked());
         QCOMPARE(late.windowTitle(), QStringLiteral("Früh"));
-        QVERIFY(late.isVisible());
-        QCOMPARE(late.windowModality(), Qt::ApplicationModal);
+        QVERIFY(late.isVisible() && late.windowModality() == Qt::ApplicationModal);
         // What the model never set keeps the window's own design.
         QCOMPARE(late.label->text(), QStringLiteral("design"));
     }
@@ -308,10 +298,9 @@ private Q_SLOTS:
         QCOMPARE(form->caption(QStringLiteral("txtMulti")), QStringLiteral("zwei\nZeilen"));
         QVERIFY(form->isChecked(QStringLiteral("chkTick")));
         QVERIFY(form->isChecked(QStringLiteral("optChoice_1")));
-        QCOMPARE(form->value(QStringLiteral("cboList")), 1.0);
-        QCOMPARE(form->value(QStringLiteral("tabMain")), 2.0);
-        QCOMPARE(form->value(QStringLiteral("ctrUpDown")), 7.0);
-        QCOMPARE(form->value(QStringLiteral("lstList")), 1.0);
+        for (const auto& [name, value] :
+             {std::pair{"cboList", 1.0}, {"tabMain", 2.0}, {"ctrUpDown", 7.0}, {"lstList", 1.0}})
+            QCOMPARE(form->value(name), value);
         QVERIFY(form->isChecked(QStringLiteral("mnuCelsius")));
         QStringList clicks;
         for (const auto& call : clicked)
@@ -361,22 +350,15 @@ private Q_SLOTS:
         form->show();
         const QRect available = window->screen()->availableGeometry();
         const QRect frame = window->frameGeometry();
-        QVERIFY2(frame.width() <= available.width() && available.contains(frame.topLeft()) &&
-                     frame.height() <=
-                         std::max(available.height(), window->minimumSizeHint().height()),
-                 qPrintable(QStringLiteral("%1x%2+%3+%4")
-                                .arg(frame.width())
-                                .arg(frame.height())
-                                .arg(frame.x())
-                                .arg(frame.y())));
+        QVERIFY(frame.width() <= available.width() && available.contains(frame.topLeft()));
+        QVERIFY(frame.height() <= std::max(available.height(), window->minimumSizeHint().height()));
     }
 
     void escapePressesOnlyTheNamedButton() {
         window->show();
         QSignalSpy clicked(form.get(), &Form::clicked);
         QTest::keyClick(window.get(), Qt::Key_Escape);
-        QVERIFY(window->isVisible());
-        QCOMPARE(clicked.count(), 0);
+        QVERIFY(window->isVisible() && clicked.isEmpty());
         view->setEscapeElement(QStringLiteral("cmdGo"));
         QTest::keyClick(window.get(), Qt::Key_Escape);
         QCOMPARE(clicked.count(), 1);
