@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr std::uint32_t kSerial = 1234567;
+using testsupport::kSerial;
 constexpr std::uint32_t kOtherSerial = 7654321;
 using testsupport::kRecorded;
 using testsupport::ownTelegram;
