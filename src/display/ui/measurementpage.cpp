@@ -5,8 +5,6 @@
 #include "display/ui/mainpages.h"
 #include "display/ui/pageparts.h"
 
-#include <algorithm>
-
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -37,10 +35,7 @@ QGroupBox* smokeLevel(PageParts& p, int d) {
     large.setPointSizeF(large.pointSizeF() * 1.5);
     large.setBold(true);
     smoke->setFont(large);
-    // Wide enough for either unit of the smoke level: "%/m" sets wider than "%/ft" in most fonts.
-    smoke->setMinimumWidth(
-        std::max(smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/ft")),
-                 smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/m"))));
+    PageParts::reserveSmokeWidth(smoke);
     key->addWidget(smoke, 1, 0, 1, 2);
     key->addWidget(p.led(el::picFireAlarm[d], el::lblFireAlarmLegend[d], number), 2, 0);
     key->addWidget(p.legend(el::lblFireAlarmLegend[d]), 2, 1);

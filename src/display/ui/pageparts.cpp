@@ -11,6 +11,8 @@
 #include "display/ui/updown.h"
 #include "engine/settingtable.h"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QFontDatabase>
 #include <QGridLayout>
@@ -249,4 +251,10 @@ void PageParts::switchRow(QGridLayout* grid, int row, const QString& legendName,
     // The tick stands in the column of the values, before the units.
     QLabel* noUnit = unit(QString());
     grid->addWidget(noUnit, row, 3);
+}
+
+void PageParts::reserveSmokeWidth(QLabel* label) {
+    const QFontMetrics metrics = label->fontMetrics();
+    label->setMinimumWidth(std::max(metrics.horizontalAdvance(QStringLiteral("-888.888 %/ft")),
+                                    metrics.horizontalAdvance(QStringLiteral("-888.888 %/m"))));
 }

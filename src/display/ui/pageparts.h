@@ -33,6 +33,8 @@ public:
     QWidget* part(const QString& name, QGridLayout** grid);
     QLabel* legend(const QString& name);
     // A value shown by the logic; `widest` is its longest text, for its width.
+    // Wide enough for a smoke level in either unit: "%/m" sets wider than "%/ft" in most fonts.
+    static void reserveSmokeWidth(QLabel* label);
     QLabel* value(const QString& name, const QString& legendName, const QString& widest,
                   const QString& suffix = {});
     UnitLabel* unit(const QString& name);

@@ -7,8 +7,6 @@
 #include "display/ui/pageparts.h"
 #include "display/ui/relayelement.h"
 
-#include <algorithm>
-
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -172,10 +170,7 @@ QGroupBox* smokeSummary(PageParts& p, int d) {
     QFont bold = smoke->font();
     bold.setBold(true);
     smoke->setFont(bold);
-    // Wide enough for either unit of the smoke level: "%/m" sets wider than "%/ft" in most fonts.
-    smoke->setMinimumWidth(
-        std::max(smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/ft")),
-                 smoke->fontMetrics().horizontalAdvance(QStringLiteral("-888.888 %/m"))));
+    PageParts::reserveSmokeWidth(smoke);
     grid->addWidget(smoke, 1, 0, 1, 2);
     grid->addWidget(p.mirrored(p.legend(el::lblChamberLegend[d])), 2, 0);
     grid->addWidget(p.mirrored(p.value(el::lblChamber[d], el::lblChamberLegend[d],
