@@ -221,3 +221,5 @@ bool Form::requestClose() {
     unload();
     return true;
 }
+
+#include "moc_formmodel.cpp"

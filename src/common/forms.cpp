@@ -13,3 +13,5 @@ Form& Forms::get(const QString& name) {
     if (!m_forms.contains(name)) reportUndeclaredElement(name, QStringLiteral("(window)"));
     return add(name, {});
 }
+
+#include "moc_forms.cpp"

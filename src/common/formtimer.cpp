@@ -23,3 +23,5 @@ void FormTimer::restart() {
     m_timer.stop();
     m_timer.start();
 }
+
+#include "moc_formtimer.cpp"

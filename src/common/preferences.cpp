@@ -29,3 +29,5 @@ void Preferences::setSmokeUnit(SmokeUnit unit) {
     m_smokeUnit = unit;
     Q_EMIT unitsChanged();
 }
+
+#include "moc_preferences.cpp"

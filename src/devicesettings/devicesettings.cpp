@@ -333,3 +333,5 @@ QString DeviceSettings::Number(double value) const {
 Form& DeviceSettings::Window() const {
     return m_window;
 }
+
+#include "moc_devicesettings.cpp"

@@ -128,3 +128,5 @@ const std::vector<Led>& ledTable() {
 }
 
 } // namespace
+
+#include "moc_ledrhythm.cpp"

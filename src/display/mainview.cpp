@@ -213,3 +213,5 @@ void MainView::OnMouseClicked(const QString& element, int button) {
 void MainView::RefreshIfShown() {
     if (m_view.isShown()) ShowData();
 }
+
+#include "moc_mainview.cpp"

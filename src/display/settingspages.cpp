@@ -529,3 +529,5 @@ bool SettingsPages::finishIfEqual(Page page) {
 Form& SettingsPages::view() const {
     return m_view;
 }
+
+#include "moc_settingspages.cpp"

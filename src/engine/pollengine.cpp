@@ -131,3 +131,5 @@ void PollEngine::SendWrite() {
     m_link.MakeSendString(block, true);
     Q_EMIT WriteSent(command);
 }
+
+#include "moc_pollengine.cpp"

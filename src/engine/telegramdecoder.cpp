@@ -47,3 +47,5 @@ void TelegramDecoder::ChooseNextTelegram(int command) {
     static constexpr int kNextAfter[] = {0, 2, 3, 5, 5, 2};
     if (command >= 1 && command <= 5) m_engine.SetNextRead(kNextAfter[command]);
 }
+
+#include "moc_telegramdecoder.cpp"

@@ -142,3 +142,5 @@ void ExtinguishDetails::OnDisplayClicked(const QString& element) {
     for (int m = 0; m < modulechoice::kModules; ++m)
         if (element == frmDisplay::cmdExtinguisherMessages[m]) ShowExtDetails(m);
 }
+
+#include "moc_extinguishdetails.cpp"

@@ -290,3 +290,5 @@ void ExtinguishSettings::OnWriteSent(int command) {
     m_sentAt.start();
     ShowWaiting(Differences());
 }
+
+#include "moc_extinguishsettings.cpp"

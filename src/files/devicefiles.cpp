@@ -163,3 +163,5 @@ void DeviceFiles::AutoSave(const Bytes& block, double serial) {
     const QDate today = m_services.clock->now().date();
     SaveData(QDir(folder).filePath(ko3::AutoSaveFileName(serial, today)), block);
 }
+
+#include "moc_devicefiles.cpp"

@@ -5,3 +5,5 @@ void DeviceSession::setSerialNo(const QString& serialNo) {
     m_serialNo = serialNo;
     Q_EMIT serialNoChanged(m_serialNo);
 }
+
+#include "moc_devicesession.cpp"

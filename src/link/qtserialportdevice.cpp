@@ -155,3 +155,7 @@ void QtSerialPortDevice::onError(QSerialPort::SerialPortError error) {
     m_port.clearError();
     Q_EMIT lost();
 }
+
+#include "moc_qtserialportdevice.cpp"
+
+#include "moc_serialport.cpp"

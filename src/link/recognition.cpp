@@ -120,3 +120,5 @@ void Recognition::ReportStartFailure(const QString& text, const QString& program
                          QStringLiteral("Error"), UserDialogs::Buttons::Ok,
                          UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
 }
+
+#include "moc_recognition.cpp"

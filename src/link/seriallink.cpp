@@ -257,3 +257,5 @@ void SerialLink::SetIconBit(int bit, bool on) {
     m_iconIndex = index;
     Q_EMIT IconIndexChanged(m_iconIndex);
 }
+
+#include "moc_seriallink.cpp"

@@ -639,3 +639,5 @@ void Localisation::OnWindowClicked(const QString& element) {
 void Localisation::OnWindowEdited(const QString& element) {
     if (element == ll::txtLocNumberOfHoles) txtLocNumberOfHoles_Validate();
 }
+
+#include "moc_localisation.cpp"

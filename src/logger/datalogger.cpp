@@ -422,3 +422,5 @@ void DataLogger::TrendExported(const QString& path, const QString& failure) {
         m_texts.str(kStringExportFailed).arg(QDir::toNativeSeparators(path), failure), kTitle,
         UserDialogs::Buttons::Ok, UserDialogs::Icon::Critical, UserDialogs::Answer::Ok);
 }
+
+#include "moc_datalogger.cpp"

@@ -102,3 +102,5 @@ std::vector<QPointF> VisiblePoints(const std::vector<TrendPoint>& points, std::i
         out.emplace_back(static_cast<double>(p.t), p.v);
     return out;
 }
+
+#include "moc_trendstore.cpp"

@@ -544,3 +544,5 @@ void Protocol::Printed(const QString& failure) {
 void Protocol::PdfWritten(const QString& path, const QString& failure) {
     if (!failure.isEmpty()) TellFailure(path, failure);
 }
+
+#include "moc_protocol.cpp"

@@ -173,3 +173,5 @@ void DeviceSearch::OnConnectWindowChanged(Form::WindowChange change) {
         m_connectWindow.setVisible(frmConnect::lblConnection, true);
     }
 }
+
+#include "moc_devicesearch.cpp"

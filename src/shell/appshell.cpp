@@ -261,3 +261,5 @@ void AppShell::ShowAutoSaveFolder() {
     m_forms.frmMQ27D().setCaption(frmMQ27D::mnuAutoSaveFolder, text);
     m_forms.frmAbout().setCaption(frmAbout::lblAutoSaveFolder, text);
 }
+
+#include "moc_appshell.cpp"

@@ -205,3 +205,5 @@ void Languages::CheckCurrentLanguage() {
     for (int i = 0; i < kLanguageOptions; ++i)
         dialog.setChecked(languageOption(i), i == languageNumber(m_preferences.language()));
 }
+
+#include "moc_languages.cpp"

@@ -110,3 +110,5 @@ void PortWindow::OnClicked(const QString& element) {
         m_window.unload();
     }
 }
+
+#include "moc_linewindows.cpp"

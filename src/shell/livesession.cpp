@@ -94,3 +94,5 @@ void LiveSession::onReadOutRecorded() {
     if (!saved.isEmpty()) m_autoSavedFile = saved.first().absoluteFilePath();
     Q_EMIT ReadOutComplete();
 }
+
+#include "moc_livesession.cpp"

@@ -164,3 +164,5 @@ void LiveState::unlockAll() {
     }
     m_locked.clear();
 }
+
+#include "moc_livestate.cpp"

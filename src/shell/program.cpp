@@ -252,3 +252,5 @@ void Program::connectLiveState() {
         connect(form, &Form::loaded, live, &LiveState::applyLocks, direct);
     }
 }
+
+#include "moc_program.cpp"

@@ -65,3 +65,5 @@ void TerminationSignals::onReadable() {
         Q_EMIT terminationRequested(numbers[i]);
     }
 }
+
+#include "moc_terminationsignals.cpp"

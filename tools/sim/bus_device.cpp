@@ -80,3 +80,5 @@ std::optional<Bytes> ForeignDevice::frameFor(int command) const {
 }
 
 } // namespace mq27sim
+
+#include "moc_bus_device.cpp"

@@ -177,3 +177,5 @@ void PortLink::remove() {
 }
 
 } // namespace mq27sim
+
+#include "moc_pty_line.cpp"

@@ -156,3 +156,5 @@ int SimDevice::firePlaceOf(int suckTime) const {
 }
 
 } // namespace mq27sim
+
+#include "moc_sim_device.cpp"

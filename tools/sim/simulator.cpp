@@ -168,3 +168,5 @@ void Simulator::closeLine() {
 }
 
 } // namespace mq27sim
+
+#include "moc_simulator.cpp"

@@ -202,3 +202,5 @@ void LogoView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     artwork::paintLogo(painter, QRectF(rect()));
 }
+
+#include "moc_artwork.cpp"

@@ -24,3 +24,5 @@ QColor ColorBox::resolve(std::uint32_t color, const QColor& fallback) const {
     if (color == colors::kDefault) return fallback;
     return modelColor(color, palette(), QPalette::Window);
 }
+
+#include "moc_colorbox.cpp"

@@ -657,3 +657,5 @@ bool FormView::pressEscape() {
     if (button && button->isEnabled() && button->isVisible()) button->click();
     return true;
 }
+
+#include "moc_formview.cpp"

@@ -43,3 +43,5 @@ void Lamp::paintEvent(QPaintEvent*) {
     painter.setBrush(dome);
     painter.drawPath(outline);
 }
+
+#include "moc_lamp.cpp"

@@ -32,3 +32,5 @@ void LedPair::paintEvent(QPaintEvent*) {
     painter.setBrush(resolve(foreColor(), area));
     painter.drawRect(QRectF(inner.left(), half, inner.width(), lineWidth));
 }
+
+#include "moc_ledpair.cpp"

@@ -101,3 +101,5 @@ frmDeviceSettingsWindow::frmDeviceSettingsWindow(Form& form, std::function<QStri
 }
 
 frmDeviceSettingsWindow::~frmDeviceSettingsWindow() = default;
+
+#include "moc_frmdevicesettings.cpp"

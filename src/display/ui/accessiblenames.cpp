@@ -128,3 +128,5 @@ QString AccessibleNames::faultState(const Element& e) const {
     if (e.dotColor != colors::kDefault) return m_text(kLatched);
     return m_text(kOff);
 }
+
+#include "moc_accessiblenames.cpp"

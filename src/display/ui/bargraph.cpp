@@ -275,3 +275,5 @@ void BarGraph::paintEvent(QPaintEvent*) {
             QPolygonF({tip, tip + QPointF(2 * head, -head), tip + QPointF(2 * head, head)}));
     }
 }
+
+#include "moc_bargraph.cpp"

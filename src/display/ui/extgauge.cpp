@@ -322,3 +322,5 @@ void ExtGauge::paintEvent(QPaintEvent*) {
     painter.setBrush(instruments::mix(ink, face, 0.55));
     painter.drawEllipse(dial.pivot, hub * 0.4, hub * 0.4);
 }
+
+#include "moc_extgauge.cpp"

@@ -80,3 +80,5 @@ void FaultBox::paintEvent(QPaintEvent*) {
     painter.setBrush(dot);
     painter.drawEllipse(box.center(), radius - line * 0.375, radius - line * 0.375);
 }
+
+#include "moc_faultbox.cpp"

@@ -76,3 +76,5 @@ void FaultSummary::refresh() {
     if (text != this->text()) setText(text);
     setAccessibleDescription(text);
 }
+
+#include "moc_faultsummary.cpp"

@@ -150,3 +150,5 @@ QWidget* frmDisplayWindow::buildPage(int page, QWidget* content) {
     layout->addWidget(scroll, 1);
     return tab;
 }
+
+#include "moc_frmdisplay.cpp"

@@ -142,3 +142,5 @@ void LedLamp::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.drawPixmap(QPointF(x, y), pixmap);
 }
+
+#include "moc_ledlamp.cpp"

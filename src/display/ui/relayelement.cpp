@@ -74,3 +74,5 @@ void RelayElement::paintEvent(QPaintEvent*) {
     painter.drawEllipse(pivot, terminal, terminal);
     painter.drawEllipse(contact, terminal, terminal);
 }
+
+#include "moc_relayelement.cpp"

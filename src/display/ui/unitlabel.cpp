@@ -76,3 +76,5 @@ void UnitLabel::place() {
     const int indent = std::max(0, anchor->x() + distance - x());
     if (contentsMargins().left() != indent) setContentsMargins(indent, 0, 0, 0);
 }
+
+#include "moc_unitlabel.cpp"

@@ -74,3 +74,5 @@ bool UpDown::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
 }
+
+#include "moc_updown.cpp"

@@ -89,3 +89,5 @@ frmExtinguishDetailsWindow::frmExtinguishDetailsWindow(Form& form, std::function
 }
 
 frmExtinguishDetailsWindow::~frmExtinguishDetailsWindow() = default;
+
+#include "moc_frmextinguishdetails.cpp"

@@ -91,3 +91,5 @@ frmExtinguishSettingsWindow::frmExtinguishSettingsWindow(Form& form,
 }
 
 frmExtinguishSettingsWindow::~frmExtinguishSettingsWindow() = default;
+
+#include "moc_frmextinguishsettings.cpp"

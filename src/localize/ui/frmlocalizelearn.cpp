@@ -264,3 +264,5 @@ frmLocalizeLearnWindow::frmLocalizeLearnWindow(Form& form, std::function<QString
 }
 
 frmLocalizeLearnWindow::~frmLocalizeLearnWindow() = default;
+
+#include "moc_frmlocalizelearn.cpp"

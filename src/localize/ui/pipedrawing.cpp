@@ -156,3 +156,5 @@ void PipeDrawing::paintEvent(QPaintEvent*) {
     head.closeSubpath();
     p.fillPath(head, flow);
 }
+
+#include "moc_pipedrawing.cpp"

@@ -153,3 +153,5 @@ QWidget* frmLogdataDevWindow::buildRecording() {
     grid->addLayout(buttons, row, 0, 1, 3);
     return frame;
 }
+
+#include "moc_frmlogdatadev.cpp"

@@ -185,3 +185,5 @@ QString TrendChart::exportPng(const QString& path) {
     if (!writer.write(m_view->grab().toImage())) return writer.errorString();
     return writeWholeFile(path, encoded.data());
 }
+
+#include "moc_trendchart.cpp"

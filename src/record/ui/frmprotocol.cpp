@@ -159,3 +159,5 @@ frmProtocolCommentWindow::frmProtocolCommentWindow(Form& form, QWidget* parent)
 }
 
 frmProtocolCommentWindow::~frmProtocolCommentWindow() = default;
+
+#include "moc_frmprotocol.cpp"

@@ -46,3 +46,5 @@ frmConnectWindow::frmConnectWindow(Form& form, QWidget* parent)
 }
 
 frmConnectWindow::~frmConnectWindow() = default;
+
+#include "moc_frmconnect.cpp"

@@ -67,3 +67,5 @@ frmDeviceSearchWindow::frmDeviceSearchWindow(Form& form, std::function<QString(i
 }
 
 frmDeviceSearchWindow::~frmDeviceSearchWindow() = default;
+
+#include "moc_frmdevicesearch.cpp"

@@ -52,3 +52,5 @@ frmAboutWindow::frmAboutWindow(Form& form, QWidget* parent)
 }
 
 frmAboutWindow::~frmAboutWindow() = default;
+
+#include "moc_frmabout.cpp"

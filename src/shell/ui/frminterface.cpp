@@ -46,3 +46,5 @@ frmInterfaceWindow::frmInterfaceWindow(Form& form, QWidget* parent)
 }
 
 frmInterfaceWindow::~frmInterfaceWindow() = default;
+
+#include "moc_frminterface.cpp"

@@ -75,3 +75,5 @@ bool frmLanguageWindow::eventFilter(QObject* watched, QEvent* event) {
     next->click();
     return true;
 }
+
+#include "moc_frmlanguage.cpp"

@@ -140,3 +140,5 @@ QWidget* frmMQ27DWindow::buildMonitorFrame(const QString& frame, const QString& 
     box->setVisible(false);
     return box;
 }
+
+#include "moc_frmmq27d.cpp"

@@ -234,3 +234,5 @@ void ScreenshotRun::captureWindow(std::size_t index) {
         captureWindow(index + 1);
     });
 }
+
+#include "moc_screenshots.cpp"

@@ -171,3 +171,5 @@ void ToolRuntime::onQuitRequested() {
         QMetaObject::invokeMethod(
             qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
 }
+
+#include "moc_toolruntime.cpp"

@@ -63,3 +63,5 @@ void TrayIcon::onActivated(QSystemTrayIcon::ActivationReason reason) {
     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
         m_shell.TrayIconActivated();
 }
+
+#include "moc_trayicon.cpp"
