@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -124,7 +126,9 @@ std::optional<QString> ReadFirstLine(const QString& path) {
     if (CheckReadable(path) != FileProblem::None) return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    return FirstLineOf(file.readLine(kMaxLineLength + 1));
+    // readLine() with a limit takes the whole limit, a megabyte, for every file it reads;
+    // a read-out is a few kilobytes, and the first line is cut from what was read.
+    return FirstLineOf(file.read(std::min(file.size(), kMaxLineLength + 1)));
 }
 
 std::optional<QString> FirstLineOf(const QByteArray& head) {

@@ -1,7 +1,11 @@
 #include "files/ko3format.h"
 #include "support/testsupport.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <optional>
 
 using testsupport::bytes;
 
@@ -81,6 +85,31 @@ private slots:
         const auto cutInLengths = ko3::SplitDeviceBlock(Bytes(block.begin(), block.begin() + 5));
         QVERIFY(cutInLengths.truncated);
         QVERIFY(cutInLengths.telegrams.empty());
+    }
+
+    // Only the first line counts, its line end included up to the limit; what follows it is
+    // never looked at. A longer first line is refused, not cut.
+    void firstLineOfAFile_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<std::optional<QString>>("expected");
+        const QByteArray longest(ko3::kMaxLineLength - 1, 'A');
+        QTest::newRow("CRLF, then more")
+            << QByteArray("&H01 \r\nrest") << std::optional(QStringLiteral("&H01 "));
+        QTest::newRow("no line end")
+            << QByteArray("&H02 ") << std::optional(QStringLiteral("&H02 "));
+        QTest::newRow("empty") << QByteArray() << std::optional(QString());
+        QTest::newRow("at the limit")
+            << longest + "\nB" << std::optional(QString::fromLatin1(longest));
+        QTest::newRow("past the limit") << longest + "AB" << std::optional<QString>();
+    }
+    void firstLineOfAFile() {
+        QFETCH(QByteArray, content);
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("a.ko3"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        file.close();
+        QTEST(ko3::ReadFirstLine(path), "expected");
     }
 
     void autoSaveName() {
