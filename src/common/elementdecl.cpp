@@ -1,5 +1,7 @@
 #include "common/elementdecl.h"
 
+#include <QHash>
+#include <QList>
 #include <QSet>
 #include <QtGlobal>
 
@@ -11,7 +13,18 @@ QString ElementName::name() const {
 }
 
 QString ElementArray::operator[](int index) const {
-    return indexedName(QStringView(m_base), index);
+    // The views ask for the same members at every refresh, so each name is built once and
+    // then handed out as a shared copy. The program has one thread.
+    constexpr int kKeptIndexes = 64;
+    if (index < 0 || index >= kKeptIndexes) return indexedName(QStringView(m_base), index);
+    static QHash<QString, QList<QString>> built;
+    const QString base = ElementName(m_base).name();
+    auto names = built.find(base);
+    if (names == built.end()) names = built.insert(QString(base.constData(), base.size()), {});
+    if (names->size() <= index) names->resize(index + 1);
+    QString& name = (*names)[index];
+    if (name.isNull()) name = indexedName(base, index);
+    return name;
 }
 
 QString indexedName(QStringView base, int index) {
