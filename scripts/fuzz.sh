@@ -3,6 +3,8 @@
 # folder and runs each for MQ27_FUZZ_SECONDS (default 120) or MQ27_FUZZ_RUNS inputs,
 # starting from the seeds in fuzz/corpus, and prints executions and executions per second.
 # A finding stops the run with the input that caused it in the fuzz build folder.
+# MQ27_FUZZ_KEEP=1 merges what each run found into fuzz/grown/<target>, the smallest set of
+# inputs that covers as much; the tests replay those as they are.
 set -eu
 
 src=$(cd "$(dirname "$0")/.." && pwd)
@@ -35,7 +37,7 @@ printf '%-16s %14s %10s\n' target executions exec/s > "$build/fuzz-summary.txt"
 for target in fuzz_frames fuzz_ko3 fuzz_showdata fuzz_simreader; do
     corpus="$build/corpus/$target"
     mkdir -p "$corpus" "$build/findings"
-    cp -n "$src/fuzz/corpus/$target/"* "$corpus/" 2>/dev/null || true
+    cp -n "$src/fuzz/corpus/$target/"* "$src/fuzz/grown/$target/"* "$corpus/" 2>/dev/null || true
     log="$build/$target.log"
     echo "fuzz: $target (${seconds} s, 0: no limit; runs $runs, -1: no limit)"
     if ! "$build/bin/$target" -max_total_time="$seconds" -runs="$runs" -print_final_stats=1 \
@@ -47,5 +49,9 @@ for target in fuzz_frames fuzz_ko3 fuzz_showdata fuzz_simreader; do
     executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
     persecond=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$log")
     printf '%-16s %14s %10s\n' "$target" "$executions" "$persecond" >> "$build/fuzz-summary.txt"
+    if [ "${MQ27_FUZZ_KEEP:-0}" = 1 ]; then
+        mkdir -p "$src/fuzz/grown/$target"
+        "$build/bin/$target" -merge=1 "$src/fuzz/grown/$target" "$corpus" > "$log.merge" 2>&1
+    fi
 done
 cat "$build/fuzz-summary.txt"
