@@ -33,22 +33,27 @@ export ASAN_OPTIONS=abort_on_error=1:detect_leaks=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 export QT_QPA_PLATFORM=offscreen
 
-printf '%-16s %14s %10s\n' target executions exec/s > "$build/fuzz-summary.txt"
+printf '%-16s %14s %10s %8s\n' target executions exec/s seconds > "$build/fuzz-summary.txt"
 for target in fuzz_frames fuzz_ko3 fuzz_showdata fuzz_simreader; do
     corpus="$build/corpus/$target"
     mkdir -p "$corpus" "$build/findings"
     cp -n "$src/fuzz/corpus/$target/"* "$src/fuzz/grown/$target/"* "$corpus/" 2>/dev/null || true
     log="$build/$target.log"
-    echo "fuzz: $target (${seconds} s, 0: no limit; runs $runs, -1: no limit)"
-    if ! "$build/bin/$target" -max_total_time="$seconds" -runs="$runs" -print_final_stats=1 \
+    echo "fuzz: $target (${seconds} s, 0: no limit; runs $runs, -1: no limit; $jobs processes)"
+    # With more than one core the target runs in as many processes (libFuzzer's fork
+    # mode), each fuzzing from the shared corpus; the count of inputs is over all of them.
+    started=$(date +%s)
+    if ! "$build/bin/$target" -fork="$jobs" -max_total_time="$seconds" -runs="$runs" \
         -artifact_prefix="$build/findings/$target-" "$corpus" > "$log" 2>&1; then
         tail -n 40 "$log"
         echo "fuzz: $target found a fault; its input is in $build/findings"
         exit 1
     fi
-    executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
-    persecond=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$log")
-    printf '%-16s %14s %10s\n' "$target" "$executions" "$persecond" >> "$build/fuzz-summary.txt"
+    elapsed=$(($(date +%s) - started))
+    executions=$(sed -n 's/^#\([0-9]*\):.*/\1/p' "$log" | tail -n 1)
+    persecond=$((${executions:-0} / (elapsed > 0 ? elapsed : 1)))
+    printf '%-16s %14s %10s %8s\n' "$target" "$executions" "$persecond" "$elapsed" \
+        >> "$build/fuzz-summary.txt"
     if [ "${MQ27_FUZZ_KEEP:-0}" = 1 ]; then
         mkdir -p "$src/fuzz/grown/$target"
         "$build/bin/$target" -merge=1 "$src/fuzz/grown/$target" "$corpus" > "$log.merge" 2>&1
