@@ -32,8 +32,9 @@ private:
     }
 
     QString rowText() const {
-        if (values_.ValueUnit.isEmpty()) return values_.ValueDescription;
-        return values_.ValueDescription % u" ["_s % values_.ValueUnit % u']';
+        const QString unit = values_.ValueUnit();
+        if (unit.isEmpty()) return values_.ValueDescription();
+        return values_.ValueDescription() % u" ["_s % unit % u']';
     }
 
     ValueStore& values_;

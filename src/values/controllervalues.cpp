@@ -6,7 +6,6 @@
 #include "values/valuetext.h"
 
 using namespace Qt::StringLiterals;
-using valuetext::Number;
 
 using namespace unitnames;
 
@@ -255,7 +254,8 @@ std::int16_t ValueStore::TEM_GetNTCState(std::int16_t n) {
 
 // Bits picked by an index.
 
-std::int16_t ValueStore::IndexedBit(int offset, int bit, bool inRange, const QString& description) {
+std::int16_t ValueStore::IndexedBit(int offset, int bit, bool inRange,
+                                    const valuetext::Description& description) {
     if (!inRange) {
         SetIndexError();
         return 0;
@@ -264,12 +264,13 @@ std::int16_t ValueStore::IndexedBit(int offset, int bit, bool inRange, const QSt
 }
 
 std::int16_t ValueStore::MaskBit(int offset, std::int16_t b, int bitCount,
-                                 const QString& description) {
+                                 const valuetext::Description& description) {
     return IndexedBit(offset + b / 8, b % 8, b >= 0 && b < bitCount, description);
 }
 
 std::int16_t ValueStore::REL_GetRelState(std::int16_t r) {
-    return IndexedBit(62, r + 3, r >= 0 && r <= 4, u"Zustand Relais "_s % Number(r + 1).view());
+    return IndexedBit(62, r + 3, r >= 0 && r <= 4,
+                      valuetext::numbered(u"Zustand Relais "_s, r + 1));
 }
 std::int16_t ValueStore::BMZ_GetAlarmState(std::int16_t d) {
     return IndexedBit(145, d + 1, d >= 0 && d <= 1, valuetext::detector(d, u"Relais Hauptalarm"_s));
@@ -280,8 +281,7 @@ std::int16_t ValueStore::BMZ_GetPreAlarmState(std::int16_t d) {
 std::int16_t ValueStore::GetRelayCombineMask(std::int16_t r, std::int16_t b) {
     const bool inRange = r >= 0 && r <= 4 && b >= 0 && b <= 15;
     return IndexedBit(129 + 2 * r + b / 8, b % 8, inRange,
-                      u"Relais "_s % Number(r + 1).view() % u' ' %
-                          valuetext::bit(b, 2, u"Relais Verknüpfungsmaske"_s));
+                      valuetext::relay(r, valuetext::bit(b, 2, u"Relais Verknüpfungsmaske"_s)));
 }
 std::int16_t ValueStore::REL_GetRelEventMask(std::int16_t b) {
     return MaskBit(139, b, 16, valuetext::bit(b, 2, u"Relais Ereignismaske"_s));
@@ -308,7 +308,7 @@ std::int16_t ValueStore::CTRL_GetValidMessageMask(std::int16_t b) {
 // Display LEDs of the detectors.
 
 std::int16_t ValueStore::DetectorLed(std::int16_t d, BitPlace first, BitPlace second,
-                                     const QString& description) {
+                                     const valuetext::Description& description) {
     if (d < 0 || d > 1) {
         SetIndexError();
         return 0;

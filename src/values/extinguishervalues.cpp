@@ -68,12 +68,12 @@ std::int16_t ValueStore::EXT_GetIsReleased(std::int16_t m) {
 }
 
 std::int16_t ValueStore::ModuleFailureBit(std::int16_t m, std::int16_t b, int offset,
-                                          const QString& description) {
+                                          const valuetext::Description& description) {
     if (b < 0 || b > 7) {
         SetIndexError();
         return 0;
     }
-    return Flag(BusModule(m, valuetext::bit(b, 1, description)), offset, b);
+    return Flag(BusModule(m, valuetext::bit(b, 1, description.text)), offset, b);
 }
 
 std::int16_t ValueStore::EXT_GetActualFailures(std::int16_t m, std::int16_t b) {

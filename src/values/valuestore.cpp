@@ -76,22 +76,22 @@ double ValueStore::GetSerialNum() {
 
 // ---- Description and location ------------------------------------------------------------
 
-void ValueStore::Describe(const QString& description, const QString& unit) {
-    ValueDescription = description;
-    ValueUnit = unit;
+void ValueStore::Describe(const valuetext::Description& description, const QString& unit) {
+    m_description = description;
+    m_unit = unit;
 }
 
 void ValueStore::SetIndexError() {
     Describe(u"ERROR: Index out of range!"_s, u"#"_s);
 }
 
-ValueStore::Field ValueStore::In(const Bytes& data, const QString& description,
+ValueStore::Field ValueStore::In(const Bytes& data, const valuetext::Description& description,
                                  const QString& unit) {
     Describe(description, unit);
     return {&data, 0};
 }
 
-ValueStore::Field ValueStore::Detector(std::int16_t d, const QString& description,
+ValueStore::Field ValueStore::Detector(std::int16_t d, const valuetext::Description& description,
                                        const QString& unit) {
     if (d < 0 || d > 1) {
         SetIndexError();
@@ -101,7 +101,7 @@ ValueStore::Field ValueStore::Detector(std::int16_t d, const QString& descriptio
     return {&m_telegrams[1], 99 + 36 * d};
 }
 
-ValueStore::Field ValueStore::Sensor(std::int16_t n, const QString& description,
+ValueStore::Field ValueStore::Sensor(std::int16_t n, const valuetext::Description& description,
                                      const QString& unit) {
     if (n < 0 || n > 4) {
         SetIndexError();
@@ -111,7 +111,7 @@ ValueStore::Field ValueStore::Sensor(std::int16_t n, const QString& description,
     return {&m_telegrams[2], 64 + 13 * n};
 }
 
-ValueStore::Field ValueStore::BusModule(std::int16_t m, const QString& description,
+ValueStore::Field ValueStore::BusModule(std::int16_t m, const valuetext::Description& description,
                                         const QString& unit) {
     if (m < 0 || m > 9) {
         SetIndexError();

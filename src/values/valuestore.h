@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/bytes.h"
+#include "values/valuetext.h"
 
 #include <cstdint>
 
@@ -9,16 +10,16 @@
 // The device as the program knows it: the last telegram of each read command as raw bytes,
 // decoded on demand by the getters, and the write blocks waiting for the poll cycle.
 //
-// Every getter first writes its German description and its unit into ValueDescription and
-// ValueUnit, then decodes. An index outside its range gives "ERROR: Index out of range!",
-// unit "#" and the result 0 ("#" for a text). Getters read zeros until their telegram has
+// Every getter first records its German description and its unit (ValueDescription and
+// ValueUnit read them), then decodes. An index outside its range gives "ERROR: Index out of
+// range!", unit "#" and the result 0 ("#" for a text). Getters read zeros until their telegram has
 // come in, and no index or byte pattern reads outside the stored arrays.
 //
 // Status results: 0 good, -2 out of range, -3 wrong size, -1 run-time failure.
 class ValueStore {
 public:
-    QString ValueDescription;
-    QString ValueUnit;
+    QString ValueDescription() const { return m_description.joined(); }
+    QString ValueUnit() const { return m_unit; }
 
     ValueStore();
 
@@ -307,28 +308,36 @@ private:
     static std::int16_t Keep(Bytes& slot, Bytes block);
 
     void SetIndexError();
-    void Describe(const QString& description, const QString& unit);
+    void Describe(const valuetext::Description& description, const QString& unit);
+    valuetext::Description m_description;
+    QString m_unit;
 
     // Each describes the value, then locates its block (or reports the index error).
-    Field In(const Bytes& data, const QString& description, const QString& unit = QString());
-    Field Detector(std::int16_t d, const QString& description, const QString& unit = QString());
-    Field Sensor(std::int16_t n, const QString& description, const QString& unit = QString());
-    Field BusModule(std::int16_t m, const QString& description, const QString& unit = QString());
+    Field In(const Bytes& data, const valuetext::Description& description,
+             const QString& unit = QString());
+    Field Detector(std::int16_t d, const valuetext::Description& description,
+                   const QString& unit = QString());
+    Field Sensor(std::int16_t n, const valuetext::Description& description,
+                 const QString& unit = QString());
+    Field BusModule(std::int16_t m, const valuetext::Description& description,
+                    const QString& unit = QString());
 
     // One bit of a mask of `bitCount` bits at `offset` of telegram 3, lower byte first.
-    std::int16_t MaskBit(int offset, std::int16_t b, int bitCount, const QString& description);
+    std::int16_t MaskBit(int offset, std::int16_t b, int bitCount,
+                         const valuetext::Description& description);
     // A bit of byte 62 or 145 of telegram 3 picked by relay or detector index.
-    std::int16_t IndexedBit(int offset, int bit, bool inRange, const QString& description);
+    std::int16_t IndexedBit(int offset, int bit, bool inRange,
+                            const valuetext::Description& description);
     // Display LED field of a detector; the two detectors have theirs at unrelated places.
     struct BitPlace {
         int offset;
         int lowBit;
     };
     std::int16_t DetectorLed(std::int16_t d, BitPlace first, BitPlace second,
-                             const QString& description);
+                             const valuetext::Description& description);
     // Failure bit b (0 to 7) of module m.
     std::int16_t ModuleFailureBit(std::int16_t m, std::int16_t b, int offset,
-                                  const QString& description);
+                                  const valuetext::Description& description);
 
     // The only reads of the stored bytes; 0 outside the array.
     static std::uint8_t ByteAt(Field field, int offset);

@@ -6,8 +6,9 @@
 #include <QString>
 #include <QStringBuilder>
 
-// Pieces of the getters' descriptions. Built with QStringBuilder, so that a description
-// costs one allocation: the data logger asks for every one of them on each pass.
+// Pieces of the getters' descriptions. The display reads thousands of values a refresh and
+// never their descriptions, so a getter keeps its description as pieces (Description) and
+// the text is joined, in one allocation, only when the data logger asks for it.
 namespace valuetext {
 
 using namespace Qt::StringLiterals;
@@ -32,21 +33,58 @@ private:
     int size_ = 0;
 };
 
-inline QString detector(int d, const QString& text) {
-    return u"Detektor "_s % Number(d + 1).view() % u": "_s % text;
+// Whose value it is: "Detektor 1: ", "NTC Fühler 1: ", "Löscheinschub 1: ", "Relais 1 ".
+enum class Scope : std::uint8_t { None, Detector, Sensor, Module, Relay };
+
+// scope, then "Bit 5: " (the relay masks count with two digits, "Bit 05: "), then the
+// getter's own words, then a trailing number ("Zustand Relais 3").
+struct Description {
+    Description(const QString& words = QString())
+        : text(words) {}
+
+    QString text;
+    Scope scope = Scope::None;
+    int scopeNumber = 0;
+    int bit = -1;
+    int bitDigits = 1;
+    int trailingNumber = -1;
+
+    QString joined() const;
+};
+
+inline Description within(Scope scope, int index, Description description) {
+    description.scope = scope;
+    description.scopeNumber = index + 1;
+    return description;
 }
 
-inline QString sensor(int n, const QString& text) {
-    return u"NTC Fühler "_s % Number(n + 1).view() % u": "_s % text;
+inline Description detector(int d, Description description) {
+    return within(Scope::Detector, d, std::move(description));
 }
 
-inline QString busModule(int m, const QString& text) {
-    return u"Löscheinschub "_s % Number(m + 1).view() % u": "_s % text;
+inline Description sensor(int n, Description description) {
+    return within(Scope::Sensor, n, std::move(description));
 }
 
-// "Bit 5: text"; the relay masks count their bits with two digits, "Bit 05: text".
-inline QString bit(int b, int minDigits, const QString& text) {
-    return u"Bit "_s % Number(b, minDigits).view() % u": "_s % text;
+inline Description busModule(int m, Description description) {
+    return within(Scope::Module, m, std::move(description));
+}
+
+inline Description relay(int r, Description description) {
+    return within(Scope::Relay, r, std::move(description));
+}
+
+inline Description bit(int b, int minDigits, const QString& text) {
+    Description description(text);
+    description.bit = b;
+    description.bitDigits = minDigits;
+    return description;
+}
+
+inline Description numbered(const QString& text, int number) {
+    Description description(text);
+    description.trailingNumber = number;
+    return description;
 }
 
 } // namespace valuetext

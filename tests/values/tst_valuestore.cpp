@@ -166,10 +166,10 @@ private slots:
                 const QVariant result = getter.call(values, static_cast<std::int16_t>(n));
                 const bool inside = n >= 0 && n <= last;
                 const QString where = QStringLiteral("%1 at %2").arg(getter.text).arg(n);
-                QVERIFY2((values.ValueDescription == u"ERROR: Index out of range!") != inside,
+                QVERIFY2((values.ValueDescription() == u"ERROR: Index out of range!") != inside,
                          qPrintable(where));
                 if (inside) continue;
-                QVERIFY2(values.ValueUnit == u"#", qPrintable(where));
+                QVERIFY2(values.ValueUnit() == u"#", qPrintable(where));
                 if (result.typeId() == QMetaType::QString)
                     QVERIFY2(result.toString() == u"#", qPrintable(where));
                 else
