@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <tuple>
 
 namespace {
 
@@ -303,27 +304,66 @@ QString fieldBase(const SettingDescriptor& s, int field) {
     return s.base + (field == 0 ? QStringLiteral("Minutes") : QStringLiteral("Seconds"));
 }
 
+
+// Where each name lies in builtNames: one legend, two fields of label, field, up/down and
+// unit, the two boxes of a switch, the event boxes and the two options of a relay.
+enum NameSlot {
+    kLegendSlot = 0,
+    kLabelSlots = 1,
+    kFieldSlots = 3,
+    kUpDownSlots = 5,
+    kUnitSlots = 7,
+    kShownSlot = 9,
+    kCopySlot = 10,
+    kEventSlots = 11,
+    kOptionSlots = kEventSlots + kRelayEvents,
+    kNameSlots = kOptionSlots + 2
+};
+static_assert(kNameSlots == std::tuple_size_v<decltype(SettingDescriptor::builtNames)>);
+
+bool isField(int field) {
+    return field == 0 || field == 1;
+}
 } // namespace
 
+template <typename Build>
+QString SettingDescriptor::remembered(int slot, bool keep, Build build) const {
+    if (!keep) return build();
+    QString& name = builtNames[static_cast<std::size_t>(slot)];
+    if (name.isNull()) name = build();
+    return name;
+}
+
 QString SettingDescriptor::legendElement() const {
-    if (kind == Kind::Relay) return indexed(QStringLiteral("lblRelayNumber"), index);
-    return indexed(QStringLiteral("lbl") + base + QStringLiteral("Legend"), index);
+    return remembered(kLegendSlot, true, [this] {
+        if (kind == Kind::Relay) return indexed(QStringLiteral("lblRelayNumber"), index);
+        return indexed(QStringLiteral("lbl") + base + QStringLiteral("Legend"), index);
+    });
 }
 
 QString SettingDescriptor::labelElement(int field) const {
-    return indexed(QStringLiteral("lbl") + fieldBase(*this, field), index);
+    return remembered(kLabelSlots + field, isField(field), [&] {
+        return indexed(QStringLiteral("lbl") + fieldBase(*this, field), index);
+    });
 }
 
 QString SettingDescriptor::fieldElement(int field) const {
-    return indexed(QStringLiteral("txt") + fieldBase(*this, field), index);
+    return remembered(kFieldSlots + field, isField(field), [&] {
+        return indexed(QStringLiteral("txt") + fieldBase(*this, field), index);
+    });
 }
 
 QString SettingDescriptor::upDownElement(int field) const {
-    return indexed(QStringLiteral("ctr") + fieldBase(*this, field), index);
+    return remembered(kUpDownSlots + field, isField(field), [&] {
+        return indexed(QStringLiteral("ctr") + fieldBase(*this, field), index);
+    });
 }
 
 QString SettingDescriptor::unitElement(int field) const {
-    return indexed(QStringLiteral("lbl") + fieldBase(*this, field) + QStringLiteral("Unit"), index);
+    return remembered(kUnitSlots + field, isField(field), [&] {
+        return indexed(QStringLiteral("lbl") + fieldBase(*this, field) + QStringLiteral("Unit"),
+                       index);
+    });
 }
 
 QString SettingDescriptor::unitText(int field) const {
@@ -331,19 +371,27 @@ QString SettingDescriptor::unitText(int field) const {
 }
 
 QString SettingDescriptor::shownBox() const {
-    return indexed(QStringLiteral("chk") + base, 2 * std::max(index, 0));
+    return remembered(kShownSlot, true, [this] {
+        return indexed(QStringLiteral("chk") + base, 2 * std::max(index, 0));
+    });
 }
 
 QString SettingDescriptor::copyBox() const {
-    return indexed(QStringLiteral("chk") + base, 2 * std::max(index, 0) + 1);
+    return remembered(kCopySlot, true, [this] {
+        return indexed(QStringLiteral("chk") + base, 2 * std::max(index, 0) + 1);
+    });
 }
 
 QString SettingDescriptor::eventBox(int event) const {
-    return indexed(QStringLiteral("chk") + base + QString::number(index + 1), event);
+    return remembered(kEventSlots + event, event >= 0 && event < kRelayEvents, [&] {
+        return indexed(QStringLiteral("chk") + base + QString::number(index + 1), event);
+    });
 }
 
 QString SettingDescriptor::optionBox(int conjunction) const {
-    return indexed(QStringLiteral("opt") + base + QString::number(index + 1), conjunction);
+    return remembered(kOptionSlots + conjunction, conjunction == 0 || conjunction == 1, [&] {
+        return indexed(QStringLiteral("opt") + base + QString::number(index + 1), conjunction);
+    });
 }
 
 bool SettingDescriptor::isOn(ValueStore& values) const {

@@ -148,6 +148,14 @@ struct SettingDescriptor {
     // The device's value as label `field` shows it; nothing where it cannot show it.
     std::optional<QString> labelText(ValueStore& values, const QLocale& locale,
                                      int field = 0) const;
+
+    // The element names above, each built at its first use: the views ask for them at every
+    // refresh. Not part of the setting; its fields do not change once a name was asked for.
+    mutable std::array<QString, 27> builtNames{};
+
+private:
+    template <typename Build>
+    QString remembered(int slot, bool keep, Build build) const;
 };
 
 // Every setting, by page in the order the pages compare them.
