@@ -197,6 +197,7 @@ void DataLogger::DataToShow() {
     }
     Form& form = Window();
     m_rows = form.items(lg::lstDisplay[0]);
+    m_ticks = form.element(lg::lstDisplay[0]).ticks;
     VisitDataObjects(*values, [this](const DataObject& row) { AddDataObject(row); });
     form.setItems(lg::lstDisplay[0], m_rows);
     form.setItems(lg::lstDisplay[1], m_names);
@@ -223,7 +224,7 @@ void DataLogger::AddDataObject(const DataObject& row) {
         m_rows.append(row.text);
     else if (m_rows[ListRow] != row.text)
         m_rows[ListRow] = row.text;
-    if (Window().isTicked(lg::lstDisplay[0], ListRow)) {
+    if (ListRow < m_ticks.size() && m_ticks[ListRow]) {
         m_names.append(row.text);
         m_valueTexts.append(m_haveValues ? textOf(row, m_preferences.locale()) : QString());
         if (const auto number = numberOf(row)) {

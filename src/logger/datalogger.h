@@ -98,6 +98,7 @@ private:
     // The pass under way: the rows of lstDisplay(0), the names and values of the ticked
     // ones, and the trend's share of them.
     QStringList m_rows;
+    QList<bool> m_ticks; // of the list's rows, as they stood when the pass began
     QStringList m_names;
     QStringList m_valueTexts;
     std::vector<TrendStore::Key> m_trendKeys;

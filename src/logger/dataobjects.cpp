@@ -29,16 +29,23 @@ public:
 private:
     void hand(char type, std::variant<float, std::int16_t, double, QString> value) {
         visit_(DataObject{rowText(), type, std::move(value)});
+        ++row_;
     }
 
+    // The rows come in a fixed order and a row's text does not depend on the values, so
+    // each is joined once, at the first pass of the program.
     QString rowText() const {
+        static QList<QString> joined;
+        if (row_ < joined.size()) return joined[row_];
         const QString unit = values_.ValueUnit();
-        if (unit.isEmpty()) return values_.ValueDescription();
-        return values_.ValueDescription() % u" ["_s % unit % u']';
+        joined.append(unit.isEmpty() ? values_.ValueDescription()
+                                     : values_.ValueDescription() % u" ["_s % unit % u']');
+        return joined.back();
     }
 
     ValueStore& values_;
     const std::function<void(const DataObject&)>& visit_;
+    qsizetype row_ = 0;
 };
 
 void serialNumber(ValueStore& v, Rows& row) {
