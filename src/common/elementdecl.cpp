@@ -5,25 +5,22 @@
 #include <QSet>
 #include <QtGlobal>
 
-#include <string>
 
 QString ElementName::name() const {
-    const auto length = static_cast<qsizetype>(std::char_traits<char16_t>::length(m_name));
-    return QString::fromRawData(reinterpret_cast<const QChar*>(m_name), length);
+    return QString::fromRawData(reinterpret_cast<const QChar*>(m_name), m_length);
 }
 
 QString ElementArray::operator[](int index) const {
     // The views ask for the same members at every refresh, so each name is built once and
     // then handed out as a shared copy. The program has one thread.
     constexpr int kKeptIndexes = 64;
-    if (index < 0 || index >= kKeptIndexes) return indexedName(QStringView(m_base), index);
-    static QHash<QString, QList<QString>> built;
-    const QString base = ElementName(m_base).name();
-    auto names = built.find(base);
-    if (names == built.end()) names = built.insert(QString(base.constData(), base.size()), {});
-    if (names->size() <= index) names->resize(index + 1);
-    QString& name = (*names)[index];
-    if (name.isNull()) name = indexedName(base, index);
+    if (index < 0 || index >= kKeptIndexes) return indexedName(m_base.name(), index);
+    // Keyed by where the base name lies, which saves hashing it.
+    static QHash<const char16_t*, QList<QString>> built;
+    QList<QString>& names = built[m_base.characters()];
+    if (names.size() <= index) names.resize(index + 1);
+    QString& name = names[index];
+    if (name.isNull()) name = indexedName(m_base.name(), index);
     return name;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 
 // Every window declares its elements once, in a table of name, kind and index range (see
 // the headers frm*elements.h). The table gives the code a constant per element, so that a
@@ -49,12 +50,16 @@ using FormDeclaration = std::span<const ElementDecl>;
 class ElementName {
 public:
     constexpr explicit ElementName(const char16_t* name)
-        : m_name(name) {}
+        : m_name(name)
+        , m_length(static_cast<qsizetype>(std::char_traits<char16_t>::length(name))) {}
     QString name() const;
     operator QString() const { return name(); }
+    // Where the name's characters lie: the same for the whole program's life.
+    const char16_t* characters() const { return m_name; }
 
 private:
     const char16_t* m_name;
+    qsizetype m_length;
 };
 
 // A declared control array: `lblSerialNo[3]` is the name "lblSerialNo_3". Which indexes
@@ -67,12 +72,12 @@ public:
         , m_last(last) {}
     QString operator[](int index) const;
     // The whole array under its own name: a tab widget, whose value is the page shown.
-    QString whole() const { return ElementName(m_base).name(); }
+    QString whole() const { return m_base.name(); }
     int first() const { return m_first; }
     int last() const { return m_last; }
 
 private:
-    const char16_t* m_base;
+    ElementName m_base;
     int m_first;
     int m_last;
 };
