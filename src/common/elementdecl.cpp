@@ -5,7 +5,6 @@
 #include <QSet>
 #include <QtGlobal>
 
-
 QString ElementName::name() const {
     return QString::fromRawData(reinterpret_cast<const QChar*>(m_name), m_length);
 }

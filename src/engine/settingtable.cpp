@@ -304,7 +304,6 @@ QString fieldBase(const SettingDescriptor& s, int field) {
     return s.base + (field == 0 ? QStringLiteral("Minutes") : QStringLiteral("Seconds"));
 }
 
-
 // Where each name lies in builtNames: one legend, two fields of label, field, up/down and
 // unit, the two boxes of a switch, the event boxes and the two options of a relay.
 enum NameSlot {

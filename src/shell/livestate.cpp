@@ -121,6 +121,7 @@ void LiveState::showBanner() {
 
 void LiveState::applyLocks() {
     if (!isFileShown()) return;
+    const QString why = m_texts.str(kStringFileLock);
     Form& view = m_forms.frmDisplay();
     for (const QString& e :
          {el::cmdAlarmReset[0], el::cmdAlarmReset[1], el::cmdErrReset.name(),
@@ -129,29 +130,29 @@ void LiveState::applyLocks() {
           el::cmdRelaySet.name(), el::cmdRelayAssume.name(), el::cmdSensorTempAlarmSet.name(),
           el::cmdSensorTempAlarmAssume.name(), el::cmdShowLocLearnMode[0],
           el::cmdShowLocLearnMode[1]})
-        lock(view, e);
+        lock(view, e, why);
     for (int m = el::cmdExtinguisherIdent.first(); m <= el::cmdExtinguisherIdent.last(); ++m)
-        lock(view, el::cmdExtinguisherIdent[m]);
+        lock(view, el::cmdExtinguisherIdent[m], why);
     Form& modules = m_forms.frmExtinguishSettings();
-    lock(modules, es::cmdSettings);
-    lock(modules, es::cmdSettingsAssume);
+    lock(modules, es::cmdSettings, why);
+    lock(modules, es::cmdSettingsAssume, why);
     Form& device = m_forms.frmDeviceSettings();
     for (const QString& e : {ds::cmdSettings.name(), ds::cmdSettingsAssume.name(),
                              ds::cmdBetaSettings.name(), ds::cmdBetaSettingsAssume.name()})
-        lock(device, e);
+        lock(device, e, why);
     Form& learn = m_forms.frmLocalizeLearn();
-    lock(learn, frmLocalizeLearn::cmdLocSingleHoleLearningStart);
-    lock(learn, frmLocalizeLearn::cmdLocParameterAssume);
+    lock(learn, frmLocalizeLearn::cmdLocSingleHoleLearningStart, why);
+    lock(learn, frmLocalizeLearn::cmdLocParameterAssume, why);
 }
 
-void LiveState::lock(Form& form, const QString& element) {
-    const QString why = m_texts.str(kStringFileLock);
-    const auto key = std::make_pair(&form, element);
+void LiveState::lock(Form& form, const QString& element, const QString& why) {
+    const bool enabled = form.isEnabled(element);
+    const auto saved = m_locked.find(std::make_pair(&form, element));
     // A button the window enabled again since the last lock is saved as it is now.
-    if (!m_locked.contains(key) || form.isEnabled(element))
-        m_locked.insert(key, {form.isEnabled(element), m_locked.contains(key)
-                                                           ? m_locked.value(key).second
-                                                           : form.toolTip(element)});
+    if (saved == m_locked.end())
+        m_locked.insert(std::make_pair(&form, element), {enabled, form.toolTip(element)});
+    else if (enabled)
+        saved->first = true;
     form.setEnabled(element, false);
     form.setToolTip(element, why);
 }

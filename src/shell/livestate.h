@@ -49,7 +49,7 @@ Q_SIGNALS:
 
 private:
     void showBanner();
-    void lock(Form& form, const QString& element);
+    void lock(Form& form, const QString& element, const QString& why);
     void unlockAll();
 
     AllForms& m_forms;

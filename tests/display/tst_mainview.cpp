@@ -92,7 +92,13 @@ private Q_SLOTS:
         QVERIFY(t.app->mainView().Leds().tmrBlink().isEnabled());
 
         live.telegramTaken(heard, true);
+        view.setEnabled("cmdRelaySet", false);
         live.showFile(QStringLiteral("/tmp/ShelLix_1234567.ko3"));
+        // A button its window enables while the file is shown is locked again, and comes
+        // back enabled.
+        view.setEnabled("cmdRelaySet", true);
+        live.applyLocks();
+        QVERIFY(!view.isEnabled("cmdRelaySet"));
         QVERIFY(view.caption("lblStateBanner_5").contains(QStringLiteral("ShelLix_1234567.ko3")));
         for (const char* e : {"cmdSettings", "cmdAlarmReset_0", "cmdExtinguisherIdent_9"}) {
             QVERIFY2(!view.isEnabled(e), e);
@@ -106,6 +112,7 @@ private Q_SLOTS:
         QVERIFY(!live.isFileShown());
         QVERIFY(!view.isVisible("lblStateBanner_0"));
         QVERIFY(view.isEnabled("cmdSettings"));
+        QVERIFY(view.isEnabled("cmdRelaySet"));
     }
 };
 
