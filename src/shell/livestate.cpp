@@ -146,7 +146,10 @@ void LiveState::applyLocks() {
 }
 
 void LiveState::lock(Form& form, const QString& element, const QString& why) {
-    const bool enabled = form.isEnabled(element);
+    // Locked at an earlier telegram and left so: the usual case while a file is shown.
+    const Element& now = form.element(element);
+    if (!now.enabled && now.toolTip == why) return;
+    const bool enabled = now.enabled;
     const auto saved = m_locked.find(std::make_pair(&form, element));
     // A button the window enabled again since the last lock is saved as it is now.
     if (saved == m_locked.end())
