@@ -3,6 +3,7 @@
 # folder and runs each for MQ27_FUZZ_SECONDS (default 120) or MQ27_FUZZ_RUNS inputs,
 # starting from the seeds in fuzz/corpus, and prints executions and executions per second.
 # A finding stops the run with the input that caused it in the fuzz build folder.
+# MQ27_FUZZ_TARGETS names the targets to run, all four by default.
 # MQ27_FUZZ_KEEP=1 merges what each run found into fuzz/grown/<target>, the smallest set of
 # inputs that covers as much; the tests replay those as they are.
 set -eu
@@ -34,7 +35,7 @@ export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 export QT_QPA_PLATFORM=offscreen
 
 printf '%-16s %14s %10s %8s\n' target executions exec/s seconds > "$build/fuzz-summary.txt"
-for target in fuzz_frames fuzz_ko3 fuzz_showdata fuzz_simreader; do
+for target in ${MQ27_FUZZ_TARGETS:-fuzz_frames fuzz_ko3 fuzz_showdata fuzz_simreader}; do
     corpus="$build/corpus/$target"
     mkdir -p "$corpus" "$build/findings"
     cp -n "$src/fuzz/corpus/$target/"* "$src/fuzz/grown/$target/"* "$corpus/" 2>/dev/null || true
