@@ -149,12 +149,12 @@ void LiveState::lock(Form& form, const QString& element, const QString& why) {
     // Locked at an earlier telegram and left so: the usual case while a file is shown.
     const Element& now = form.element(element);
     if (!now.enabled && now.toolTip == why) return;
-    const bool enabled = now.enabled;
-    const auto saved = m_locked.find(std::make_pair(&form, element));
+    const auto key = std::make_pair(&form, element);
+    const auto saved = m_locked.find(key);
     // A button the window enabled again since the last lock is saved as it is now.
     if (saved == m_locked.end())
-        m_locked.insert(std::make_pair(&form, element), {enabled, form.toolTip(element)});
-    else if (enabled)
+        m_locked.insert(key, {now.enabled, now.toolTip});
+    else if (now.enabled)
         saved->first = true;
     form.setEnabled(element, false);
     form.setToolTip(element, why);

@@ -154,6 +154,20 @@ private slots:
         QCOMPARE(values.EXT_GetActualFailures(0, 7), 1);
     }
 
+    // Each shape a description takes: scope, bit, own words, trailing number.
+    void descriptionsJoinTheirPieces() {
+        ValueStore v;
+        const auto said = [&v](auto) { return v.ValueDescription(); };
+        QCOMPARE(said(v.GetRelayCombineMask(1, 5)), u"Relais 2 Bit 05: Relais Verknüpfungsmaske");
+        QCOMPARE(said(v.EXT_GetActualFailures(9, 7)),
+                 u"Löscheinschub 10: Bit 7: Störmeldung aktuell");
+        QCOMPARE(said(v.REL_GetRelState(2)), u"Zustand Relais 3");
+        QCOMPARE(said(v.CTRL_GetFailures(12)), u"Bit 12: Sammelstörung aktuell");
+        QCOMPARE(said(v.DET_GetDetParameterID(1)), u"Detektor 2: Parametersatznummer");
+        QCOMPARE(said(v.TEM_GetNTCTemperature(4)), u"NTC Fühler 5: Aktuelle Temperatur");
+        QCOMPARE(v.ValueUnit(), u"°C");
+    }
+
     // Both ends of an index range: one step outside is an error with 0 or "#" and the error
     // strings, the last index inside is none, on telegrams of 0xFF where a stray read shows.
     void indexRanges() {
